@@ -1,0 +1,13 @@
+# The ports' side on X11, without Qt: clipboard and key sender.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes xcb-xtest xcb-xkb xkbcommon xkbcommon-x11)
+add_library(quillbox_x11 STATIC ${X11_SOURCES})
+target_link_libraries(quillbox_x11 PUBLIC quillbox_linux PkgConfig::XCB)
+
+# The program itself.
+find_package(Qt6 REQUIRED COMPONENTS Widgets)
+file(GLOB QT_SOURCES CONFIGURE_DEPENDS platform/qt/*.cpp)
+if(QT_SOURCES)
+  add_executable(quillbox main.cpp ${QT_SOURCES})
+  target_link_libraries(quillbox PRIVATE quillbox_x11 Qt6::Widgets)
+endif()

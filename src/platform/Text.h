@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbox {
+
+// Text as the program counts it: 16-bit units. A unit may be half of a surrogate pair, or NUL.
+using Text = std::u16string;
+using TextView = std::u16string_view;
+
+// The longest text that an entry holds, in units.
+inline constexpr std::size_t kMaxEntryLength = 32000;
+
+constexpr bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+constexpr bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+
+// The first `length` units of `text`, one less where the cut would leave half a surrogate pair behind.
+constexpr TextView CutTo(TextView text, std::size_t length) {
+  if (text.size() <= length) return text;
+  if (length > 0 && IsHighSurrogate(text[length - 1]) && IsLowSurrogate(text[length])) --length;
+  return text.substr(0, length);
+}
+
+// Replaces every `from` in `text`, from the left, by `to`; what was put in isn't searched again.
+Text ReplaceAll(TextView text, TextView from, TextView to);
+
+// Small letters of ASCII as capitals; everything else as it is.
+Text AsciiUpper(TextView text);
+
+// A whole number in plain decimal.
+Text Decimal(long long number);
+
+}  // namespace quillbox
