@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+
+namespace quillbox {
+
+// The one event loop of the program, as the X11 side sees it. All calls and call-backs are on its thread.
+class EventLoop {
+ public:
+  using TimerId = int;  // never 0
+  virtual ~EventLoop() = default;
+  // Calls `readable` whenever `fd` can be read, until Unwatch. One watch a descriptor.
+  virtual void Watch(int fd, std::function<void()> readable) = 0;
+  virtual void Unwatch(int fd) = 0;
+  // Calls `due` once after `milliseconds`, unless it is cancelled before.
+  virtual TimerId StartTimer(int milliseconds, std::function<void()> due) = 0;
+  virtual void CancelTimer(TimerId timer) = 0;
+};
+
+}  // namespace quillbox
