@@ -1,0 +1,66 @@
+#include "platform/CodePage.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/AsciiRun.h"
+#include "platform/Utf8.h"
+
+namespace quillbox {
+
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+
+// The characters of the bytes 80 to 9F; all other bytes are their own code.
+constexpr unsigned kSpecialFirst = 0x80;
+constexpr std::array<char16_t, 32> kSpecial = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char16_t CharacterOf(unsigned char byte) {
+  return byte >= kSpecialFirst && byte < kSpecialFirst + kSpecial.size() ? kSpecial[byte - kSpecialFirst]
+                                                                         : byte;
+}
+
+// Nothing as soon as a character isn't in the code page.
+std::optional<std::string> ToSingleBytes(TextView text) {
+  std::string result(text.size(), '\0');
+  for (std::size_t at = 0;; ++at) {
+    at += NarrowAscii(text.data() + at, text.size() - at, result.data() + at);
+    if (at == text.size()) return result;
+    const std::optional<unsigned char> byte = ByteOf(text[at]);
+    if (!byte) return std::nullopt;
+    result[at] = static_cast<char>(*byte);
+  }
+}
+
+}  // namespace
+
+std::optional<unsigned char> ByteOf(char16_t unit) {
+  if (unit < kSpecialFirst || (unit >= kSpecialFirst + kSpecial.size() && unit <= 0xFF)) {
+    return static_cast<unsigned char>(unit);
+  }
+  const auto hit = std::find(kSpecial.begin(), kSpecial.end(), unit);
+  if (hit == kSpecial.end()) return std::nullopt;
+  return static_cast<unsigned char>(kSpecialFirst + static_cast<unsigned>(hit - kSpecial.begin()));
+}
+
+std::string ToBytes(TextView text) {
+  std::optional<std::string> bytes = ToSingleBytes(text);
+  if (bytes && !bytes->starts_with(kMark)) return *std::move(bytes);
+  return ToLosslessUtf8(text).insert(0, kMark);
+}
+
+Text FromBytes(std::string_view bytes) {
+  if (bytes.starts_with(kMark)) return FromLosslessUtf8(bytes.substr(kMark.size()));
+  Text result(bytes.size(), u'\0');
+  for (std::size_t at = 0;; ++at) {
+    at += WidenAscii(bytes.data() + at, bytes.size() - at, result.data() + at);
+    if (at == bytes.size()) return result;
+    result[at] = CharacterOf(static_cast<unsigned char>(bytes[at]));
+  }
+}
+
+}  // namespace quillbox
