@@ -39,10 +39,10 @@ class Clipboard {
 enum class Hive : std::uint32_t { CurrentUser = 0x80000001, LocalMachine = 0x80000002 };
 
 namespace registry {
-inline constexpr std::uint32_t kSetValue = 2;              // access: set values
+inline constexpr std::uint32_t kSetValue = 2;                // access: set values
 inline constexpr std::uint32_t kMaximumAllowed = 0x2000000;  // access: whatever is allowed
-inline constexpr std::uint32_t kString = 1;                // value type REG_SZ
-inline constexpr std::uint32_t kDword = 4;                 // value type REG_DWORD
+inline constexpr std::uint32_t kString = 1;                  // value type REG_SZ
+inline constexpr std::uint32_t kDword = 4;                   // value type REG_DWORD
 }  // namespace registry
 
 // Typed byte values under named keys. Names of keys and values are compared without regard to (ASCII) case; a
@@ -56,7 +56,8 @@ class Registry {
   // Opens the key below the hive's root, and creates it with its missing parents first if need be.
   virtual std::optional<Key> Create(Hive hive, TextView path) = 0;
   // Type and bytes of a value; false if it is missing or longer than `maxBytes`.
-  virtual bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type, std::string& bytes) = 0;
+  virtual bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type,
+                     std::string& bytes) = 0;
   virtual bool Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) = 0;
   virtual bool Delete(Key key, TextView name) = 0;
   virtual void Close(Key key) = 0;
@@ -98,8 +99,8 @@ class WindowManager {
  public:
   virtual ~WindowManager() = default;
   virtual PixelSize ScreenSize() = 0;
-  // Puts the form's window above all others, or back among them, at `place`, without activating it. The form's
-  // own state (shown, topmost) is set by the caller.
+  // Puts the form's window above all others, or back among them, at `place`, without activating it. The
+  // form's own state (shown, topmost) is set by the caller.
   virtual void SetTopmost(Form& form, bool topmost, const PixelRect& place) = 0;
   virtual void SetForeground(Form& form) = 0;
   // Opens the menu below `root` at the mouse; its items call MenuItem::Click when picked.
@@ -118,8 +119,8 @@ class MessageBoxes {
 class KeySender {
  public:
   virtual ~KeySender() = default;
-  // Sends a string in the notation of KeyNotation.h and returns when the keys have been taken in. RuntimeError
-  // if the string can't be read, in which case nothing is typed, or can't be sent.
+  // Sends a string in the notation of KeyNotation.h and returns when the keys have been taken in.
+  // RuntimeError if the string can't be read, in which case nothing is typed, or can't be sent.
   virtual void Send(const Text& keys) = 0;
 };
 
@@ -183,8 +184,9 @@ class Files {
   virtual std::string Read(const Text& path) = 0;
   // Creates a folder, one level, if it doesn't exist.
   virtual void MakeFolder(const Text& path) = 0;
-  // Replaces the file's content as one step: every reader, and a crash at any moment, finds the old content or
-  // the new. Returns when readers find the new one; what a power cut keeps follows without holding the caller up.
+  // Replaces the file's content as one step: every reader, and a crash at any moment, finds the old content
+  // or the new. Returns when readers find the new one; what a power cut keeps follows without holding the
+  // caller up.
   virtual void Write(const Text& path, const std::string& content) = 0;
   // Gives the file another name beside it, replacing what has that name.
   virtual void Rename(const Text& from, const Text& to) = 0;

@@ -8,7 +8,8 @@ namespace quillbox {
 // A failure that an error trap catches and sorts by its number.
 class RuntimeError : public std::runtime_error {
  public:
-  RuntimeError(int number, const std::string& description) : std::runtime_error(description), number_(number) {}
+  RuntimeError(int number, const std::string& description)
+      : std::runtime_error(description), number_(number) {}
   int Number() const { return number_; }
 
  private:

@@ -1,0 +1,101 @@
+#include "platform/forms/Dispatcher.h"
+
+#include <algorithm>
+
+#include "platform/forms/Form.h"
+
+namespace quillbox {
+
+Dispatcher::Pause::Pause(Dispatcher& dispatcher) : dispatcher_(dispatcher), depth_(dispatcher.depth_) {
+  dispatcher.depth_ = 0;
+  changes_.swap(dispatcher.changes_);
+  posts_.swap(dispatcher.posts_);
+}
+
+Dispatcher::Pause::~Pause() {
+  dispatcher_.depth_ = depth_;
+  changes_.swap(dispatcher_.changes_);
+  posts_.swap(dispatcher_.posts_);
+}
+
+void Dispatcher::End() {
+  if (depth_ > 1) {
+    --depth_;
+    return;
+  }
+  // What the delivered handlers ask for comes after them.
+  while (!changes_.empty() || !posts_.empty()) {
+    try {
+      if (!changes_.empty()) {
+        const FocusChange change = changes_.front();
+        changes_.pop_front();
+        Deliver(change);
+      } else {
+        const std::function<void()> post = std::move(posts_.front());
+        posts_.pop_front();
+        post();
+      }
+    } catch (const RuntimeError&) {
+    }
+  }
+  --depth_;
+  Refresh();
+}
+
+void Dispatcher::Post(std::function<void()> action) {
+  if (Busy()) {
+    posts_.push_back(std::move(action));
+  } else {
+    Dispatch(action);
+  }
+}
+
+Control* Dispatcher::FocusToCome() const {
+  if (changes_.empty()) return focused_;
+  const FocusChange& last = changes_.back();
+  return last.control ? last.control : last.form->FocusChoice();
+}
+
+bool Dispatcher::SetFocus(Control& control) {
+  if (!control.TakesFocus() || FocusToCome() == &control) return false;
+  changes_.push_back({&control.Owner(), &control});
+  if (!Busy()) Dispatch([] {});
+  return true;
+}
+
+void Dispatcher::Activate(Form& form) {
+  if (focused_ && &focused_->Owner() == &form && changes_.empty()) return;
+  changes_.push_back({&form, nullptr});
+  if (!Busy()) Dispatch([] {});
+}
+
+void Dispatcher::MoveFocus(Control& control) {
+  if (control.TakesFocus()) GiveFocus(&control);
+}
+
+void Dispatcher::Deliver(const FocusChange& change) {
+  GiveFocus(change.control ? change.control : change.form->FocusChoice());
+}
+
+void Dispatcher::GiveFocus(Control* control) {
+  if (focused_ == control) return;
+  Control* const old = focused_;
+  focused_ = control;
+  if (control) control->Owner().RememberFocus(control);
+  // Each of the two runs, whatever becomes of the other.
+  if (old) IgnoreFailure([&] { Raise(old->LostFocus); });
+  if (control && focused_ == control) Raise(control->GotFocus);
+}
+
+void Dispatcher::DropFocus(const Form& form) {
+  if (focused_ && &focused_->Owner() == &form) focused_ = nullptr;
+  const auto of = [&](const FocusChange& change) { return change.form == &form; };
+  changes_.erase(std::remove_if(changes_.begin(), changes_.end(), of), changes_.end());
+}
+
+void Dispatcher::Leave(Form& form) {
+  DropFocus(form);
+  forms_.erase(std::remove(forms_.begin(), forms_.end(), &form), forms_.end());
+}
+
+}  // namespace quillbox

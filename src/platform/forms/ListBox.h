@@ -1,0 +1,78 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/SharedText.h"
+#include "platform/forms/Control.h"
+
+namespace quillbox {
+
+// Rows of text in the order in which they were put in, with a current row (ListIndex, -1 for none) and a
+// state for each row: selected, or in a list with check boxes marked. A row index without a row is
+// RuntimeError 381.
+class ListBox : public Control {
+ public:
+  enum class Kind { ExtendedSelection, CheckBoxes };
+  // `visibleRows`: rows that the list shows at once; a page is one less.
+  ListBox(const Place& place, std::string_view name, Kind kind, int visibleRows);
+
+  bool TakesFocus() const override { return true; }
+  bool HasCheckBoxes() const { return kind_ == Kind::CheckBoxes; }
+  int GetListCount() const { return static_cast<int>(rows_.size()); }
+  const SharedText& GetList(int row) const;
+
+  // Adding a row at or above the current row moves ListIndex along with its row; removing the current row
+  // makes it -1. Neither raises an event.
+  void AddItem(const SharedText& text) { AddItem(text, GetListCount()); }
+  void AddItem(const SharedText& text, int row);
+  void RemoveItem(int row);
+  void Clear();
+
+  int GetListIndex() const { return index_; }
+  void SetListIndex(int row);  // -1: no row is current. Click if it changes
+  bool GetSelected(int row) const;
+  void SetSelected(int row, bool selected);  // Click, or ItemCheck with check boxes, if it changes
+  int GetTopIndex() const { return top_; }
+  void SetTopIndex(int row);
+  int GetVisibleRows() const { return visibleRows_; }
+
+  Event<int> ItemCheck;
+  Event<Text&>
+      OLEStartDrag;  // the data to be dragged, the selected rows at first; the handler may replace it
+
+  // The person's inputs; each moves the focus here first and raises Click once if anything changed.
+  void PersonSelect(int row, bool ctrl = false, bool shift = false);
+  void PersonSelectNone();
+  void PersonCheck(int row, bool checked);
+  void PersonDoubleClick(int row);
+  Text PersonStartDrag();
+
+  // Grows when rows, their order or their texts change.
+  unsigned long RowsRevision() const { return rowsRevision_; }
+
+ protected:
+  void OwnClick() override {}
+  void OwnKey(const KeyEvent& key, char16_t character) override;
+
+ private:
+  struct Row {
+    SharedText text;
+    bool selected = false;
+  };
+  void Check(int row) const;
+  // What a person's click or key does to current row and selection; true if it changed anything.
+  bool Take(int row, bool ctrl, bool shift);
+  bool SelectOnly(int first, int last);
+  void ScrollTo(int row);
+  void RowsChanged();
+
+  Kind kind_;
+  int visibleRows_;
+  std::vector<Row> rows_;
+  int index_ = -1;
+  int top_ = 0;
+  int anchor_ = -1;
+  unsigned long rowsRevision_ = 0;
+};
+
+}  // namespace quillbox

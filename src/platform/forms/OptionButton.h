@@ -1,0 +1,56 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/forms/Control.h"
+
+namespace quillbox {
+
+class OptionButton;
+
+// Option buttons of which one at most is selected.
+class OptionGroup {
+ public:
+  void Add(OptionButton& option) { options_.push_back(&option); }
+  const std::vector<OptionButton*>& Options() const { return options_; }
+
+ private:
+  std::vector<OptionButton*> options_;
+};
+
+// Click comes when the option becomes selected, whoever selects it.
+class OptionButton : public Control {
+ public:
+  OptionButton(const Place& place, std::string_view name, const Text& caption, OptionGroup& group,
+               bool value = false)
+      : Control(place, name), caption_(caption), group_(group), value_(value) {
+    group.Add(*this);
+  }
+
+  bool TakesFocus() const override { return true; }
+  const Text& GetCaption() const { return caption_; }
+  bool GetValue() const { return value_; }
+  void SetValue(bool value) {
+    if (value_ == value) return;
+    value_ = value;
+    Touch();
+    if (!value) return;
+    for (OptionButton* other : group_.Options()) {
+      if (other != this) other->SetValue(false);
+    }
+    Raise(Click);
+  }
+
+ protected:
+  void OwnClick() override { SetValue(true); }
+  void OwnKey(const KeyEvent& key, char16_t) override {
+    if (key.code == keys::kSpace) OwnClick();
+  }
+
+ private:
+  Text caption_;
+  OptionGroup& group_;
+  bool value_;
+};
+
+}  // namespace quillbox

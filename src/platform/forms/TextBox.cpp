@@ -1,0 +1,164 @@
+#include "platform/forms/TextBox.h"
+
+#include <algorithm>
+
+#include "platform/forms/Dispatcher.h"
+#include "platform/forms/Form.h"
+
+namespace quillbox {
+
+namespace {
+
+Text OneLine(const Text& text) {
+  if (text.find_first_of(u"\r\n") == Text::npos) return text;
+  return ReplaceAll(ReplaceAll(ReplaceAll(text, u"\r\n", u" "), u"\r", u" "), u"\n", u" ");
+}
+
+}  // namespace
+
+TextBox::TextBox(const Place& place, std::string_view name, Lines lines, const Text& text, bool visible)
+    : Control(place, name), lines_(lines), text_(text) {
+  SetVisible(visible);
+}
+
+void TextBox::Assign(Text text, std::size_t caret) {
+  selStart_ = std::min(caret, text.size());
+  selLength_ = 0;
+  if (text == text_) {
+    Touch();
+    return;
+  }
+  text_ = std::move(text);
+  Touch();
+  Raise(Change);
+}
+
+void TextBox::SetText(const Text& text) { Assign(IsMultiLine() ? text : OneLine(text), selStart_); }
+
+void TextBox::SetSelStart(std::size_t position) { Select(position, 0); }
+
+void TextBox::Select(std::size_t start, std::size_t length) {
+  selStart_ = std::min(start, text_.size());
+  selLength_ = std::min(length, text_.size() - selStart_);
+  Touch();
+}
+
+void TextBox::SetAlignment(Alignment alignment) {
+  alignment_ = alignment;
+  Touch();
+}
+
+void TextBox::SetBackColor(Color color) {
+  backColor_ = color;
+  Touch();
+}
+
+Text TextBox::Fitting(const Text& text) const {
+  const Text& whole = IsMultiLine() ? text : OneLine(text);
+  return maxLength_ > 0 ? Text(CutTo(whole, maxLength_)) : whole;
+}
+
+void TextBox::OwnFocus() { SetSelStart(text_.size()); }
+
+void TextBox::PersonSetText(const Text& text) {
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    if (!readOnly_) Assign(Fitting(text), text.size());
+  });
+}
+
+void TextBox::PersonEdit(const Text& text, std::size_t caret) {
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    if (!readOnly_) Assign(Fitting(text), caret);
+  });
+}
+
+void TextBox::PersonCharacter(char16_t character) {
+  if (character == keys::kEnter || character == keys::kSpace || character == keys::kBackspace ||
+      character == keys::kEscape) {
+    KeyEvent key;
+    key.code = character;
+    PersonKey(key);
+    return;
+  }
+  Dispatch().Dispatch([this, character]() mutable {
+    PersonFocus();
+    Raise(KeyPress, character);
+    if (character != 0) Insert(character);
+  });
+}
+
+void TextBox::Replace(std::size_t start, std::size_t length, TextView with) {
+  Text text = text_;
+  text.replace(start, length, with);
+  Assign(std::move(text), start + with.size());
+}
+
+void TextBox::Insert(char16_t character) {
+  if (readOnly_) return;
+  const std::size_t room = maxLength_ == 0 ? 1 : maxLength_ - std::min(maxLength_, text_.size() - selLength_);
+  if (room == 0) return;
+  Replace(selStart_, selLength_, TextView(&character, 1));
+}
+
+void TextBox::OwnKey(const KeyEvent& key, char16_t character) {
+  if (key.ctrl || key.alt) return;
+  const std::size_t end = text_.size();
+  // A step over a surrogate pair is one step.
+  const auto before = [&](std::size_t at) {
+    return at >= 2 && IsLowSurrogate(text_[at - 1]) && IsHighSurrogate(text_[at - 2]) ? at - 2
+           : at > 0                                                                   ? at - 1
+                                                                                      : 0;
+  };
+  const auto after = [&](std::size_t at) {
+    return at + 1 < end && IsHighSurrogate(text_[at]) && IsLowSurrogate(text_[at + 1])
+               ? at + 2
+               : std::min(at + 1, end);
+  };
+  switch (key.code) {
+    case keys::kBackspace:
+    case keys::kDelete: {
+      if (readOnly_) return;
+      if (selLength_ > 0) {
+        Replace(selStart_, selLength_, {});
+      } else if (key.code == keys::kBackspace) {
+        const std::size_t from = before(selStart_);
+        if (from != selStart_) Replace(from, selStart_ - from, {});
+      } else {
+        const std::size_t to = after(selStart_);
+        if (to != selStart_) Replace(selStart_, to - selStart_, {});
+      }
+      return;
+    }
+    case keys::kLeft:
+      return SetSelStart(before(selStart_));
+    case keys::kRight:
+      return SetSelStart(after(selStart_));
+    case keys::kHome:
+      return SetSelStart(0);
+    case keys::kEnd:
+      return SetSelStart(end);
+    case keys::kEnter:
+      // What KeyPress made of it; Enter in our own fields gives a line feed.
+      if (character != keys::kEnter) {
+        if (character != 0) Insert(character);
+      } else if (IsMultiLine()) {
+        Insert(u'\n');
+      }
+      return;
+    default:
+      if (character != 0 && character != keys::kEscape) Insert(character);
+  }
+}
+
+void TextBox::OwnDrop(const DragData& data) {
+  if (!data || readOnly_) return;
+  Text text = text_;
+  const std::size_t room = maxLength_ == 0 ? data->size() : maxLength_ - std::min(maxLength_, text.size());
+  const Text dropped(CutTo(*data, room));
+  text.insert(selStart_, dropped);
+  Assign(Fitting(text), selStart_ + dropped.size());
+}
+
+}  // namespace quillbox
