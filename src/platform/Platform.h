@@ -15,11 +15,15 @@ namespace quillbox {
 class Form;
 class MenuItem;
 
+// A scoped name hides nothing, whatever older compilers say.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
 // What happened to the clipboard from outside since the last news.
 enum class ClipboardNews {
   Text,   // a text has arrived: the next Read gives it
   Other,  // cleared, content without text, an owner that cannot be read
 };
+#pragma GCC diagnostic pop
 
 // The system clipboard as plain text. Never waits for another program.
 class Clipboard {
