@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/Utf8.h"
+
+namespace quillbox {
+namespace {
+
+// A text with every kind of unit, runs of ASCII of all lengths around the block size among them.
+Text RandomText(std::mt19937& random) {
+  Text text;
+  const std::size_t pieces = random() % 12;
+  for (std::size_t i = 0; i < pieces; ++i) {
+    switch (random() % 5) {
+      case 0:
+        text.append(random() % 40, static_cast<char16_t>(random() % 0x80));
+        break;
+      case 1:
+        text.push_back(static_cast<char16_t>(0x80 + random() % 0x780));
+        break;
+      case 2:
+        text.push_back(static_cast<char16_t>(0x800 + random() % 0xD000));
+        break;
+      case 3:
+        text.push_back(static_cast<char16_t>(0xD800 + random() % 0x800));
+        break;
+      default:
+        text.push_back(static_cast<char16_t>(0xD800 + random() % 0x400));
+        text.push_back(static_cast<char16_t>(0xDC00 + random() % 0x400));
+    }
+  }
+  return text;
+}
+
+TEST(Utf8, EdgesOfEachLengthOfSequence) {
+  struct Case {
+    Text text;
+    std::string bytes;
+  };
+  const Case cases[] = {
+      {u"", ""},
+      {Text(1, u'\0'), std::string(1, '\0')},
+      {u"\x7F", "\x7F"},
+      {u"\x80", "\xC2\x80"},
+      {u"\x7FF", "\xDF\xBF"},
+      {u"\x800", "\xE0\xA0\x80"},
+      {u"\xD7FF", "\xED\x9F\xBF"},
+      {u"\xE000", "\xEE\x80\x80"},
+      {u"\xFFFF", "\xEF\xBF\xBF"},
+      {u"\U00010000", "\xF0\x90\x80\x80"},
+      {u"\U0010FFFF", "\xF4\x8F\xBF\xBF"},
+      {u"a\u00BD\u4E2D\U0001F600z", "a\xC2\xBD\xE4\xB8\xAD\xF0\x9F\x98\x80z"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ToUtf8(c.text), c.bytes);
+    EXPECT_EQ(ToLosslessUtf8(c.text), c.bytes);
+    EXPECT_EQ(FromUtf8(c.bytes), c.text);
+    EXPECT_EQ(FromLosslessUtf8(c.bytes), c.text);
+  }
+}
+
+TEST(Utf8, EachByteOfABrokenSequenceIsReplaced) {
+  struct Case {
+    std::string bytes;
+    Text text;
+  };
+  const Case cases[] = {
+      {"\x80", u"\uFFFD"},
+      {"a\xFF\xFE"
+       "b",
+       u"a\uFFFD\uFFFDb"},
+      {"\xC0\x80", u"\uFFFD\uFFFD"},                      // overlong NUL
+      {"\xC1\xBF", u"\uFFFD\uFFFD"},                      // overlong ASCII
+      {"\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD"},            // overlong U+07FF
+      {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong U+FFFF
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above U+10FFFF
+      {"\xF5\x80\x80\x80x", u"\uFFFD\uFFFD\uFFFD\uFFFDx"},
+      {"\xE4\xB8", u"\uFFFD\uFFFD"},  // cut off at the end
+      {"\xF0\x9F\x98"
+       "A",
+       u"\uFFFD\uFFFD\uFFFDA"},
+      {"\xE4\xC2\xBD", u"\uFFFD\u00BD"},  // the next sequence is whole
+      {"\xE4\xB8\xE4\xB8\xAD", u"\uFFFD\uFFFD\u4E2D"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(FromUtf8(c.bytes), c.text);
+    EXPECT_EQ(FromLosslessUtf8(c.bytes), c.text);
+  }
+}
+
+TEST(Utf8, LoneSurrogatesAreReplacedOrKept) {
+  const Text text = u"a\xD800z\xDC00\xDFFF\xDBFF";
+  EXPECT_EQ(ToUtf8(text), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
+  EXPECT_EQ(ToLosslessUtf8(text), "a\xED\xA0\x80z\xED\xB0\x80\xED\xBF\xBF\xED\xAF\xBF");
+  EXPECT_EQ(FromLosslessUtf8(ToLosslessUtf8(text)), text);
+  EXPECT_EQ(FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(Utf8, RandomTextsComeBack) {
+  std::mt19937 random(20240607);
+  for (int i = 0; i < 20000; ++i) {
+    const Text text = RandomText(random);
+    ASSERT_EQ(FromLosslessUtf8(ToLosslessUtf8(text)), text);
+    const Text valid = FromUtf8(ToUtf8(text));
+    ASSERT_EQ(valid.size(), text.size());
+    ASSERT_EQ(FromUtf8(ToUtf8(valid)), valid);
+  }
+}
+
+// What is read from any bytes can be written, and reads the same again.
+TEST(Utf8, RandomBytesGiveAValidText) {
+  std::mt19937 random(20240608);
+  constexpr unsigned char likely[] = {0x41, 0x80, 0xBF, 0xC2, 0xE0, 0xA0, 0xED, 0xEF, 0xF0, 0x90, 0xF4, 0x8F};
+  for (int i = 0; i < 20000; ++i) {
+    std::string bytes(random() % 40, '\0');
+    for (char& byte : bytes) {
+      byte = static_cast<char>(random() % 4 == 0 ? random() : likely[random() % std::size(likely)]);
+    }
+    const Text text = FromUtf8(bytes);
+    ASSERT_LE(text.size(), bytes.size());
+    ASSERT_EQ(FromUtf8(ToUtf8(text)), text);
+    const std::string written = ToUtf8(text);
+    if (text.find(u'\uFFFD') == Text::npos) {
+      ASSERT_EQ(written, bytes);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quillbox
