@@ -1,0 +1,29 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/KeyNotation.h"
+#include "platform/Platform.h"
+
+namespace quillbox {
+
+// Keeps the key strings that could have been typed.
+class MemoryKeySender : public KeySender {
+ public:
+  void Send(const Text& keys) override {
+    if (failing_) throw RuntimeError(errors::kPermission, "Permission denied");
+    ParseKeys(keys);
+    sent_.push_back(keys);
+  }
+
+  void SetFailing(bool failing) { failing_ = failing; }
+  const std::vector<Text>& Sent() const { return sent_; }
+  std::vector<Text> TakeSent() { return std::exchange(sent_, {}); }
+
+ private:
+  bool failing_ = false;
+  std::vector<Text> sent_;
+};
+
+}  // namespace quillbox

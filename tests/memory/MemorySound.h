@@ -1,0 +1,21 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/Platform.h"
+
+namespace quillbox {
+
+class MemorySound : public Sound {
+ public:
+  void Play(const Text& path) override { played_.push_back(path); }
+
+  const std::vector<Text>& Played() const { return played_; }
+  std::vector<Text> TakePlayed() { return std::exchange(played_, {}); }
+
+ private:
+  std::vector<Text> played_;
+};
+
+}  // namespace quillbox

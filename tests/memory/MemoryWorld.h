@@ -1,0 +1,53 @@
+#pragma once
+
+#include "memory/CountingFiles.h"
+#include "memory/MemoryClipboard.h"
+#include "memory/MemoryClock.h"
+#include "memory/MemoryKeySender.h"
+#include "memory/MemoryMessageBoxes.h"
+#include "memory/MemoryRegistry.h"
+#include "memory/MemorySound.h"
+#include "memory/MemorySystem.h"
+#include "memory/MemoryTips.h"
+#include "memory/MemoryTrayIcon.h"
+#include "memory/MemoryWindows.h"
+#include "memory/ScratchFolder.h"
+#include "memory/VirtualTimers.h"
+#include "platform/Platform.h"
+
+namespace quillbox {
+
+// Everything outside the program, without a screen. It outlives the program and its restarts. The program
+// folder is a scratch folder until another one is given. A dispatcher must be told of `timers`.
+struct MemoryWorld {
+  MemoryWorld() { system.folder = scratch.PathText(); }
+  MemoryWorld(const MemoryWorld&) = delete;
+  MemoryWorld& operator=(const MemoryWorld&) = delete;
+
+  // The program is gone: nothing calls back into it any more.
+  void ForgetProgram() {
+    timers.StopAll();
+    windows.Forget();
+    clipboard.Listen({});
+    trayIcon.OnMouse({});
+    trayIcon.Delete();
+  }
+
+  ScratchFolder scratch;
+  MemoryClipboard clipboard;
+  MemoryRegistry registry;
+  MemoryTrayIcon trayIcon;
+  MemoryWindows windows;
+  MemoryMessageBoxes messageBoxes;
+  MemoryKeySender keySender;
+  MemorySound sound;
+  MemorySystem system;
+  MemoryClock clock;
+  CountingFiles files;
+  MemoryTips tips;
+  VirtualTimers timers{clock};
+  Platform platform{clipboard, registry, trayIcon, windows, messageBoxes, keySender,
+                    sound,     system,   clock,    files,   tips};
+};
+
+}  // namespace quillbox

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Text.h"
+
+namespace quillbox {
+
+// A new, empty folder that goes away, with all that is in it, with this object.
+class ScratchFolder {
+ public:
+  // std::filesystem::filesystem_error if none can be made.
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  const std::string& Path() const { return path_; }
+  Text PathText() const;
+
+ private:
+  std::string path_;
+};
+
+}  // namespace quillbox
