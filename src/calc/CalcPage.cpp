@@ -1,0 +1,14 @@
+#include "calc/CalcPage.h"
+
+namespace quillbox {
+
+CalcPage::CalcPage(const Place& place, Clipboard& clipboard, SystemInfo& system, Norvane& settings)
+    : display_(place, system),
+      bases_(place, display_),
+      keyboard_(display_, bases_),
+      keypad_(place, display_),
+      units_(place, display_),
+      memory_(place, display_, settings),
+      clipboard_(place, display_, clipboard, system) {}
+
+}  // namespace quillbox

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "calc/BaseSelector.h"
+#include "calc/CalcClipboard.h"
+#include "calc/CalcDisplay.h"
+#include "calc/CalcKeyboard.h"
+#include "calc/CalcKeypad.h"
+#include "calc/CalcMemory.h"
+#include "calc/UnitConversions.h"
+
+namespace quillbox {
+
+// The Calc page: a calculator that works from left to right, one pending operation at a time.
+class CalcPage {
+ public:
+  CalcPage(const Place& place, Clipboard& clipboard, SystemInfo& system, Norvane& settings);
+
+  // The start's step: the calculator's memory comes back.
+  void RestoreMemory() { memory_.Restore(); }
+
+ private:
+  CalcDisplay display_;
+  BaseSelector bases_;
+  CalcKeyboard keyboard_;
+  CalcKeypad keypad_;
+  UnitConversions units_;
+  CalcMemory memory_;
+  CalcClipboard clipboard_;
+};
+
+}  // namespace quillbox
