@@ -110,6 +110,7 @@ class Parser {
       ++at_;
     } else if (unit == u'(') {
       groups_.push_back(group_);
+      if (group_ == 0) firstInGroup_ = true;
       group_ |= signs_;
       signs_ = 0;
       ++at_;
@@ -196,13 +197,19 @@ class Parser {
     if (repeat > kMaxKeyStrokes - strokes_.size()) Fail("it stands for too many keys");
     stroke.modifiers = group_ | signs_;
     signs_ = 0;
-    strokes_.insert(strokes_.end(), repeat, stroke);
+    if (repeat == 0) return;
+    stroke.joined = group_ != 0 && !firstInGroup_;
+    firstInGroup_ = false;
+    strokes_.push_back(stroke);
+    stroke.joined = stroke.modifiers != 0;
+    strokes_.insert(strokes_.end(), repeat - 1, stroke);
   }
 
   TextView keys_;
   std::size_t at_ = 0;
   std::uint8_t signs_ = 0;            // in front of the next key or group
   std::uint8_t group_ = 0;            // of all open groups together
+  bool firstInGroup_ = false;         // the group with modifiers that stands outermost has no stroke yet
   std::vector<std::uint8_t> groups_;  // of the groups around each open one
   std::vector<KeyStroke> strokes_;
 };

@@ -81,6 +81,9 @@ struct KeyStroke {
   char32_t character = 0;  // a whole character, 0 for a special key
   SpecialKey special = SpecialKey::None;
   std::uint8_t modifiers = 0;  // sum of `modifier`, held down during the stroke
+  // The modifiers that the stroke before has too stay down in between: both are of one group or one repeat.
+  // Else they are released and pressed again, so that %{TAB}%{TAB} isn't %({TAB}{TAB}).
+  bool joined = false;
 
   friend bool operator==(const KeyStroke&, const KeyStroke&) = default;
 };

@@ -12,7 +12,8 @@ namespace quillbox {
 // How a failed comparison shows a stroke.
 static void PrintTo(const KeyStroke& stroke, std::ostream* out) {
   *out << std::hex << "U+" << static_cast<std::uint32_t>(stroke.character) << std::dec << " special "
-       << static_cast<int>(stroke.special) << " modifiers " << static_cast<int>(stroke.modifiers);
+       << static_cast<int>(stroke.special) << " modifiers " << static_cast<int>(stroke.modifiers)
+       << (stroke.joined ? " joined" : "");
 }
 
 namespace {
@@ -29,6 +30,11 @@ KeyStroke Char(char32_t character, int modifiers = 0) {
 
 KeyStroke Key(SpecialKey key, int modifiers = 0) {
   return {.special = key, .modifiers = static_cast<std::uint8_t>(modifiers)};
+}
+
+KeyStroke Joined(KeyStroke stroke) {
+  stroke.joined = true;
+  return stroke;
 }
 
 std::optional<Strokes> TryParse(TextView keys) {
@@ -70,10 +76,13 @@ TEST(KeyNotation, SignsHoldForOneKeyOrOneGroup) {
       {u"++a", {Char(U'a', kShift)}},
       {u"+~%\r\n^\t",
        {Key(SpecialKey::Enter, kShift), Key(SpecialKey::Enter, kAlt), Key(SpecialKey::Tab, kControl)}},
-      {u"^(ab)c", {Char(U'a', kControl), Char(U'b', kControl), Char(U'c')}},
+      {u"^(ab)c", {Char(U'a', kControl), Joined(Char(U'b', kControl)), Char(U'c')}},
+      {u"^({x 0}a)^(b)", {Char(U'a', kControl), Char(U'b', kControl)}},
+      {u"%{TAB}%{TAB 2}",
+       {Key(SpecialKey::Tab, kAlt), Key(SpecialKey::Tab, kAlt), Joined(Key(SpecialKey::Tab, kAlt))}},
       {u"+(a^(b%c)d)e",
-       {Char(U'a', kShift), Char(U'b', kShift | kControl), Char(U'c', kShift | kControl | kAlt),
-        Char(U'd', kShift), Char(U'e')}},
+       {Char(U'a', kShift), Joined(Char(U'b', kShift | kControl)),
+        Joined(Char(U'c', kShift | kControl | kAlt)), Joined(Char(U'd', kShift)), Char(U'e')}},
       {u"(a(b))", {Char(U'a'), Char(U'b')}},
       {u"+()a", {Char(U'a')}},
       {u"%{F4}", {Key(SpecialKey::F4, kAlt)}},
@@ -95,7 +104,7 @@ TEST(KeyNotation, BracesNameQuoteAndRepeat) {
        {Char(U'+'), Char(U'^'), Char(U'%'), Char(U'~'), Char(U'('), Char(U')'), Char(U'{'), Char(U'}'),
         Char(U'['), Char(U']')}},
       {u"{LEFT 3}", {3, Key(SpecialKey::Left)}},
-      {u"^{x  2}", {2, Char(U'x', kControl)}},
+      {u"^{x  2}", {Char(U'x', kControl), Joined(Char(U'x', kControl))}},
       {u"{} 2}{{ 2}", {Char(U'}'), Char(U'}'), Char(U'{'), Char(U'{')}},
       {u"{ }{  2}", {3, Char(U' ')}},
       {u"{😀 2}", {2, Char(U'😀')}},
