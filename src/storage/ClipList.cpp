@@ -1,0 +1,40 @@
+#include "storage/ClipList.h"
+
+#include "storage/ListSelection.h"
+
+namespace quillbox {
+
+void ClipList::AddEntry2(const SharedText& Eintrag, int Stelle) {
+  // The text may stand in a slot that moves.
+  const SharedText text = Eintrag;
+  List2.AddItem(text, Stelle);
+  ClipEntries.Insert(Stelle, text, List2.GetListCount() - 1);
+}
+
+void ClipList::DeleteEntry2(int Stelle) {
+  List2.RemoveItem(Stelle);
+  ClipEntries.Remove(Stelle, List2.GetListCount() - 1);
+}
+
+void ClipList::ClearList2() { ClearSelection(List2); }
+
+void ClipList::RemoveAll() {
+  List2.Clear();
+  ClipEntries.EmptyAll();
+}
+
+void ClipList::ReplaceTop(const SharedText& text) {
+  if (List2.GetListCount() > 0) List2.RemoveItem(0);
+  List2.AddItem(text, 0);
+  ClipEntries.Set(0, text);
+}
+
+int ClipList::FindBelowTop(TextView text) const {
+  int found = -1;
+  for (int i = 1; i < List2.GetListCount(); ++i) {
+    if (ClipEntries(i).Get() == text) found = i;
+  }
+  return found;
+}
+
+}  // namespace quillbox

@@ -1,0 +1,105 @@
+// How the lists are saved: one pass over the list, one write.
+#include <algorithm>
+
+#include "platform/CodePage.h"
+#include "storage/DataFileFormat.h"
+#include "storage/DataFileKinds.h"
+#include "storage/DataFiles.h"
+
+namespace quillbox {
+
+const DataFiles::Kind DataFiles::kPad = {u"PAD", u"PadData.qbx", u"Pad-List"};
+const DataFiles::Kind DataFiles::kClip = {u"CLIP", u"ClipData.qbx", u"Clip-List"};
+const DataFiles::Kind DataFiles::kToDo = {u"TODO", u"ToDoData.qbx", u"ToDo-List"};
+
+namespace {
+
+void AppendLine(Text& file, TextView line) { file.append(line).append(u"\r\n"); }
+
+Text Described(const RuntimeError& error) {
+  const std::string_view description = error.what();
+  return Text(description.begin(), description.end());
+}
+
+}  // namespace
+
+DataFiles::DataFiles(PadList& pad, ClipList& clip, ToDoList& toDo, Norvane& settings, Files& files,
+                     SystemInfo& system)
+    : pad_(pad), clip_(clip), toDo_(toDo), settings_(settings), files_(files), system_(system) {}
+
+Text DataFiles::UserFile(TextView name) const {
+  return settings_.UserDataDir().append(system_.PathSeparator()).append(name);
+}
+
+Text DataFiles::TemplateFile(TextView name) const {
+  return system_.TemplateFolder().append(system_.PathSeparator()).append(name);
+}
+
+const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
+  if (slots(index).Length() > kMaxEntryLength)
+    slots.Set(index, SharedText(CutTo(slots(index).Get(), kMaxEntryLength)));
+  return slots(index);
+}
+
+void DataFiles::Save(const Kind& kind, const std::function<void(Text&)>& appendEntries) {
+  const Text path = UserFile(kind.fileName);
+  try {
+    const MarkerLines markers(kind.marker);
+    Text file;
+    AppendLine(file, markers.Header());
+    appendEntries(file);
+    AppendLine(file, markers.End());
+    files_.MakeFolder(settings_.UserDataDir());
+    if (const auto unread = std::find(unread_.begin(), unread_.end(), path); unread != unread_.end()) {
+      IgnoreFailure([&] { files_.Rename(path, path + u".unread"); });
+      unread_.erase(unread);
+    }
+    files_.Write(path, ToBytes(file));
+  } catch (const RuntimeError& error) {
+    Text text = u"An error (";
+    text.append(Decimal(error.Number()))
+        .append(
+            u") occured while Quillbox tried to write to its data files. Try to fix the problem. "
+            u"The error description is: \"")
+        .append(Described(error))
+        .append(u"\".\r\n")
+        .append(kClosingSentence);
+    MessageBox(text, 64, u"Quillbox Message");
+  }
+}
+
+void DataFiles::AktualisiereCle1() {
+  if (RebuildPadMenu) RebuildPadMenu();
+  Save(kPad, [this](Text& file) {
+    const MarkerLines markers(kPad.marker);
+    for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
+      AppendLine(file, markers.Entry(i));
+      AppendLine(file, pad_.List1.GetList(i).Get());
+      AppendLine(file, Cut(pad_.PadEntries, i).Get());
+    }
+  });
+}
+
+void DataFiles::AktualisiereCle2() {
+  if (RebuildClipMenu) RebuildClipMenu();
+  Save(kClip, [this](Text& file) {
+    const MarkerLines markers(kClip.marker);
+    for (int i = 0; i < clip_.List2.GetListCount(); ++i) {
+      AppendLine(file, markers.Entry(i));
+      AppendLine(file, Cut(clip_.ClipEntries, i).Get());
+    }
+  });
+}
+
+void DataFiles::AktualisiereCle3() {
+  Save(kToDo, [this](Text& file) {
+    const MarkerLines markers(kToDo.marker);
+    for (int i = 0; i < toDo_.List3.GetListCount(); ++i) {
+      AppendLine(file, markers.Entry(i));
+      AppendLine(file, toDo_.List3.GetSelected(i) ? u"True" : u"False");
+      AppendLine(file, toDo_.List3.GetList(i).Get());
+    }
+  });
+}
+
+}  // namespace quillbox

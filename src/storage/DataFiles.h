@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+
+#include "core/Norvane.h"
+#include "platform/Platform.h"
+#include "storage/ClipList.h"
+#include "storage/PadList.h"
+#include "storage/ToDoList.h"
+
+namespace quillbox {
+
+// Saves the three lists and reads them back, each in a file of its own. Both report their own failures.
+class DataFiles {
+ public:
+  DataFiles(PadList& pad, ClipList& clip, ToDoList& toDo, Norvane& settings, Files& files,
+            SystemInfo& system);
+
+  // Shows a message: text, code, title.
+  std::function<int(const Text&, int, const Text&)> MessageBox;
+  // Rebuild the list's part of the tray menu; a save runs them first.
+  std::function<void()> RebuildPadMenu;
+  std::function<void()> RebuildClipMenu;
+
+  // Save the Pad-List, the Clip-List, the ToDo-List.
+  void AktualisiereCle1();
+  void AktualisiereCle2();
+  void AktualisiereCle3();
+
+  // Add the file's entries at the bottom of the list, up to the list's maximum.
+  void ReadPadFile(const Text& path);
+  void ReadClipFile(const Text& path);
+  void ReadToDoFile(const Text& path);
+
+  // The user's file of that name, whether it exists or not.
+  Text UserFile(TextView name) const;
+  Text TemplateFile(TextView name) const;
+  bool Exists(const Text& path) const { return files_.Exists(path); }
+
+ private:
+  struct Kind;
+  class Reading;
+  static const Kind kPad, kClip, kToDo;
+
+  void Save(const Kind& kind, const std::function<void(Text&)>& appendEntries);
+  void Read(const Kind& kind, const Text& path, const std::function<void(Reading&)>& readEntries);
+  // A slot's text, cut in memory too where it is longer than a text may be.
+  const SharedText& Cut(EntrySlots& slots, int index);
+
+  PadList& pad_;
+  ClipList& clip_;
+  ToDoList& toDo_;
+  Norvane& settings_;
+  Files& files_;
+  SystemInfo& system_;
+  // Files that could not be read, though they are there: kept when their list is next saved.
+  std::vector<Text> unread_;
+};
+
+}  // namespace quillbox

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+
+#include "platform/RuntimeError.h"
+#include "platform/SharedText.h"
+
+namespace quillbox {
+
+// The texts of a list's entries: 101 slots, the slot of an index being the text of that row. Slots at or
+// above the row count belong to no row. An index outside 0 to 100 is RuntimeError 9.
+class EntrySlots {
+ public:
+  static constexpr int kCount = 101;
+
+  const SharedText& operator()(int index) const {
+    Check(index);
+    return slots_[index];
+  }
+  void Set(int index, SharedText text) {
+    Check(index);
+    slots_[index] = std::move(text);
+  }
+  void EmptyAll() { slots_.fill(SharedText()); }
+
+  // Makes room at `index` in a list whose last row is `last` now, and fills it.
+  void Insert(int index, const SharedText& text, int last) {
+    for (int i = last; i > index; --i) Set(i, (*this)(i - 1));
+    Set(index, text);
+  }
+  // Closes the gap at `index` in a list whose last row is `last` now.
+  void Remove(int index, int last) {
+    for (int i = index; i <= last; ++i) Set(i, (*this)(i + 1));
+    Set(last + 1, SharedText());
+  }
+
+ private:
+  static void Check(int index) {
+    if (index < 0 || index >= kCount) throw RuntimeError(errors::kSubscript, "Subscript out of range");
+  }
+  std::array<SharedText, kCount> slots_;
+};
+
+}  // namespace quillbox

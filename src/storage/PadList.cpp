@@ -1,0 +1,35 @@
+#include "storage/PadList.h"
+
+#include "storage/ListSelection.h"
+
+namespace quillbox {
+
+void PadList::AddEntry1(Text& EintragName, const SharedText& Eintrag, int Stelle) {
+  if (EintragName.empty()) EintragName = kNoName;
+  // The text may stand in a slot that moves.
+  const SharedText text = Eintrag;
+  List1.AddItem(EintragName, Stelle);
+  PadEntries.Insert(Stelle, text, List1.GetListCount() - 1);
+}
+
+void PadList::DeleteEntry1(int Stelle) {
+  List1.RemoveItem(Stelle);
+  PadEntries.Remove(Stelle, List1.GetListCount() - 1);
+}
+
+void PadList::ClearList1() { ClearSelection(List1); }
+
+void PadList::RemoveAll() {
+  List1.Clear();
+  PadEntries.EmptyAll();
+}
+
+int PadList::FindText(TextView text) const {
+  int found = -1;
+  for (int i = 0; i < List1.GetListCount(); ++i) {
+    if (PadEntries(i).Get() == text) found = i;
+  }
+  return found;
+}
+
+}  // namespace quillbox
