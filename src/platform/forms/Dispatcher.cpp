@@ -87,6 +87,11 @@ void Dispatcher::GiveFocus(Control* control) {
   if (control && focused_ == control) Raise(control->GotFocus);
 }
 
+void Dispatcher::Forget(const Control& control) {
+  if (focused_ == &control) focused_ = nullptr;
+  std::erase_if(changes_, [&](const FocusChange& change) { return change.control == &control; });
+}
+
 void Dispatcher::DropFocus(const Form& form) {
   if (focused_ && &focused_->Owner() == &form) focused_ = nullptr;
   const auto of = [&](const FocusChange& change) { return change.form == &form; };

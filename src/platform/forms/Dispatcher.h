@@ -78,6 +78,8 @@ class Dispatcher {
   // A form's coming and going, told by the form itself.
   void Join(Form& form) { forms_.push_back(&form); }
   void Leave(Form& form);
+  // The control is going away: it has no focus any more and won't get it, without an event.
+  void Forget(const Control& control);
   // The form is hidden for good or unloaded: its controls have no focus any more, without an event.
   void DropFocus(const Form& form);
 

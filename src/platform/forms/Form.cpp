@@ -107,6 +107,7 @@ void Form::AddControl(Control& control) {
 }
 
 void Form::RemoveControl(Control& control) {
+  dispatcher_.Forget(control);
   if (lastFocus_ == &control) lastFocus_ = nullptr;
   controls_.erase(std::remove(controls_.begin(), controls_.end(), &control), controls_.end());
   byName_.erase(control.Name());
