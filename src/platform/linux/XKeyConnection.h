@@ -1,0 +1,52 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace quillbox {
+
+struct XReplyFree {
+  void operator()(void* memory) const { std::free(memory); }
+};
+// A reply or an event of xcb, which the receiver frees.
+template <class T>
+using XReply = std::unique_ptr<T, XReplyFree>;
+
+// The connection that keys are sent over. Its calls wait for the server, never for another client.
+class XKeyConnection {
+ public:
+  // `display` as in DISPLAY; null takes that variable. Without a server, or one without XTEST and XKB, it
+  // stays lost.
+  explicit XKeyConnection(const char* display);
+  ~XKeyConnection();
+  XKeyConnection(const XKeyConnection&) = delete;
+  XKeyConnection& operator=(const XKeyConnection&) = delete;
+
+  bool Lost() const;
+  xcb_connection_t* Get() const { return connection_; }
+  xcb_window_t Root() const { return root_; }
+
+  xcb_atom_t Atom(std::string_view name);
+  // The 32-bit values of a property, at most 1024; empty if it is missing or of another type.
+  std::vector<std::uint32_t> Values(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
+  void SetValues(xcb_window_t window, xcb_atom_t property, const std::vector<std::uint32_t>& values);
+
+  // Presses or releases a key through XTEST.
+  void Key(xcb_keycode_t code, bool press);
+  // Waits until the server has carried out everything; returns the window that has the focus then.
+  xcb_window_t Sync();
+  // The next event that has come in, or null.
+  XReply<xcb_generic_event_t> NextEvent();
+
+ private:
+  xcb_connection_t* connection_ = nullptr;
+  xcb_window_t root_ = XCB_NONE;
+  bool usable_ = false;
+};
+
+}  // namespace quillbox

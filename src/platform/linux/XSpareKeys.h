@@ -1,0 +1,44 @@
+#pragma once
+
+#include <xcb/xcb.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace quillbox {
+
+class XKeyConnection;
+
+// Keysyms on key codes that the keyboard doesn't use, alike in all groups and with and without Shift. What is
+// put on is recorded with the server first, so that a later start can take it off if this process is killed
+// meanwhile.
+class XSpareKeys {
+ public:
+  explicit XSpareKeys(XKeyConnection& connection);
+
+  // Puts each keysym on one of the `codes`, of which there are at least as many, in ascending order. Nothing
+  // may be put on already.
+  void PutOn(const std::vector<xkb_keysym_t>& keysyms, const std::vector<xcb_keycode_t>& codes);
+  // The code that a keysym was put on; 0 for any other.
+  xcb_keycode_t CodeOf(xkb_keysym_t keysym) const;
+  bool Any() const { return !keys_.empty(); }
+  // Leaves codes alone on which something else has been put meanwhile.
+  void TakeOff();
+  // Takes off what a process that was killed has left.
+  void Recover();
+
+ private:
+  using Keys = std::vector<std::pair<xcb_keycode_t, xkb_keysym_t>>;
+
+  void Write(const Keys& keys, bool on);
+  Keys StillOn(const Keys& keys);
+  void Clear(const Keys& keys);
+
+  XKeyConnection& connection_;
+  xcb_atom_t record_ = XCB_NONE;
+  Keys keys_;
+};
+
+}  // namespace quillbox

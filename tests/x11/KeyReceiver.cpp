@@ -1,0 +1,188 @@
+#include "x11/KeyReceiver.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+// The header has a member of that name.
+#define explicit explicitParts
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace quillbox::test {
+namespace {
+
+void SleepMs(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+
+}  // namespace
+
+KeyReceiver::KeyReceiver(Options options)
+    : options_(options), context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+  int screen = 0;
+  connection_ = xcb_connect(nullptr, &screen);
+  if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server");
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  if (!xkb_x11_setup_xkb_extension(connection_, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                   XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_,
+                                   nullptr)) {
+    throw std::runtime_error("no XKB");
+  }
+  const std::uint16_t events = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+  xcb_xkb_select_events(connection_, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, 0xFF, 0xFF, nullptr);
+  Create();
+  thread_ = std::thread([this] { Run(); });
+}
+
+KeyReceiver::~KeyReceiver() {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window_;
+  message.type = end_;
+  xcb_send_event(connection_, 0, window_, 0, reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
+  thread_.join();
+  xcb_disconnect(connection_);
+}
+
+xcb_atom_t KeyReceiver::Atom(const char* name) {
+  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+  xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection_, cookie, nullptr);
+  const xcb_atom_t atom = reply ? reply->atom : 0;
+  std::free(reply);
+  return atom;
+}
+
+void KeyReceiver::Create() {
+  window_ = xcb_generate_id(connection_);
+  const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 10, 10, 200, 100, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+  protocols_ = Atom("WM_PROTOCOLS");
+  ping_ = Atom("_NET_WM_PING");
+  end_ = Atom("QUILLBOX_TEST_END");
+  if (options_.answersPings) {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, protocols_, XCB_ATOM_ATOM, 32, 1,
+                        &ping_);
+  }
+  xcb_map_window(connection_, window_);
+  std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+void KeyReceiver::SetFocus(xcb_window_t window) {
+  for (int tries = 0; tries < 200; ++tries) {
+    xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
+    xcb_get_input_focus_reply_t* reply =
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr);
+    const bool done = reply && reply->focus == window;
+    std::free(reply);
+    if (done) return;
+    SleepMs(5);
+  }
+  throw std::runtime_error("no focus");
+}
+
+void KeyReceiver::TakeFocus() { SetFocus(window_); }
+
+void KeyReceiver::GiveFocusToNobody() { SetFocus(XCB_NONE); }
+
+void KeyReceiver::Run() {
+  while (!ended_) {
+    xcb_generic_event_t* event = xcb_wait_for_event(connection_);
+    if (!event) return;
+    Handle(*event);
+    std::free(event);
+  }
+}
+
+void KeyReceiver::Handle(const xcb_generic_event_t& event) {
+  const int type = event.response_type & 0x7F;
+  if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
+    HandleKey(reinterpret_cast<const xcb_key_press_event_t&>(event), type == XCB_KEY_PRESS);
+  } else if (type == XCB_MAPPING_NOTIFY || type == xkbEvent_) {
+    mapIsOld_ = true;
+  } else if (type == XCB_CLIENT_MESSAGE) {
+    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (message.type == end_) ended_ = true;
+    if (message.type == protocols_ && message.data.data32[0] == ping_) AnswerPing(message);
+  }
+}
+
+void KeyReceiver::AnswerPing(xcb_client_message_event_t message) {
+  message.window = root_;
+  xcb_send_event(connection_, 0, root_,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
+}
+
+void KeyReceiver::ReadMap() {
+  mapIsOld_ = false;
+  keymap_.reset(xkb_x11_keymap_new_from_device(context_.get(), connection_,
+                                               xkb_x11_get_core_keyboard_device_id(connection_),
+                                               XKB_KEYMAP_COMPILE_NO_FLAGS));
+  state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr);
+}
+
+void KeyReceiver::HandleKey(const xcb_key_press_event_t& event, bool press) {
+  const bool unpaired = down_[event.detail] == press;
+  down_[event.detail] = press;
+  if (unpaired) {
+    const std::lock_guard lock(mutex_);
+    ++unpaired_;
+  }
+  if (!press) return;
+  if (options_.microsecondsPerKey > 0) {
+    std::this_thread::sleep_for(std::chrono::microseconds(options_.microsecondsPerKey));
+  }
+  if (mapIsOld_) ReadMap();
+  if (!state_) return;
+  xkb_state_update_mask(state_.get(), event.state & 0xFF, 0, 0, 0, 0, event.state >> 13 & 3);
+  const xkb_keysym_t keysym = xkb_state_key_get_one_sym(state_.get(), event.detail);
+  // The modifier keys themselves aren't of interest.
+  if (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R && keysym != XKB_KEY_Caps_Lock) return;
+  if (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock) return;
+  char text[16] = {};
+  xkb_state_key_get_utf8(state_.get(), event.detail, text, sizeof text);
+  const std::lock_guard lock(mutex_);
+  presses_.push_back({keysym, static_cast<std::uint8_t>(event.state & 0xFF), text});
+}
+
+std::vector<KeyPress> KeyReceiver::Presses() const {
+  const std::lock_guard lock(mutex_);
+  return presses_;
+}
+
+std::string KeyReceiver::Text() const {
+  std::string text;
+  for (const KeyPress& press : Presses()) text += press.text == "\r" ? "\n" : press.text;
+  return text;
+}
+
+int KeyReceiver::Unpaired() const {
+  const std::lock_guard lock(mutex_);
+  return unpaired_;
+}
+
+void KeyReceiver::Clear() {
+  const std::lock_guard lock(mutex_);
+  presses_.clear();
+  unpaired_ = 0;
+}
+
+bool KeyReceiver::WaitFor(std::size_t presses) const {
+  for (int tries = 0; tries < 2000; ++tries) {
+    if (Presses().size() >= presses) {
+      SleepMs(30);
+      return true;
+    }
+    SleepMs(10);
+  }
+  return false;
+}
+
+}  // namespace quillbox::test

@@ -1,0 +1,295 @@
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <chrono>
+#include <thread>
+
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+#include "platform/linux/XKeySender.h"
+#include "x11/KeyReceiver.h"
+#include "x11/TestKeyboard.h"
+
+namespace quillbox::test {
+namespace {
+
+void Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+
+XKeySender::Options Plain(XFocus::IsOurs isOurs = [](xcb_window_t) { return false; }) {
+  return {.display = {}, .pause = Sleep, .isOurs = std::move(isOurs)};
+}
+
+// The key string that types the text.
+Text Quote(TextView text) {
+  Text keys;
+  for (const char16_t unit : text) {
+    if (TextView(u"+^%~(){}[]").find(unit) != TextView::npos) {
+      keys += Text(u"{") + unit + u"}";
+    } else {
+      keys += unit;
+    }
+  }
+  return keys;
+}
+
+// Every character of a keyboard and some that few have.
+Text MixedText(std::size_t characters) {
+  Text all;
+  for (char16_t unit = u' '; unit < 0x7F; ++unit) all += unit;
+  all += u"½€ßé漢😀\tÄöЖжαΩ\n^´`«~é€A€b€";
+  std::size_t inAll = 0;
+  for (const char16_t unit : all) inAll += IsLowSurrogate(unit) ? 0 : 1;
+  Text text;
+  std::size_t count = 0;
+  for (; count + inAll <= characters; count += inAll) text += all;
+  return text + Text(characters - count, u'x');
+}
+
+struct Keyboard {
+  const char* layouts;
+  int group;
+  std::uint8_t locked;
+  bool answersPings;
+  int microsecondsPerKey;
+};
+
+class XKeySenderText : public testing::TestWithParam<Keyboard> {};
+
+TEST_P(XKeySenderText, ArrivesWholeAndTheKeyboardStaysAsItWas) {
+  const Keyboard& keyboard = GetParam();
+  TestKeyboard person(keyboard.layouts, keyboard.group);
+  person.Lock(keyboard.locked);
+  KeyReceiver receiver({keyboard.answersPings, keyboard.microsecondsPerKey});
+  receiver.TakeFocus();
+  const std::string before = TestKeyboard::Dump();
+
+  const Text text = MixedText(5000);
+  XKeySender(Plain()).Send(Quote(text));
+
+  ASSERT_TRUE(receiver.WaitFor(5000));
+  EXPECT_EQ(receiver.Text(), ToUtf8(text));
+  EXPECT_EQ(receiver.Unpaired(), 0);
+  EXPECT_EQ(TestKeyboard::Dump(), before);
+  EXPECT_EQ(person.Locked(), keyboard.locked);
+  EXPECT_EQ(person.Group(), keyboard.group);
+  EXPECT_FALSE(person.AnyKeyDown());
+  EXPECT_FALSE(person.RootHas("_QUILLBOX_SPARE_KEYS"));
+  EXPECT_FALSE(person.RootHas("_QUILLBOX_TYPING"));
+}
+
+constexpr std::uint8_t kBothLocks = TestKeyboard::kCapsLock | TestKeyboard::kNumLock;
+
+INSTANTIATE_TEST_SUITE_P(
+    Keyboards, XKeySenderText,
+    testing::Values(Keyboard{"us", 0, 0, false, 0}, Keyboard{"us", 0, 0, false, 150},
+                    Keyboard{"us", 0, 0, true, 300}, Keyboard{"us", 0, kBothLocks, true, 0},
+                    Keyboard{"de", 0, 0, true, 0}, Keyboard{"de", 0, kBothLocks, false, 0},
+                    Keyboard{"fr", 0, 0, true, 0}, Keyboard{"fr", 0, kBothLocks, true, 0},
+                    Keyboard{"us,gr", 1, 0, true, 0}, Keyboard{"us,gr", 1, kBothLocks, true, 0}),
+    [](const auto& keyboard) {
+      std::string name = keyboard.param.layouts;
+      std::erase(name, ',');
+      if (keyboard.param.locked != 0) name += "Locked";
+      name += keyboard.param.answersPings ? "Asked" : "Waited";
+      return name + std::to_string(keyboard.param.microsecondsPerKey);
+    });
+
+TEST(XKeySender, MoreCharactersThanSpareKeys) {
+  for (const bool answersPings : {true, false}) {
+    TestKeyboard person("us");
+    KeyReceiver receiver({answersPings, 50});
+    receiver.TakeFocus();
+    const std::string before = TestKeyboard::Dump();
+    Text text;
+    for (int i = 0; i < 400; ++i) (text += static_cast<char16_t>(0x4E00 + i)) += u'-';
+    XKeySender(Plain()).Send(text);
+    ASSERT_TRUE(receiver.WaitFor(800));
+    EXPECT_EQ(receiver.Text(), ToUtf8(text));
+    EXPECT_EQ(TestKeyboard::Dump(), before);
+  }
+}
+
+struct Typed {
+  TextView keys;
+  std::vector<std::pair<xkb_keysym_t, int>> presses;  // keysym and real modifiers
+};
+
+void ExpectTyped(KeyReceiver& receiver, XKeySender& sender, const Typed& row) {
+  receiver.Clear();
+  sender.Send(Text(row.keys));
+  EXPECT_TRUE(receiver.WaitFor(row.presses.size()));
+  std::vector<std::pair<xkb_keysym_t, int>> presses;
+  for (const KeyPress& press : receiver.Presses()) presses.emplace_back(press.keysym, press.modifiers);
+  EXPECT_EQ(presses, row.presses) << ToUtf8(row.keys);
+}
+
+constexpr int kShift = 1;
+constexpr int kControl = 4;
+constexpr int kAlt = 8;
+
+TEST(XKeySender, ModifiersRepeatsAndSpecialKeys) {
+  const TestKeyboard person("us");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  XKeySender sender(Plain());
+  for (const Typed& row : std::initializer_list<Typed>{
+           {u"+a^b%c", {{XKB_KEY_A, kShift}, {XKB_KEY_b, kControl}, {XKB_KEY_c, kAlt}}},
+           {u"^%+x", {{XKB_KEY_X, kControl | kAlt | kShift}}},
+           {u"^A^@", {{XKB_KEY_A, kControl | kShift}, {XKB_KEY_at, kControl | kShift}}},
+           {u"^(ab)c", {{XKB_KEY_a, kControl}, {XKB_KEY_b, kControl}, {XKB_KEY_c, 0}}},
+           {u"+(1)", {{XKB_KEY_exclam, kShift}}},
+           {u"+é^é", {{XKB_KEY_Eacute, kShift}, {XKB_KEY_eacute, kControl}}},
+           {u"{LEFT 3}{h 2}",
+            {{XKB_KEY_Left, 0}, {XKB_KEY_Left, 0}, {XKB_KEY_Left, 0}, {XKB_KEY_h, 0}, {XKB_KEY_h, 0}}},
+           {u"~\r\n\t+{TAB}",
+            {{XKB_KEY_Return, 0}, {XKB_KEY_Return, 0}, {XKB_KEY_Tab, 0}, {XKB_KEY_ISO_Left_Tab, kShift}}},
+           {u"{{}{}}{+}",
+            {{XKB_KEY_braceleft, kShift}, {XKB_KEY_braceright, kShift}, {XKB_KEY_plus, kShift}}},
+           {u"{BS}{DEL}{ESC}{HOME}{END}{PGUP}{PGDN}{INS}",
+            {{XKB_KEY_BackSpace, 0},
+             {XKB_KEY_Delete, 0},
+             {XKB_KEY_Escape, 0},
+             {XKB_KEY_Home, 0},
+             {XKB_KEY_End, 0},
+             {XKB_KEY_Prior, 0},
+             {XKB_KEY_Next, 0},
+             {XKB_KEY_Insert, 0}}},
+           {u"{UP}{DOWN}{RIGHT}{F1}%{F4}{F12}{F16}",
+            {{XKB_KEY_Up, 0},
+             {XKB_KEY_Down, 0},
+             {XKB_KEY_Right, 0},
+             {XKB_KEY_F1, 0},
+             {XKB_KEY_F4, kAlt},
+             {XKB_KEY_F12, 0},
+             {XKB_KEY_F16, 0}}},
+           {u"{ADD}{SUBTRACT}{MULTIPLY}{DIVIDE}",
+            {{XKB_KEY_KP_Add, 0},
+             {XKB_KEY_KP_Subtract, 0},
+             {XKB_KEY_KP_Multiply, 0},
+             {XKB_KEY_KP_Divide, 0}}},
+           {u"{BREAK}{PRTSC}{HELP}{CLEAR}",
+            {{XKB_KEY_Break, kControl}, {XKB_KEY_Print, 0}, {XKB_KEY_Help, 0}, {XKB_KEY_Clear, 0}}},
+       }) {
+    ExpectTyped(receiver, sender, row);
+  }
+  EXPECT_EQ(receiver.Unpaired(), 0);
+}
+
+TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
+  TestKeyboard person("us");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  XKeySender sender(Plain());
+  sender.Send(u"a{CAPSLOCK}");
+  EXPECT_EQ(person.Locked(), TestKeyboard::kCapsLock);
+  sender.Send(u"b{CAPSLOCK}");
+  EXPECT_EQ(person.Locked(), 0);
+  ASSERT_TRUE(receiver.WaitFor(4));
+  EXPECT_EQ(receiver.Text(), "ab");
+}
+
+TEST(XKeySender, WaitsForHeldKeys) {
+  TestKeyboard person("de");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  XKeySender sender(Plain());
+  person.Key(TestKeyboard::kShiftKey, true);
+  std::thread release([&] {
+    Sleep(300);
+    TestKeyboard::Dump();
+    person.Key(TestKeyboard::kShiftKey, false);
+  });
+  sender.Send(u"abc é");
+  release.join();
+  ASSERT_TRUE(receiver.WaitFor(5));
+  EXPECT_EQ(receiver.Text(), "abc é");
+}
+
+TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
+  TestKeyboard person("us");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  person.Key(TestKeyboard::kShiftKey, true);
+  receiver.Clear();
+  try {
+    XKeySender(Plain()).Send(u"abc");
+    FAIL() << "typed under Shift";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), errors::kPermission);
+  }
+  Sleep(50);
+  EXPECT_TRUE(receiver.Presses().empty());
+}
+
+TEST(XKeySender, ABadStringTypesNothing) {
+  const TestKeyboard person("us");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  const std::string before = TestKeyboard::Dump();
+  XKeySender sender(Plain());
+  for (const Text& keys : {Text(u"abc{END"), Text(u"abc)"), Text(u"漢{NAME}"), Text(u"abc\uFFFF")}) {
+    EXPECT_THROW(sender.Send(keys), RuntimeError) << ToUtf8(keys);
+  }
+  sender.Send(u"");
+  sender.Send(u"z");
+  ASSERT_TRUE(receiver.WaitFor(1));
+  EXPECT_EQ(receiver.Text(), "z");
+  EXPECT_EQ(TestKeyboard::Dump(), before);
+}
+
+TEST(XKeySender, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
+  const TestKeyboard person("us");
+  KeyReceiver other({true, 0});
+  KeyReceiver ours({true, 0});
+  const auto isOurs = [&](xcb_window_t window) { return window == ours.Window(); };
+  ours.TakeFocus();
+  std::thread leave([&] {
+    Sleep(200);
+    other.TakeFocus();
+  });
+  XKeySender(Plain(isOurs)).Send(u"abc");
+  leave.join();
+  ASSERT_TRUE(other.WaitFor(3));
+  EXPECT_EQ(other.Text(), "abc");
+  EXPECT_TRUE(ours.Presses().empty());
+}
+
+TEST(XKeySender, WithoutAWindowToTypeIntoNothingIsTyped) {
+  const TestKeyboard person("us");
+  KeyReceiver other({true, 0});
+  KeyReceiver ours({true, 0});
+  XKeySender sender(Plain([&](xcb_window_t window) { return window == ours.Window(); }));
+  ours.TakeFocus();
+  sender.Send(u"abc");
+  ours.GiveFocusToNobody();
+  sender.Send(u"def");
+  Sleep(50);
+  EXPECT_TRUE(other.Presses().empty());
+  EXPECT_TRUE(ours.Presses().empty());
+}
+
+TEST(XKeySender, AStringFromWithinAStringFails) {
+  const TestKeyboard person("us");
+  KeyReceiver receiver({true, 0});
+  receiver.TakeFocus();
+  XKeySender* inner = nullptr;
+  int refused = 0;
+  XKeySender::Options options = Plain();
+  options.pause = [&](int milliseconds) {
+    Sleep(milliseconds);
+    try {
+      inner->Send(u"x");
+    } catch (const RuntimeError& error) {
+      if (error.Number() == errors::kPermission) ++refused;
+    }
+  };
+  XKeySender sender(std::move(options));
+  inner = &sender;
+  sender.Send(u"abc");
+  ASSERT_TRUE(receiver.WaitFor(3));
+  EXPECT_EQ(receiver.Text(), "abc");
+  EXPECT_GT(refused, 0);
+}
+
+}  // namespace
+}  // namespace quillbox::test
