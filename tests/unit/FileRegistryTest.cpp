@@ -1,0 +1,428 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "platform/CodePage.h"
+#include "platform/linux/FileRegistry.h"
+#include "unit/ChildProcess.h"
+#include "unit/TemporaryFolder.h"
+
+namespace quillbox {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kAny = 1 << 24;
+constexpr std::uint32_t kAccess = registry::kMaximumAllowed;
+const Text kIntern = u"Software\\Norvane\\Quillbox\\ann\\Intern";
+const Text kMachine = u"Software\\Norvane\\Quillbox";
+const Text kRun = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+class FileRegistryTest : public testing::Test {
+ protected:
+  FileRegistryTest() : registry_(Places()) {}
+
+  RegistryPlaces Places() const {
+    return {folder_.Path("config"),
+            {folder_.Path("xdg1"), folder_.Path("xdg2")},
+            folder_.Path("config/autostart"),
+            {folder_.Path("xdg1/autostart"), folder_.Path("xdg2/autostart")}};
+  }
+  std::string UserFile() const { return folder_.Path("config/quillbox/user.reg"); }
+  std::string MachineFile() const { return folder_.Path("config/quillbox/machine.reg"); }
+
+  // Type and bytes as "TYPE:BYTES"; "-" if there is no such value.
+  std::string Get(Hive hive, TextView path, TextView name, std::size_t maxBytes = kAny) {
+    const std::optional<Registry::Key> key = registry_.Open(hive, path, kAccess);
+    if (!key) return "-";
+    std::uint32_t type = 0;
+    std::string bytes;
+    const bool found = registry_.Query(*key, name, maxBytes, type, bytes);
+    registry_.Close(*key);
+    return found ? std::to_string(type) + ":" + bytes : "-";
+  }
+  bool Put(Hive hive, TextView path, TextView name, const std::string& bytes, std::uint32_t type = 1) {
+    const std::optional<Registry::Key> key = registry_.Create(hive, path);
+    if (!key) return false;
+    const bool done = registry_.Set(*key, name, type, bytes);
+    registry_.Close(*key);
+    return done;
+  }
+  bool Remove(Hive hive, TextView path, TextView name) {
+    const std::optional<Registry::Key> key = registry_.Open(hive, path, kAccess);
+    if (!key) return false;
+    const bool done = registry_.Delete(*key, name);
+    registry_.Close(*key);
+    return done;
+  }
+
+  const TemporaryFolder folder_;
+  FileRegistry registry_;
+};
+
+constexpr Hive kUser = Hive::CurrentUser;
+constexpr Hive kLocal = Hive::LocalMachine;
+
+TEST_F(FileRegistryTest, TheFirstWriteMakesTheFile) {
+  EXPECT_FALSE(registry_.Open(kUser, kIntern, kAccess));
+  EXPECT_TRUE(registry_.Open(kUser, u"", registry::kSetValue));
+  EXPECT_FALSE(fs::exists(folder_.Path("config")));
+  EXPECT_TRUE(Put(kUser, kIntern, u"Left", "120"));
+  EXPECT_EQ(ContentOf(UserFile()),
+            "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\ann\\Intern]\r\n\"Left\"="
+            "\"120\"\r\n");
+  struct stat status {};
+  ASSERT_EQ(::stat(UserFile().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600U);
+  ASSERT_EQ(::stat(folder_.Path("config/quillbox").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0700U);
+}
+
+TEST_F(FileRegistryTest, EveryValueComesBack) {
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+  const std::string values[] = {"",
+                                "49",
+                                "C:\\Sounds\\\"a\".wav",
+                                std::string("end\0", 4),
+                                "two\r\nlines",
+                                "\xFC\xBD\x80",
+                                ToBytes(u"\u03A9\u65E5"),
+                                all,
+                                std::string(100000, 'x'),
+                                std::string(50000, '\n')};
+  for (const std::uint32_t type : {1U, 3U, 4U, 7U, 11U}) {
+    int number = 0;
+    for (const std::string& value : values) {
+      const Text name = u"Value" + Decimal(++number);
+      ASSERT_TRUE(Put(kUser, kIntern, name, value, type));
+    }
+    FileRegistry fresh(Places());
+    const auto key = fresh.Open(kUser, kIntern, kAccess);
+    ASSERT_TRUE(key);
+    number = 0;
+    for (const std::string& value : values) {
+      std::uint32_t readType = 0;
+      std::string bytes;
+      ASSERT_TRUE(fresh.Query(*key, u"Value" + Decimal(++number), kAny, readType, bytes)) << number;
+      EXPECT_EQ(readType, type);
+      EXPECT_EQ(bytes, value) << "value " << number << " of type " << type;
+    }
+  }
+  EXPECT_EQ(Get(kUser, kIntern, u"Value1", 0), "11:");
+  EXPECT_EQ(Get(kUser, kIntern, u"Value2", 2), "11:49");
+  EXPECT_EQ(Get(kUser, kIntern, u"Value2", 1), "-");
+}
+
+TEST_F(FileRegistryTest, NamesComeBackOrFailWithoutHarm) {
+  ASSERT_TRUE(Put(kUser, kIntern, u"Left", "120"));
+  const Text names[] = {u"a\"b",
+                        u"a\\",
+                        u"]",
+                        u"[x]",
+                        u"=",
+                        u"@",
+                        u";",
+                        u"",
+                        u" a ",
+                        u"\u00FC",
+                        u"\u65E5\u672C",
+                        Text(1, 0xD800),
+                        u"\u00EF\u00BB\u00BFx",
+                        Text(100000, u'n'),
+                        u"a\nb",
+                        u"a\r",
+                        Text(1, 0),
+                        u"\t",
+                        u"a\u007F"};
+  int kept = 0;
+  for (const Text& name : names) {
+    const std::string bytes = std::string("v").append(std::to_string(kept));
+    if (Put(kUser, kIntern, name, bytes)) {
+      ++kept;
+      EXPECT_EQ(Get(kUser, kIntern, name), "1:" + bytes);
+    } else {
+      EXPECT_EQ(Get(kUser, kIntern, name), "-");
+    }
+    EXPECT_EQ(Get(kUser, kIntern, u"Left"), "1:120");
+  }
+  EXPECT_EQ(kept, 14);
+  kept = 0;
+  for (const Text& name : names) {
+    const Text path = u"Software\\" + name + u"\\Sub";
+    const std::string bytes = std::string("k").append(std::to_string(kept));
+    if (Put(kUser, path, u"v", bytes)) {
+      ++kept;
+      EXPECT_EQ(Get(kUser, path, u"v"), "1:" + bytes);
+    }
+    EXPECT_EQ(Get(kUser, kIntern, u"Left"), "1:120");
+  }
+  EXPECT_EQ(kept, 14);
+  EXPECT_TRUE(Put(kUser, Text(100000, u'\\') + u"deep" + Text(50000, u'\\') + u"key", u"v", "x"));
+  EXPECT_EQ(Get(kUser, u"Deep\\Key", u"V"), "1:x");
+}
+
+TEST_F(FileRegistryTest, NamesAreComparedWithoutCase) {
+  ASSERT_TRUE(Put(kUser, kIntern, u"AlwaysOnTop", "1"));
+  ASSERT_TRUE(Put(kUser, u"SOFTWARE\\norvane\\Quillbox\\ANN\\INTERN", u"ALWAYSONTOP", "2"));
+  EXPECT_EQ(Get(kUser, u"software\\Norvane\\\\quillbox\\ann\\intern\\", u"alwaysontop"), "1:2");
+  EXPECT_EQ(ContentOf(UserFile()).find("ALWAYS"), std::string::npos);
+  EXPECT_EQ(ContentOf(UserFile()).find("SOFTWARE"), std::string::npos);
+  EXPECT_TRUE(registry_.Open(kUser, u"software", kAccess));
+  EXPECT_FALSE(registry_.Open(kUser, u"software\\nor", kAccess));
+  EXPECT_TRUE(Remove(kUser, kIntern, u"alwaysONtop"));
+  EXPECT_EQ(Get(kUser, kIntern, u"AlwaysOnTop"), "-");
+  EXPECT_FALSE(Remove(kUser, kIntern, u"AlwaysOnTop"));
+}
+
+TEST_F(FileRegistryTest, AnExportedBranchIsRead) {
+  const std::string exported =
+      "REGEDIT4\r\n\r\n"
+      "[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\J\xFCrgen]\r\n"
+      "; made by hand\r\n"
+      "@=\"default\"\r\n"
+      "\"Left\"=\"12\\\\0\" ; a comment\r\n"
+      "\"Euro\"=\"\x80\xFC\"\r\n"
+      "\"Message\"=\"first\r\nsecond \\\"x\\\"\r\n\r\nlast\"\r\n"
+      "\"Number\"=dword:0000010A\r\n"
+      "\"Many\"=hex(7):61,00,\\\r\n  62,\\\r\n  00,00\r\n"
+      "\"Binary\"=hex:01, 02\r\n"
+      "\"Gone\"=\"x\"\r\n"
+      "\"Gone\"=-\r\n"
+      "\r\n"
+      "[HKEY_CURRENT_USER\\Software\\Old\\Sub]\r\n"
+      "\"x\"=\"1\"\r\n"
+      "[-HKEY_CURRENT_USER\\Software\\Old]\r\n"
+      "\"x\"=\"2\"\r\n"
+      "[HKEY_LOCAL_MACHINE\\Software\\Norvane\\Quillbox\\J\xFCrgen]\r\n"
+      "\"Left\"=\"not the user's\"\r\n";
+  PutContent(UserFile(), exported);
+  const Text path = u"Software\\Norvane\\Quillbox\\J\u00FCrgen";
+  EXPECT_EQ(Get(kUser, path, u""), "1:default");
+  EXPECT_EQ(Get(kUser, path, u"Left"), "1:12\\0");
+  EXPECT_EQ(Get(kUser, path, u"Euro"), "1:\x80\xFC");
+  EXPECT_EQ(Get(kUser, path, u"Message"), "1:first\r\nsecond \"x\"\r\n\r\nlast");
+  EXPECT_EQ(Get(kUser, path, u"Number"), std::string("4:\x0A\x01\0\0", 6));
+  EXPECT_EQ(Get(kUser, path, u"Many"), std::string("7:a\0b\0\0", 7));
+  EXPECT_EQ(Get(kUser, path, u"Binary"), "3:\x01\x02");
+  EXPECT_EQ(Get(kUser, path, u"Gone"), "-");
+  EXPECT_FALSE(registry_.Open(kUser, u"Software\\Old", kAccess));
+
+  // A change touches its own line alone.
+  ASSERT_TRUE(Put(kUser, path, u"left", "7"));
+  std::string changed = exported;
+  const std::string line = "\"Left\"=\"12\\\\0\" ; a comment\r\n";
+  changed.replace(changed.find(line), line.size(), "\"Left\"=\"7\"\r\n");
+  EXPECT_EQ(ContentOf(UserFile()), changed);
+  ASSERT_TRUE(Put(kUser, path, u"Gone", "back"));
+  EXPECT_EQ(Get(kUser, path, u"Gone"), "1:back");
+  ASSERT_TRUE(Remove(kUser, path, u"Gone"));
+  EXPECT_EQ(Get(kUser, path, u"Gone"), "-");
+}
+
+TEST_F(FileRegistryTest, DamagedLinesStayAndHarmNothing) {
+  const std::string damaged =
+      "garbage\n"
+      "[HKEY_CURRENT_USER\\A]\n"
+      "\"open\"=\"no end\n"
+      "\"b\"=\"1\"\n"
+      "\"half\"=hex(1):61,\\\n"
+      "\"c\"=\"2\"\n"
+      "[HKEY_CURRENT_USER\\B\n"
+      "\"b\"=\"3\"\n"
+      "HKEY_CURRENT_USER\\C]\n"
+      "\"c\"=\"not of B\"\n"
+      "[HKEY_CURRENT_USER\\D]\n"
+      "\"cut\"=\"lon";
+  PutContent(UserFile(), damaged);
+  EXPECT_EQ(Get(kUser, u"A", u"open"), "-");
+  EXPECT_EQ(Get(kUser, u"A", u"b"), "1:1");
+  EXPECT_EQ(Get(kUser, u"A", u"half"), "-");
+  EXPECT_EQ(Get(kUser, u"A", u"c"), "1:2");
+  EXPECT_EQ(Get(kUser, u"B", u"b"), "1:3");
+  EXPECT_EQ(Get(kUser, u"B", u"c"), "-");
+  ASSERT_TRUE(Put(kUser, u"D", u"new", "4"));
+  EXPECT_EQ(ContentOf(UserFile()), damaged + "\n\"new\"=\"4\"\n");
+  EXPECT_EQ(Get(kUser, u"D", u"new"), "1:4");
+}
+
+TEST_F(FileRegistryTest, ChangesOfOthersAreSeenAndKept) {
+  ASSERT_TRUE(Put(kUser, kIntern, u"Left", "100"));
+  FileRegistry other(Places());
+  const auto key = other.Open(kUser, kIntern, kAccess);
+  ASSERT_TRUE(key);
+  for (int round = 0; round < 50; ++round) {
+    // The same length, within the clock tick of file times.
+    const std::string bytes = std::to_string(200 + round);
+    ASSERT_TRUE(other.Set(*key, u"Left", 1, bytes));
+    ASSERT_EQ(Get(kUser, kIntern, u"Left"), "1:" + bytes);
+    ASSERT_TRUE(Put(kUser, kIntern, u"Top", bytes));
+  }
+  std::uint32_t type = 0;
+  std::string bytes;
+  EXPECT_TRUE(other.Query(*key, u"Top", kAny, type, bytes));
+  EXPECT_EQ(bytes, "249");
+  fs::remove(UserFile());
+  EXPECT_EQ(Get(kUser, kIntern, u"Left"), "-");
+}
+
+// Counts what a read costs.
+class CountingCalls : public SystemCalls {
+ public:
+  int Open(const char* path, int flags, mode_t mode) override {
+    ++opened;
+    return SystemCalls::Open(path, flags, mode);
+  }
+  int Rename(const char* from, const char* to) override {
+    ++renamed;
+    return SystemCalls::Rename(from, to);
+  }
+  int opened = 0;
+  int renamed = 0;
+};
+
+TEST_F(FileRegistryTest, AnUnchangedFileIsNotReadOrWrittenAgain) {
+  ASSERT_TRUE(Put(kUser, kIntern, u"Left", "100"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(60));
+  const auto calls = std::make_shared<CountingCalls>();
+  FileRegistry counted(Places(), calls);
+  const auto key = counted.Open(kUser, kIntern, kAccess);
+  ASSERT_TRUE(key);
+  std::uint32_t type = 0;
+  std::string bytes;
+  for (int i = 0; i < 100; ++i) ASSERT_TRUE(counted.Query(*key, u"Left", kAny, type, bytes));
+  EXPECT_TRUE(counted.Set(*key, u"Left", 1, "100"));
+  EXPECT_EQ(calls->opened, 1);
+  EXPECT_EQ(calls->renamed, 0);
+}
+
+TEST_F(FileRegistryTest, WritersOfManyProcessesLoseNothing) {
+  std::vector<std::thread> writers;
+  for (char16_t writer = u'a'; writer < u'e'; ++writer) {
+    writers.emplace_back([this, writer] {
+      FileRegistry own(Places());
+      for (int i = 0; i < 25; ++i) {
+        const auto key = own.Create(kUser, u"Software");
+        if (key) own.Set(*key, writer + Decimal(i), 1, "x");
+      }
+    });
+  }
+  for (std::thread& writer : writers) writer.join();
+  for (char16_t writer = u'a'; writer < u'e'; ++writer) {
+    for (int i = 0; i < 25; ++i) EXPECT_EQ(Get(kUser, u"Software", writer + Decimal(i)), "1:x");
+  }
+}
+
+TEST_F(FileRegistryTest, ALockThatIsHeldFailsTheWriteInTime) {
+  ASSERT_TRUE(Put(kUser, kIntern, u"Left", "1"));
+  const int fd = ::open(folder_.Path("config/quillbox/registry.lock").c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_EQ(::flock(fd, LOCK_EX), 0);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(Put(kUser, kIntern, u"Left", "2"));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2000));
+  EXPECT_EQ(Get(kUser, kIntern, u"Left"), "1:1");
+  ::close(fd);
+  EXPECT_TRUE(Put(kUser, kIntern, u"Left", "2"));
+}
+
+TEST_F(FileRegistryTest, WithoutRightsWritesFail) {
+  fs::permissions(folder_.Path(), fs::perms::all);
+  const int code = RunAsOrdinaryUser([&] {
+    if (!Put(kUser, kIntern, u"Left", "1") || !Put(kLocal, kMachine, u"AutoRun", "Yes")) return 1;
+    ::chmod(folder_.Path("config/quillbox").c_str(), 0500);
+    if (Put(kUser, kIntern, u"Left", "2") || Put(kUser, u"New", u"x", "2")) return 2;
+    if (Remove(kUser, kIntern, u"Left")) return 3;
+    if (registry_.Open(kUser, kIntern, registry::kSetValue)) return 4;
+    if (Get(kUser, kIntern, u"Left") != "1:1") return 5;
+    if (!registry_.Open(kLocal, kRun, registry::kSetValue)) return 6;
+    ::chmod(folder_.Path("config").c_str(), 0500);
+    if (registry_.Open(kLocal, kRun, registry::kSetValue)) return 7;
+    if (Put(kLocal, kRun, u"Quillbox", "/usr/bin/quillbox")) return 8;
+    ::chmod(folder_.Path("config").c_str(), 0700);
+    ::chmod(folder_.Path("config/quillbox").c_str(), 0700);
+    // A file that can't be read is not replaced by one with a single value.
+    ::chmod(UserFile().c_str(), 0200);
+    FileRegistry fresh(Places());
+    const auto key = fresh.Create(kUser, u"Software");
+    if (key && fresh.Set(*key, u"x", 1, "y")) return 9;
+    ::chmod(UserFile().c_str(), 0600);
+    return Get(kUser, kIntern, u"Left") == "1:1" ? 0 : 10;
+  });
+  EXPECT_EQ(code, 0);
+}
+
+TEST_F(FileRegistryTest, TheMachineFallsBackToTheAdministratorsValues) {
+  const std::string head = "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Norvane\\Quillbox]\r\n";
+  PutContent(folder_.Path("xdg1/quillbox/machine.reg"), head + "\"AutoRun\"=\"No\"\r\n");
+  PutContent(folder_.Path("xdg2/quillbox/machine.reg"), head + "\"AutoRun\"=\"Yes\"\r\n\"Other\"=\"2\"\r\n");
+  EXPECT_EQ(Get(kLocal, kMachine, u"AutoRun"), "1:No");
+  EXPECT_EQ(Get(kLocal, kMachine, u"Other"), "1:2");
+  EXPECT_EQ(Get(kUser, kMachine, u"AutoRun"), "-");
+  ASSERT_TRUE(Put(kLocal, kMachine, u"autorun", "Maybe"));
+  EXPECT_EQ(Get(kLocal, kMachine, u"AutoRun"), "1:Maybe");
+  EXPECT_EQ(Get(kLocal, kMachine, u"Other"), "1:2");
+  EXPECT_EQ(ContentOf(folder_.Path("xdg1/quillbox/machine.reg")), head + "\"AutoRun\"=\"No\"\r\n");
+  // What is deleted stays deleted, whatever the administrator's file says.
+  EXPECT_TRUE(Remove(kLocal, kMachine, u"AutoRun"));
+  EXPECT_EQ(Get(kLocal, kMachine, u"AutoRun"), "-");
+  EXPECT_FALSE(Remove(kLocal, kMachine, u"AutoRun"));
+  EXPECT_TRUE(Put(kLocal, kMachine, u"AutoRun", "Yes"));
+  EXPECT_EQ(Get(kLocal, kMachine, u"AutoRun"), "1:Yes");
+}
+
+TEST_F(FileRegistryTest, RunIsTheAutostartFolder) {
+  const std::string entry = folder_.Path("config/autostart/quillbox.desktop");
+  ASSERT_TRUE(registry_.Open(kLocal, kRun, registry::kSetValue));
+  EXPECT_FALSE(registry_.Open(kUser, kRun, kAccess));
+  EXPECT_FALSE(fs::exists(folder_.Path("config")));
+  EXPECT_EQ(Get(kLocal, kRun, u"Quillbox"), "-");
+  const std::string paths[] = {"/usr/bin/quillbox", "/opt/my programs/quill box", "/a\"b`c$d\\e%f %u",
+                               "/J\xFCrgen/\x80",   ToBytes(u"/\u65E5/quillbox"), "/a\tb\nc"};
+  for (const std::string& path : paths) {
+    ASSERT_TRUE(Put(kLocal, kRun, u"Quillbox", path));
+    EXPECT_EQ(Get(kLocal, kRun, u"QUILLBOX"), "1:" + path);
+  }
+  ASSERT_TRUE(Put(kLocal, kRun, u"Quillbox", "/a b\\$%"));
+  EXPECT_NE(ContentOf(entry).find("\nExec=\"/a b\\\\\\\\\\\\$%%\"\n"), std::string::npos) << ContentOf(entry);
+
+  struct stat before {};
+  struct stat after {};
+  ASSERT_EQ(::stat(entry.c_str(), &before), 0);
+  ASSERT_TRUE(Put(kLocal, kRun, u"Quillbox", "/a b\\$%"));
+  ASSERT_EQ(::stat(entry.c_str(), &after), 0);
+  EXPECT_EQ(before.st_ino, after.st_ino);
+
+  EXPECT_TRUE(Remove(kLocal, kRun, u"Quillbox"));
+  EXPECT_FALSE(fs::exists(entry));
+  EXPECT_FALSE(Remove(kLocal, kRun, u"Quillbox"));
+  for (const Text& name : {Text(u""), Text(u"a/b"), Text(u"../x"), Text(u"a\nb"), Text(300, u'n')}) {
+    EXPECT_FALSE(Put(kLocal, kRun, name, "/usr/bin/quillbox"));
+  }
+  EXPECT_EQ(EntriesIn(folder_.Path("config/autostart")), 0U);
+}
+
+TEST_F(FileRegistryTest, AnEntryOfTheSystemIsHidden) {
+  PutContent(folder_.Path("xdg2/autostart/quillbox.desktop"),
+             "[Desktop Entry]\nExec=/usr/bin/quillbox --x\n");
+  EXPECT_EQ(Get(kLocal, kRun, u"Quillbox"), "1:/usr/bin/quillbox");
+  ASSERT_TRUE(Put(kLocal, kRun, u"Quillbox", "/opt/quillbox"));
+  EXPECT_EQ(Get(kLocal, kRun, u"Quillbox"), "1:/opt/quillbox");
+  EXPECT_TRUE(Remove(kLocal, kRun, u"Quillbox"));
+  EXPECT_EQ(Get(kLocal, kRun, u"Quillbox"), "-");
+  EXPECT_NE(ContentOf(folder_.Path("config/autostart/quillbox.desktop")).find("\nHidden=true\n"),
+            std::string::npos);
+  EXPECT_TRUE(Put(kLocal, kRun, u"Quillbox", "/opt/quillbox"));
+  EXPECT_EQ(Get(kLocal, kRun, u"Quillbox"), "1:/opt/quillbox");
+}
+
+}  // namespace
+}  // namespace quillbox
