@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/Norvane.h"
+#include "platform/Platform.h"
+#include "platform/forms/CommandButton.h"
+#include "platform/forms/TextBox.h"
+#include "timer/TimerSwitch.h"
+
+namespace quillbox {
+
+// The person's own text for the message window, stored at every change.
+class TimerMessageText {
+ public:
+  TimerMessageText(const Place& place, TimerSwitch& timer, Norvane& settings, Clipboard& clipboard);
+
+  TextBox Text13;
+  CommandButton Command1;
+  CommandButton Command42;
+  CommandButton Command43;
+
+  void Store();
+
+ private:
+  void Command1_Click();
+  void Command42_Click();
+  void Command43_Click();
+
+  TimerSwitch& timer_;
+  Norvane& settings_;
+  Clipboard& clipboard_;
+};
+
+}  // namespace quillbox
