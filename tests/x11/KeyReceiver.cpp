@@ -1,5 +1,6 @@
 #include "x11/KeyReceiver.h"
 
+#include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 // The header has a member of that name.
 #define explicit explicitParts
@@ -68,6 +70,11 @@ void KeyReceiver::Create() {
   if (options_.answersPings) {
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, protocols_, XCB_ATOM_ATOM, 32, 1,
                         &ping_);
+  }
+  if (options_.saysOurProcess) {
+    const auto process = static_cast<std::uint32_t>(getpid());
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, Atom("_NET_WM_PID"), XCB_ATOM_CARDINAL,
+                        32, 1, &process);
   }
   xcb_map_window(connection_, window_);
   std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
@@ -136,6 +143,7 @@ void KeyReceiver::HandleKey(const xcb_key_press_event_t& event, bool press) {
     ++unpaired_;
   }
   if (!press) return;
+  if (options_.millisecondsToStart > 0) SleepMs(std::exchange(options_.millisecondsToStart, 0));
   if (options_.microsecondsPerKey > 0) {
     std::this_thread::sleep_for(std::chrono::microseconds(options_.microsecondsPerKey));
   }

@@ -25,7 +25,9 @@ class KeyReceiver {
  public:
   struct Options {
     bool answersPings = false;
-    int microsecondsPerKey = 0;  // how slow it is
+    int microsecondsPerKey = 0;   // how slow it is
+    int millisecondsToStart = 0;  // how long it sleeps over the first key
+    bool saysOurProcess = false;  // bears the process id of this very process
   };
 
   explicit KeyReceiver(Options options);

@@ -59,7 +59,8 @@ TEST_P(XKeySenderText, ArrivesWholeAndTheKeyboardStaysAsItWas) {
   const Keyboard& keyboard = GetParam();
   TestKeyboard person(keyboard.layouts, keyboard.group);
   person.Lock(keyboard.locked);
-  KeyReceiver receiver({keyboard.answersPings, keyboard.microsecondsPerKey});
+  KeyReceiver receiver(
+      {.answersPings = keyboard.answersPings, .microsecondsPerKey = keyboard.microsecondsPerKey});
   receiver.TakeFocus();
   const std::string before = TestKeyboard::Dump();
 
@@ -97,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(XKeySender, MoreCharactersThanSpareKeys) {
   for (const bool answersPings : {true, false}) {
     TestKeyboard person("us");
-    KeyReceiver receiver({answersPings, 50});
+    KeyReceiver receiver({.answersPings = answersPings, .microsecondsPerKey = 50});
     receiver.TakeFocus();
     const std::string before = TestKeyboard::Dump();
     Text text;
@@ -107,6 +108,16 @@ TEST(XKeySender, MoreCharactersThanSpareKeys) {
     EXPECT_EQ(receiver.Text(), ToUtf8(text));
     EXPECT_EQ(TestKeyboard::Dump(), before);
   }
+}
+
+TEST(XKeySender, SpareKeysStayUntilTheProgramHasLookedThemUp) {
+  const TestKeyboard person("us");
+  KeyReceiver receiver({.answersPings = true, .millisecondsToStart = 800});
+  receiver.TakeFocus();
+  XKeySender sender(Plain());
+  sender.Send(u"漢é😀");
+  // Taken in, that is: no further wait.
+  EXPECT_EQ(receiver.Text(), "漢é😀");
 }
 
 struct Typed {
@@ -129,7 +140,7 @@ constexpr int kAlt = 8;
 
 TEST(XKeySender, ModifiersRepeatsAndSpecialKeys) {
   const TestKeyboard person("us");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   XKeySender sender(Plain());
   for (const Typed& row : std::initializer_list<Typed>{
@@ -177,7 +188,7 @@ TEST(XKeySender, ModifiersRepeatsAndSpecialKeys) {
 
 TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
   TestKeyboard person("us");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   XKeySender sender(Plain());
   sender.Send(u"a{CAPSLOCK}");
@@ -190,7 +201,7 @@ TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
 
 TEST(XKeySender, WaitsForHeldKeys) {
   TestKeyboard person("de");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   XKeySender sender(Plain());
   person.Key(TestKeyboard::kShiftKey, true);
@@ -207,7 +218,7 @@ TEST(XKeySender, WaitsForHeldKeys) {
 
 TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
   TestKeyboard person("us");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   person.Key(TestKeyboard::kShiftKey, true);
   receiver.Clear();
@@ -223,7 +234,7 @@ TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
 
 TEST(XKeySender, ABadStringTypesNothing) {
   const TestKeyboard person("us");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   const std::string before = TestKeyboard::Dump();
   XKeySender sender(Plain());
@@ -239,8 +250,8 @@ TEST(XKeySender, ABadStringTypesNothing) {
 
 TEST(XKeySender, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
   const TestKeyboard person("us");
-  KeyReceiver other({true, 0});
-  KeyReceiver ours({true, 0});
+  KeyReceiver other({.answersPings = true});
+  KeyReceiver ours({.answersPings = true});
   const auto isOurs = [&](xcb_window_t window) { return window == ours.Window(); };
   ours.TakeFocus();
   std::thread leave([&] {
@@ -256,8 +267,8 @@ TEST(XKeySender, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
 
 TEST(XKeySender, WithoutAWindowToTypeIntoNothingIsTyped) {
   const TestKeyboard person("us");
-  KeyReceiver other({true, 0});
-  KeyReceiver ours({true, 0});
+  KeyReceiver other({.answersPings = true});
+  KeyReceiver ours({.answersPings = true});
   XKeySender sender(Plain([&](xcb_window_t window) { return window == ours.Window(); }));
   ours.TakeFocus();
   sender.Send(u"abc");
@@ -268,9 +279,22 @@ TEST(XKeySender, WithoutAWindowToTypeIntoNothingIsTyped) {
   EXPECT_TRUE(ours.Presses().empty());
 }
 
+TEST(XKeySender, OurWindowsAreKnownByTheirProcess) {
+  const TestKeyboard person("us");
+  KeyReceiver ours({.answersPings = true, .saysOurProcess = true});
+  KeyReceiver other({.answersPings = true});
+  XKeySender sender(Plain({}));
+  ours.TakeFocus();
+  sender.Send(u"abc");
+  other.TakeFocus();
+  sender.Send(u"def");
+  EXPECT_EQ(other.Text(), "def");
+  EXPECT_TRUE(ours.Presses().empty());
+}
+
 TEST(XKeySender, AStringFromWithinAStringFails) {
   const TestKeyboard person("us");
-  KeyReceiver receiver({true, 0});
+  KeyReceiver receiver({.answersPings = true});
   receiver.TakeFocus();
   XKeySender* inner = nullptr;
   int refused = 0;
