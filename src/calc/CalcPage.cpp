@@ -2,7 +2,10 @@
 
 namespace quillbox {
 
-CalcPage::CalcPage(const Place& place, Clipboard& clipboard, SystemInfo& system, Norvane& settings)
+CalcPage::CalcPage(MainWindow& window, Norvane& settings, Clipboard& clipboard, SystemInfo& system)
+    : CalcPage(window.On(Page::Calc), settings, clipboard, system) {}
+
+CalcPage::CalcPage(const Place& place, Norvane& settings, Clipboard& clipboard, SystemInfo& system)
     : display_(place, system),
       bases_(place, display_),
       keyboard_(display_, bases_),

@@ -7,18 +7,21 @@
 #include "calc/CalcKeypad.h"
 #include "calc/CalcMemory.h"
 #include "calc/UnitConversions.h"
+#include "core/MainWindow.h"
 
 namespace quillbox {
 
 // The Calc page: a calculator that works from left to right, one pending operation at a time.
 class CalcPage {
  public:
-  CalcPage(const Place& place, Clipboard& clipboard, SystemInfo& system, Norvane& settings);
+  CalcPage(MainWindow& window, Norvane& settings, Clipboard& clipboard, SystemInfo& system);
 
   // The start's step: the calculator's memory comes back.
   void RestoreMemory() { memory_.Restore(); }
 
  private:
+  CalcPage(const Place& place, Norvane& settings, Clipboard& clipboard, SystemInfo& system);
+
   CalcDisplay display_;
   BaseSelector bases_;
   CalcKeyboard keyboard_;

@@ -155,19 +155,17 @@ TEST_F(CalcExtras, MemoryKeepsTheTextAndSurvivesARestart) {
   EXPECT_EQ(Press("="), "3.5");
   EXPECT_EQ(Press("CE MR"), "1.5");
 
-  Form form(dispatcher_, "frmTray", u"");
-  CalcPage second(form, clipboard_, system_, settings_);
-  EXPECT_FALSE(form.Find("Command38")->GetEnabled());
-  second.RestoreMemory();
-  EXPECT_TRUE(form.Find("Command38")->GetEnabled() && form.Find("Command39")->GetEnabled());
+  Program second(world_);
+  EXPECT_FALSE(second.form.Find("Command38")->GetEnabled());
+  second.page.RestoreMemory();
+  EXPECT_TRUE(second.form.Find("Command38")->GetEnabled() && second.form.Find("Command39")->GetEnabled());
 
   EXPECT_EQ(Press("9 MC"), "9");
   EXPECT_EQ(State(), "||k");
   EXPECT_FALSE(Enabled("Command38") || Enabled("Command39"));
-  Form thirdForm(dispatcher_, "frmTray", u"");
-  CalcPage third(thirdForm, clipboard_, system_, settings_);
-  third.RestoreMemory();
-  EXPECT_FALSE(thirdForm.Find("Command38")->GetEnabled());
+  Program third(world_);
+  third.page.RestoreMemory();
+  EXPECT_FALSE(third.form.Find("Command38")->GetEnabled());
 }
 
 TEST_F(CalcExtras, AMemoryThatNoDoubleHolds) {

@@ -5,26 +5,16 @@
 #include <sstream>
 
 #include "calc/CalcPage.h"
-#include "memory/MemoryClipboard.h"
-#include "memory/MemoryRegistry.h"
-#include "memory/MemorySystem.h"
+#include "memory/MemoryWorld.h"
 #include "platform/Utf8.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/TabControl.h"
 
 namespace quillbox {
 
 // The Calc page on a form of its own, worked like a person works it.
 class CalcFixture : public testing::Test {
  protected:
-  static constexpr int kPageNumber = 2;
-
-  CalcFixture() {
-    tabs_.SetTab(kPageNumber);
-    form_.Show();
-  }
-
   Control& Named(const std::string& name) {
     Control* const control = form_.Find(name);
     if (control == nullptr) throw std::invalid_argument("no control " + name);
@@ -73,14 +63,31 @@ class CalcFixture : public testing::Test {
   }
   bool Enabled(const std::string& name) { return Named(name).GetEnabled(); }
 
-  Dispatcher dispatcher_;
-  Form form_{dispatcher_, "frmTray", u"Quillbox"};
-  TabControl tabs_{form_, "SSTab1", {u"Clip", u"Pad", u"Calc"}};
-  MemoryClipboard clipboard_;
-  MemoryRegistry registry_;
-  MemorySystem system_;
-  Norvane settings_{registry_, system_};
-  CalcPage page_{Place(form_, tabs_, kPageNumber), clipboard_, system_, settings_};
+  // A program's main window with its Calc page in front.
+  struct Program {
+    explicit Program(MemoryWorld& world)
+        : settings(world.registry, world.system),
+          window(form, settings, world.platform),
+          page(window, settings, world.clipboard, world.system) {
+      dispatcher.UseTimerHost(&world.timers);
+      window.SSTab1.SetTab(static_cast<int>(Page::Calc));
+      form.Show();
+    }
+
+    Dispatcher dispatcher;
+    Form form{dispatcher, "frmTray", u"Quillbox"};
+    Norvane settings;
+    MainWindow window;
+    CalcPage page;
+  };
+
+  MemoryWorld world_;
+  Program program_{world_};
+  Form& form_ = program_.form;
+  Norvane& settings_ = program_.settings;
+  CalcPage& page_ = program_.page;
+  MemoryClipboard& clipboard_ = world_.clipboard;
+  MemorySystem& system_ = world_.system;
 };
 
 }  // namespace quillbox

@@ -36,8 +36,10 @@ class CalcWalk : public CalcFixture {
       default: {
         std::vector<Control*> buttons;
         for (Control* const control : form_.Controls()) {
-          if (dynamic_cast<CommandButton*>(control) != nullptr && control->IsReachable())
+          const bool isOnPage = control->Where().page == static_cast<int>(Page::Calc);
+          if (isOnPage && control->IsReachable() && dynamic_cast<CommandButton*>(control) != nullptr) {
             buttons.push_back(control);
+          }
         }
         buttons[random() % buttons.size()]->PersonClick();
       }
