@@ -6,16 +6,28 @@
 
 namespace quillbox {
 
-Dispatcher::Pause::Pause(Dispatcher& dispatcher) : dispatcher_(dispatcher), depth_(dispatcher.depth_) {
+Dispatcher::Pause::Pause(Dispatcher& dispatcher)
+    : dispatcher_(dispatcher), outer_(dispatcher.paused_), depth_(dispatcher.depth_) {
+  dispatcher.paused_ = this;
   dispatcher.depth_ = 0;
   changes_.swap(dispatcher.changes_);
   posts_.swap(dispatcher.posts_);
 }
 
 Dispatcher::Pause::~Pause() {
+  dispatcher_.paused_ = outer_;
   dispatcher_.depth_ = depth_;
   changes_.swap(dispatcher_.changes_);
   posts_.swap(dispatcher_.posts_);
+}
+
+void Dispatcher::Pause::Forget(const Form& form) {
+  Erase(changes_, form);
+  if (outer_) outer_->Forget(form);
+}
+
+void Dispatcher::Erase(std::deque<FocusChange>& changes, const Form& form) {
+  std::erase_if(changes, [&](const FocusChange& change) { return change.form == &form; });
 }
 
 void Dispatcher::End() {
@@ -39,6 +51,7 @@ void Dispatcher::End() {
     }
   }
   --depth_;
+  if (!paused_ && !released_.empty()) std::exchange(released_, {}).clear();
   Refresh();
 }
 
@@ -94,8 +107,8 @@ void Dispatcher::Forget(const Control& control) {
 
 void Dispatcher::DropFocus(const Form& form) {
   if (focused_ && &focused_->Owner() == &form) focused_ = nullptr;
-  const auto of = [&](const FocusChange& change) { return change.form == &form; };
-  changes_.erase(std::remove_if(changes_.begin(), changes_.end(), of), changes_.end());
+  Erase(changes_, form);
+  if (paused_) paused_->Forget(form);
 }
 
 void Dispatcher::Leave(Form& form) {

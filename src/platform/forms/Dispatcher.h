@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -54,6 +55,8 @@ class Dispatcher {
 
   // Runs `action` after the outermost handler and its focus changes, or at once outside of handlers.
   void Post(std::function<void()> action);
+  // Lets go of an object when no handler runs or waits any more: one of them may be the object's own.
+  void Release(std::shared_ptr<void> object) { released_.push_back(std::move(object)); }
 
   Control* Focused() const { return focused_; }
   // From a handler: queues the change. False, and nothing happens, if the control has the focus or will have
@@ -94,14 +97,18 @@ class Dispatcher {
     ~Pause();
     Pause(const Pause&) = delete;
     Pause& operator=(const Pause&) = delete;
+    // The form goes away while its changes wait.
+    void Forget(const Form& form);
 
    private:
     Dispatcher& dispatcher_;
+    Pause* outer_;
     int depth_;
     std::deque<FocusChange> changes_;
     std::deque<std::function<void()>> posts_;
   };
 
+  static void Erase(std::deque<FocusChange>& changes, const Form& form);
   void End();
   void Deliver(const FocusChange& change);
   void GiveFocus(Control* control);
@@ -113,6 +120,9 @@ class Dispatcher {
   std::deque<std::function<void()>> posts_;
   std::vector<Form*> forms_;
   TimerHost* timerHost_ = nullptr;
+  Pause* paused_ = nullptr;  // the innermost
+  // The last member: what is let go still leaves this dispatcher.
+  std::vector<std::shared_ptr<void>> released_;
 };
 
 }  // namespace quillbox

@@ -8,8 +8,8 @@
 
 namespace quillbox {
 
-// A form that is made when it is loaded and gone when it is unloaded, so that each load begins with the controls
-// as they are designed. T has a member `Form form`.
+// A form that is made when it is loaded and gone when it is unloaded, so that each load begins with the
+// controls as they are designed. T has a member `Form form`.
 template <class T>
 class FormSlot {
  public:
@@ -22,7 +22,7 @@ class FormSlot {
       object_ = make_();
       object_->form.Unloaded = [this] {
         // The unloading handler is still running in it.
-        dispatcher_.Post([gone = std::shared_ptr<T>(std::move(object_))] {});
+        dispatcher_.Release(std::move(object_));
       };
       object_->form.Load();
     }

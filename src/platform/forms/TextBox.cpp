@@ -97,8 +97,11 @@ void TextBox::Replace(std::size_t start, std::size_t length, TextView with) {
 
 void TextBox::Insert(char16_t character) {
   if (readOnly_) return;
-  const std::size_t room = maxLength_ == 0 ? 1 : maxLength_ - std::min(maxLength_, text_.size() - selLength_);
+  const std::size_t room = maxLength_ == 0 ? 2 : maxLength_ - std::min(maxLength_, text_.size() - selLength_);
   if (room == 0) return;
+  // A character of two units comes in whole or not at all.
+  if (IsHighSurrogate(character) && room < 2) return;
+  if (IsLowSurrogate(character) && (selStart_ == 0 || !IsHighSurrogate(text_[selStart_ - 1]))) return;
   Replace(selStart_, selLength_, TextView(&character, 1));
 }
 
