@@ -41,6 +41,8 @@ TEST_F(CalcKeyboardTest, TypesAndComputes) {
   EXPECT_EQ(Type(u"3"), "3");
   EXPECT_EQ(Type(u"\b12+5=0"), "0");
   EXPECT_EQ(Type(u"\b12+5=9"), "9");
+  EXPECT_EQ(Type(u"\b12+5=.5"), "0.5");
+  EXPECT_EQ(Type(u"\b12+5=\b"), "");
   EXPECT_EQ(Type(u"\b12+5=-7="), "10");
   EXPECT_EQ(Type(u" 2*3x4/6="), "4");
   EXPECT_EQ(Type(u" 5*="), "0");  // unlike the buttons the key wipes the right operand
