@@ -12,7 +12,8 @@ class DataFileSetup {
       : files_(files), pad_(pad), clip_(clip), toDo_(toDo), clipboard_(clipboard) {}
 
   // Adds the entries to the lists and makes no row current. Where the Clip-List comes from the template, the
-  // clipboard is cleared first. Failures are ignored, statement by statement.
+  // clipboard is cleared first. A list whose last save failed stays as it is: its file is older. Failures are
+  // ignored, statement by statement.
   void GetClesAndLists();
 
  private:

@@ -35,6 +35,8 @@ Text DataFiles::TemplateFile(TextView name) const {
   return system_.TemplateFolder().append(system_.PathSeparator()).append(name);
 }
 
+bool DataFiles::IsSaved(TextView name) const { return unsaved_.find(name) == unsaved_.end(); }
+
 const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
   if (slots(index).Length() > kMaxEntryLength)
     slots.Set(index, SharedText(CutTo(slots(index).Get(), kMaxEntryLength)));
@@ -55,7 +57,9 @@ void DataFiles::Save(const Kind& kind, const std::function<void(Text&)>& appendE
       unread_.erase(unread);
     }
     files_.Write(path, ToBytes(file));
+    unsaved_.erase(Text(kind.fileName));
   } catch (const RuntimeError& error) {
+    unsaved_.emplace(kind.fileName);
     Text text = u"An error (";
     text.append(Decimal(error.Number()))
         .append(

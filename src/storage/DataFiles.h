@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <set>
+#include <vector>
 
 #include "core/Norvane.h"
 #include "platform/Platform.h"
@@ -26,6 +28,8 @@ class DataFiles {
   void AktualisiereCle1();
   void AktualisiereCle2();
   void AktualisiereCle3();
+  // Whether the last save of that file succeeded. True before the first one.
+  bool IsSaved(TextView name) const;
 
   // Add the file's entries at the bottom of the list, up to the list's maximum.
   void ReadPadFile(const Text& path);
@@ -55,6 +59,8 @@ class DataFiles {
   SystemInfo& system_;
   // Files that could not be read, though they are there: kept when their list is next saved.
   std::vector<Text> unread_;
+  // The names of files whose last save failed: memory alone holds what their lists hold.
+  std::set<Text, std::less<>> unsaved_;
 };
 
 }  // namespace quillbox

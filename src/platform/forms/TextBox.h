@@ -45,7 +45,8 @@ class TextBox : public Control {
   void OwnFocus() override;
   void OwnKey(const KeyEvent& key, char16_t character) override;
   void OwnDrop(const DragData& data) override;
-  bool UsesEnter() const override { return IsMultiLine(); }
+  // A field that nobody edits leaves Enter to the default button.
+  bool UsesEnter() const override { return IsMultiLine() && !readOnly_; }
 
  private:
   Text Fitting(const Text& text) const;

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+
+#include "core/MainWindow.h"
+#include "core/StatusArea.h"
+#include "platform/forms/UpDown.h"
+#include "storage/DataFiles.h"
+#include "storage/ToDoList.h"
+
+namespace quillbox {
+
+// The ToDo page: adds tasks, changes, moves and deletes them. A row under the selection bar is being updated,
+// without one a new task is entered. A mark reaches the file when the list loses the focus, everything else
+// at once.
+class ToDoPage {
+ public:
+  ToDoPage(MainWindow& window, ToDoList& toDo, DataFiles& files, Norvane& settings);
+
+  ListBox& List3;
+  // One line: line breaks that are pasted or dropped become blanks.
+  TextBox Text1;
+  CommandButton Command2;
+  CommandButton Command3;
+  CommandButton Command4;
+  CommandButton Command5;
+  UpDown UpDown1;
+  StatusArea status;  // Label12 with Line11 and Line12
+  Label& Label12;
+
+  // Refresh: deletes the marked rows.
+  void Command5_Click();
+  // Opens the settings dialog.
+  std::function<void()> OpenSettings;
+
+ private:
+  // The buttons and the field.
+  void Command2_Click();
+  void Command3_Click();
+  void Command4_Click();
+  void Text1_Change();
+  void Text1_GotFocus();
+  void Text1_KeyPress(char16_t& character);
+  // Puts the field's text into the list; `old`: the row that it replaces, -1 for none. False if the list is
+  // full and stays as it is.
+  bool PutIn(int old);
+  bool MayDeleteOldest();
+  void Deleted();
+  void ShowWord(const Text& word);
+  void ShowMode();
+
+  // The list.
+  void List3_Click();
+  void List3_GotFocus();
+  void List3_LostFocus();
+  void List3_KeyDown(KeyEvent& key);
+  void List3_OLEDragDrop(const DragData& data);
+  void DeleteKey();
+  // Moves the row of the selection bar, with its mark, and the list's top row; saves.
+  void MoveRow(int to, int top);
+  void MoveUp();
+  void MoveDown();
+  void MoveHome();
+  void MoveEnd();
+
+  MainWindow& window_;
+  DataFiles& files_;
+  Norvane& settings_;
+};
+
+}  // namespace quillbox
