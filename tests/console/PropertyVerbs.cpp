@@ -1,0 +1,31 @@
+#include <limits>
+#include <map>
+
+#include "console/ConsoleError.h"
+#include "console/Properties.h"
+#include "console/Verbs.h"
+
+namespace quillbox {
+
+void AddPropertyVerbs(VerbTable& table, Session& session) {
+  table.Add("get", 2, [&](const Arguments& arguments, Answer& answer) {
+    const std::string name = arguments.Name(0);
+    const std::string property = arguments.Name(1);
+    if (name.find('.') == std::string::npos) {
+      GetOfForm(session.FindForm(name), property, answer);
+    } else if (const Control* const control = session.FindControl(name)) {
+      GetOfControl(*control, property, answer);
+    } else if (const MenuItem* const item = session.FindMenuItem(name)) {
+      GetOfMenuItem(*item, property, answer);
+    } else {
+      throw ConsoleError("no such control");
+    }
+  });
+  table.Add("slots", 1, [&](const Arguments& arguments, Answer& answer) {
+    const auto slots = session.Started().Slots(arguments[0]);
+    if (!slots) throw ConsoleError("no such array");
+    for (const Text& slot : *slots) answer.Add(slot);
+  });
+}
+
+}  // namespace quillbox

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "console/Program.h"
+#include "memory/MemoryWorld.h"
+
+namespace quillbox {
+
+// The world and the program in it, which may not have been started yet, or may have ended.
+class Session {
+ public:
+  explicit Session(ProgramFactory factory) : factory_(std::move(factory)) {}
+
+  MemoryWorld world;
+
+  bool Running() const { return program_ && program_->Running(); }
+  // ConsoleError while the program runs. A start after an end is a restart in the same world.
+  void Start();
+  // The program, running or not; ConsoleError before the first start.
+  Program& Started() const;
+  // ConsoleError if the program doesn't run.
+  Program& Alive() const;
+  // After each request: an ended program's timers tick no more.
+  void Settle();
+
+  // `frmTray`; null for a form that isn't loaded. ConsoleError for a name that no form has.
+  Form* FindForm(std::string_view name) const;
+  // The same; ConsoleError for a form that isn't loaded.
+  Form& LoadedForm(std::string_view name) const;
+  // `frmTray.List2`; null if the form has no such control. ConsoleError for a form that isn't loaded.
+  Control* FindControl(std::string_view name) const;
+  // ConsoleError if there is no such control.
+  Control& GetControl(std::string_view name) const;
+  // `frmTray.mnuEnd`, or `mnuEnd`; null if there is no such item.
+  MenuItem* FindMenuItem(std::string_view name) const;
+
+ private:
+  ProgramFactory factory_;
+  std::unique_ptr<Program> program_;
+};
+
+}  // namespace quillbox
