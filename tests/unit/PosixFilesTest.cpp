@@ -1,5 +1,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 
@@ -85,7 +87,7 @@ class FaultyCalls : public SystemCalls {
     return -1;
   }
 
-  int calls_ = 0;
+  std::atomic<int> calls_ = 0;  // the thread that syncs calls too
   int failing_;
   Fault fault_;
   int error_;
@@ -143,6 +145,27 @@ TEST(PosixFiles, AFailedCallLeavesTheOldFileAndNothingBesideIt) {
       EXPECT_EQ(EntriesIn(folder.Path()), 1U);
     }
   }
+}
+
+TEST(PosixFiles, AFullDiskKeepsTheOldFile) {
+  const TemporaryFolder folder;
+  constexpr int kNoMount = 97;
+  const int code = RunInChild([&] {
+    // A disk of 256 KiB that only this child sees.
+    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        ::mount("none", folder.Path().c_str(), "tmpfs", 0, "size=256k") != 0) {
+      return kNoMount;
+    }
+    const Text path = T(folder.Path("ClipData.qbx"));
+    PosixFiles files;
+    files.Write(path, "old");
+    if (NumberOf([&] { files.Write(path, std::string(300000, 'n')); }) != errors::kDiskFull) return 1;
+    if (files.Read(path) != "old" || EntriesIn(folder.Path()) != 1) return 2;
+    files.Write(path, std::string(200000, 'n'));
+    return files.Read(path).size() == 200000 ? 0 : 3;
+  });
+  if (code == kNoMount) GTEST_SKIP() << "needs the right to mount";
+  EXPECT_EQ(code, 0);
 }
 
 TEST(PosixFiles, AnInterruptedCallGoesOn) {
