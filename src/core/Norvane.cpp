@@ -30,7 +30,7 @@ long long Norvane::ReadNumber(TextView section, TextView key, TextView defaultTe
 }
 
 long long Norvane::ReadListMaximum(TextView key) {
-  return std::min(99LL, ReadNumber(section::kIntern, key, u"49"));
+  return std::clamp(ReadNumber(section::kIntern, key, u"49"), 0LL, 99LL);
 }
 
 void Norvane::PrepareRegistry() {

@@ -46,7 +46,7 @@ class Norvane {
   bool IsOn(TextView key, TextView defaultText) {
     return ReadSetting(section::kIntern, key, defaultText) == u"1";
   }
-  // A list's maximum, the highest row index that it keeps; what lies above 99 reads as 99.
+  // A list's maximum, the highest row index that it keeps; 0 to 99, to which anything beyond is drawn.
   long long ReadListMaximum(TextView key);
 
   // Makes sure of the program's keys, records the user, renews the autostart entry unless it isn't wanted.

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "storage/DataFiles.h"
+#include "storage/PadList.h"
+
+namespace quillbox {
+
+// Moves the current row of the Pad-List by hand, with its name, text and selected state, and saves. Without a
+// current row, or where the row already stands at that end, nothing happens and nothing is saved.
+class ListMoves {
+ public:
+  ListMoves(PadList& pad, DataFiles& files) : pad_(pad), files_(files) {}
+
+  // The arrows: one step, the moved row stays current.
+  void OneUp();
+  void OneDown();
+  // A Ctrl key of the list; others do nothing. The list's own handling of the key, which moves the current
+  // row on, follows.
+  void Key(int code);
+
+ private:
+  // What a move keeps of the row.
+  struct Entry {
+    Text name;
+    SharedText text;
+    bool selected;
+  };
+
+  int Current() const { return pad_.List1.GetListIndex(); }
+  bool CanMoveUp() const { return Current() > 0; }
+  bool CanMoveDown() const { return Current() >= 0 && Current() < pad_.List1.GetListCount() - 1; }
+  Entry TakeCurrent();
+  void MakeCurrent(int row, bool selected);
+  void ToTop();
+  void ToEnd();
+  void PageUp();
+  void PageDown();
+  // The last steps of a move by a page: what stands at `row` now is current, selected as the moved row was.
+  void FinishPage(int row, bool selected);
+
+  PadList& pad_;
+  DataFiles& files_;
+};
+
+}  // namespace quillbox

@@ -1,0 +1,239 @@
+// The page's controls: the list, the two fields, the status label. What its buttons do is in PadCommands.cpp.
+#include "pad/PadPage.h"
+
+#include "pad/Rot47.h"
+
+namespace quillbox {
+
+PadPage::PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard,
+                 KeySender& keySender)
+    : Text3(window.On(Page::Pad), "Text3", TextBox::Lines::One),
+      Text101(window.On(Page::Pad), "Text101", TextBox::Lines::Many),
+      Command101(window.On(Page::Pad), "Command101", u"Add", u"Add the current text to the Pad-List", false),
+      Command102(window.On(Page::Pad), "Command102", u"Insert", u"Copy the current text to the clipboard",
+                 false),
+      Command103(window.On(Page::Pad), "Command103", u"Get", u"Get text from the clipboard (New entry)"),
+      Command104(window.On(Page::Pad), "Command104", u"Clear", u"Clear the Pad text field (New entry)"),
+      Command105(window.On(Page::Pad), "Command105", u"Delete", u"Delete the selected Pad-List entry"),
+      UpDown2(window.On(Page::Pad), "UpDown2", u"", false),
+      Image3(window.On(Page::Pad), "Image3", false),
+      Image4(window.On(Page::Pad), "Image4", false),
+      status(window.On(Page::Pad), "Label13", "Line6", "Line7", u"Length of Pad-List entry"),
+      Label13(status.GetLabel()),
+      window_(window),
+      pad_(pad),
+      files_(files),
+      settings_(settings),
+      clipboard_(clipboard),
+      moves_(pad, files),
+      scripts_(window, keySender) {
+  Command102.SetPicture(Image3.Name());
+  WireList();
+  WireFieldsAndButtons();
+}
+
+void PadPage::WireList() {
+  ListBox& List1 = pad_.List1;
+  List1.Click = [this] { List1_Click(); };
+  List1.DblClick = [this] { List1_DblClick(); };
+  List1.GotFocus = [this] { List1_GotFocus(); };
+  List1.LostFocus = [this] { List1_LostFocus(); };
+  List1.KeyDown = [this](KeyEvent& key) { List1_KeyDown(key); };
+  List1.OLEDragDrop = [this](const DragData& data) { List1_OLEDragDrop(data); };
+  List1.OLEStartDrag = [this](Text& data) { List1_OLEStartDrag(data); };
+  UpDown2.UpClick = [this] { moves_.OneUp(); };
+  UpDown2.DownClick = [this] { moves_.OneDown(); };
+}
+
+void PadPage::WireFieldsAndButtons() {
+  Text101.Change = [this] { Text101_Change(); };
+  Text101.GotFocus = [this] { Text101_GotFocus(); };
+  Text3.Change = [this] { Text3_Change(); };
+  Text3.GotFocus = [this] { Text3_GotFocus(); };
+  Text3.KeyPress = [this](char16_t& character) { Text3_KeyPress(character); };
+  Label13.Change = [this] { Label13_Change(); };
+  Label13.DblClick = [this] { Label13_DblClick(); };
+  Command101.Click = [this] { Command101_Click(); };
+  Command102.Click = [this] { Command102_Click(); };
+  Command103.Click = [this] { Command103_Click(); };
+  Command104.Click = [this] { Command104_Click(); };
+  Command105.Click = [this] { Command105_Click(); };
+  const auto hideStatus = [this] { status.Hide(); };
+  for (CommandButton* button : {&Command101, &Command102, &Command103, &Command104, &Command105}) {
+    button->LostFocus = hideStatus;
+  }
+  Text101.LostFocus = hideStatus;
+  Text3.LostFocus = hideStatus;
+}
+
+void PadPage::ShowMode() { Command101.SetCaption(HasCurrentRow() ? u"Update" : u"Add"); }
+
+void PadPage::ShowStatus(const Text& word) {
+  status.Write(word);
+  status.Show();
+}
+
+void PadPage::ShowLength(std::size_t length) {
+  status.WriteLength(length);
+  status.Show();
+}
+
+void PadPage::LoadFields(int row) {
+  const SharedText text = pad_.PadEntries(row);
+  Text3.SetText(pad_.List1.GetList(row));
+  Text101.SetText(text);
+}
+
+void PadPage::EmptyFields() {
+  Text3.SetText(u"");
+  Text101.SetText(u"");
+}
+
+void PadPage::SelectOnly(int row) {
+  pad_.ClearList1();
+  pad_.List1.SetListIndex(row);
+  pad_.List1.SetSelected(row, true);
+}
+
+int PadPage::SelectedRows() const {
+  int selected = 0;
+  for (int i = 0; i < pad_.List1.GetListCount(); ++i) selected += pad_.List1.GetSelected(i) ? 1 : 0;
+  return selected;
+}
+
+void PadPage::List1_Click() {
+  const int current = pad_.List1.GetListIndex();
+  UpDown2.SetEnabled(HasCurrentRow());
+  int selected = 0;
+  int last = -1;
+  std::size_t length = 0;
+  for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
+    if (!pad_.List1.GetSelected(i)) continue;
+    ++selected;
+    last = i;
+    length += pad_.PadEntries(i).Length();
+    // Several rows cannot be moved.
+    if (i != current) UpDown2.SetEnabled(false);
+  }
+  if (selected == 1) {
+    LoadFields(last);
+    Command101.SetCaption(u"Update");
+    ShowLength(length);
+  } else if (selected > 1) {
+    EmptyFields();
+    Command101.SetCaption(u"Add");
+    ShowLength(length);
+  } else if (HasCurrentRow()) {
+    LoadFields(current);
+    Command101.SetCaption(u"Update");
+    ShowLength(pad_.PadEntries(current).Length());
+  } else {
+    status.Hide();
+    Command101.SetCaption(u"Add");
+  }
+}
+
+void PadPage::List1_GotFocus() {
+  if (HasCurrentRow()) {
+    ShowLength(pad_.PadEntries(pad_.List1.GetListIndex()).Length());
+    UpDown2.SetEnabled(true);
+  } else {
+    status.Hide();
+  }
+  ShowMode();
+}
+
+void PadPage::List1_LostFocus() {
+  status.Hide();
+  UpDown2.SetEnabled(false);
+}
+
+void PadPage::List1_KeyDown(const KeyEvent& key) {
+  switch (key.code) {
+    case keys::kDelete:
+      if (settings_.IsOn(u"AskDelKey", u"1") &&
+          window_.MessageBox(u"Do you really want to delete the selected entries?", 36,
+                             u"Delete selected entries?") != 6) {
+        return;
+      }
+      return Command105_Click();
+    case keys::kEnter:
+      return Command102_Click();
+    default:
+      if (UpDown2.GetEnabled() && key.CtrlAlone()) moves_.Key(key.code);
+  }
+}
+
+void PadPage::List1_OLEDragDrop(const DragData& data) {
+  if (!data) return;
+  Command104_Click();
+  Text3.SetText(PadList::kNoName);
+  Text101.SetText(*data);
+  Command101_Click();
+}
+
+void PadPage::List1_OLEStartDrag(Text& data) {
+  data.clear();
+  bool first = true;
+  for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
+    if (!pad_.List1.GetSelected(i)) continue;
+    if (!first) data += u"\r\n";
+    first = false;
+    data += pad_.PadEntries(i).Get();
+  }
+}
+
+void PadPage::Text101_Change() {
+  if (Text101.GetText().size() > kMaxEntryLength) {
+    // The cut runs this handler again, on the text that fits.
+    Text101.SetText(Text(CutTo(Text101.GetText(), kMaxEntryLength)));
+    return;
+  }
+  const bool any = !Text101.GetText().empty();
+  Command101.SetEnabled(any);
+  Command102.SetEnabled(any);
+  ShowMode();
+  const bool script = IsScript(Text101.GetText());
+  Command102.SetCaption(script ? u"Script" : u"Insert");
+  Command102.SetPicture(script ? Image4.Name() : Image3.Name());
+  Command102.SetToolTipText(script ? u"Execute the current Script entry"
+                                   : u"Use the current text as clipboard entry");
+  status.WriteLength(Text101.GetText().size());
+}
+
+void PadPage::Text101_GotFocus() {
+  // Editing always applies to one row.
+  if (HasCurrentRow() && SelectedRows() > 1) SelectOnly(pad_.List1.GetListIndex());
+  if (window_.Text2.GetText() == u"X") {
+    window_.Text2.SetText(u"");
+  } else {
+    status.WriteLength(Text101.GetText().size());
+  }
+  status.Show();
+  ShowMode();
+}
+
+void PadPage::Text3_Change() { status.WriteLength(Text3.GetText().size()); }
+
+void PadPage::Text3_GotFocus() {
+  if (window_.Text2.GetText() == u"X") {
+    window_.Text2.SetText(u"");
+  } else {
+    status.WriteLength(Text3.GetText().size());
+  }
+  status.Show();
+}
+
+void PadPage::Text3_KeyPress(char16_t& character) {
+  if (character != keys::kEnter) return;
+  character = 0;
+  Text101.SetFocus();
+}
+
+void PadPage::Label13_Change() { Label13.SetToolTipText(u""); }
+
+void PadPage::Label13_DblClick() {
+  if (settings_.ReadNumber(section::kIntern, u"ROT47", u"0") > 0) Text101.SetText(Rot47(Text101.GetText()));
+}
+
+}  // namespace quillbox
