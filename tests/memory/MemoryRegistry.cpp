@@ -93,4 +93,12 @@ void MemoryRegistry::Remove(Hive hive, TextView path, TextView name) {
 
 bool MemoryRegistry::HasKey(Hive hive, TextView path) const { return Of(hive).keys.count(Normal(path)) > 0; }
 
+std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> MemoryRegistry::All(Hive hive) const {
+  std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> all;
+  for (const auto& [path, values] : Of(hive).keys) {
+    for (const auto& [name, value] : values) all.emplace_back(path, name, value.type, value.bytes);
+  }
+  return all;
+}
+
 }  // namespace quillbox

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <map>
+#include <tuple>
+#include <vector>
 
 #include "platform/Platform.h"
 
@@ -30,6 +32,8 @@ class MemoryRegistry : public Registry {
   std::optional<Value> Find(Hive hive, TextView path, TextView name) const;
   void Remove(Hive hive, TextView path, TextView name);
   bool HasKey(Hive hive, TextView path) const;
+  // Every value of a hive: key path, name, both in capitals, type and bytes.
+  std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> All(Hive hive) const;
   std::size_t OpenKeys() const { return open_.size(); }
 
  private:
