@@ -29,6 +29,8 @@ class StatusArea {
   void Write(const Text& word) { label_.SetCaption(word); }
   void WriteLength(std::size_t length) { label_.SetCaption(LengthText(length)); }
   Label& GetLabel() { return label_; }
+  Picture& UpperLine() { return upper_; }
+  Picture& LowerLine() { return lower_; }
 
  private:
   void SetVisible(bool visible) {

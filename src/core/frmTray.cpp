@@ -58,6 +58,11 @@ void frmTray::Wire() {
   form.LoadHandler = [this] { Form_Load(); };
   form.QueryUnload = [this](bool& cancel, CloseReason reason) { Form_QueryUnload(cancel, reason); };
   form.UnloadHandler = [this] { Form_Unload(); };
+  form.Unloaded = [this] {
+    window.Timer1.SetEnabled(false);
+    window.Timer2.SetEnabled(false);
+    Raise(Ended);
+  };
   files.MessageBox = [this](const Text& text, int code, const Text& title) {
     return window.MessageBox(text, code, title);
   };
@@ -154,8 +159,6 @@ void frmTray::Form_Unload() {
   message.Unload();
   settingsDialog.Unload();
   startHelp.Unload();
-  window.Timer1.SetEnabled(false);
-  window.Timer2.SetEnabled(false);
 }
 
 void frmTray::SaveLists() {

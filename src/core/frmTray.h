@@ -53,6 +53,8 @@ class frmTray {
   MLToolTip toolTips;
 
   bool Running() const { return form.GetLoaded(); }
+  // The main form is unloaded: the program is to end.
+  Event<> Ended;
   // The tray menu's "Exit Quillbox".
   void mnuEnd_Click() { form.Close(CloseReason::Code); }
 

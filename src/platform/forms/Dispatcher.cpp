@@ -112,6 +112,7 @@ void Dispatcher::DropFocus(const Form& form) {
 }
 
 void Dispatcher::Leave(Form& form) {
+  if (OnLeave) OnLeave(form);
   DropFocus(form);
   forms_.erase(std::remove(forms_.begin(), forms_.end(), &form), forms_.end());
 }

@@ -73,6 +73,8 @@ class Dispatcher {
     if (OnRefresh) OnRefresh();
   }
   std::function<void()> OnRefresh;
+  // A form is going away: what shows it must let go of its controls.
+  std::function<void(const Form&)> OnLeave;
 
   void UseTimerHost(TimerHost* host) { timerHost_ = host; }
   TimerHost* Timers() const { return timerHost_; }

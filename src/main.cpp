@@ -1,0 +1,43 @@
+// Chooses the real platform, makes frmTray and runs.
+#include <malloc.h>
+
+#include <QApplication>
+#include <cstdlib>
+
+#include "platform/RuntimeError.h"
+#include "platform/qt/Program.h"
+
+namespace {
+
+// Qt ends the process by itself when the X server goes away; what isn't saved yet is saved on that way out.
+quillbox::Program* atExit = nullptr;
+
+void SaveAtExit() {
+  if (atExit) atExit->SaveAfterLoss();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Freed memory goes back to the system: the program runs for months beside everything else.
+  mallopt(M_TRIM_THRESHOLD, 128 * 1024);
+  mallopt(M_MMAP_THRESHOLD, 64 * 1024);
+  // Texts and menus need no graphics driver.
+  if (!std::getenv("QT_XCB_GL_INTEGRATION")) setenv("QT_XCB_GL_INTEGRATION", "none", 0);
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setApplicationName(QStringLiteral("quillbox"));
+  QApplication::setApplicationDisplayName(QString());
+  QApplication::setDesktopFileName(QStringLiteral("quillbox"));
+  QApplication application(argc, argv);
+  try {
+    quillbox::Program program;
+    atExit = &program;
+    std::atexit(SaveAtExit);
+    const int result = program.Start() ? QApplication::exec() : 0;
+    atExit = nullptr;
+    return result;
+  } catch (const quillbox::RuntimeError& error) {
+    qCritical("quillbox: %s", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "platform/forms/Form.h"
+
+namespace quillbox {
+
+class QtTips;
+
+// The window of a form. It holds no state of its own: it draws the form's controls and turns what a person
+// does into calls on them.
+class FormView : public QWidget {
+ public:
+  FormView(Form& form, QtTips& tips);
+
+  Form& GetForm() const { return form_; }
+  // Joins a control and the widget that shows it. `draw` is called when the control has changed.
+  void Join(Control& control, QWidget& widget, std::function<void()> draw);
+  // Draws what has changed since the last time, and shows or hides the window.
+  void Refresh();
+
+ protected:
+  // How the window appears and goes away; the main window has other ways while there is no tray.
+  virtual void AppearOrGo();
+  void ShowWindow();
+  // Sizes the form after its window; called once, when everything stands on it.
+  void Finish();
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  struct Joined {
+    Control* control;
+    QWidget* widget;
+    std::function<void()> draw;
+  };
+  void Draw(const Joined& joined);
+  void FollowFocus();
+  void FollowTopmost();
+  const Joined* Of(const QObject* widget) const;
+
+  Form& form_;
+  QtTips& tips_;
+  std::vector<Joined> joined_;
+  unsigned long drawn_ = 0;
+  bool drawing_ = false;
+  bool above_ = false;
+};
+
+}  // namespace quillbox

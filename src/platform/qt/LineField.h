@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include "platform/forms/TextBox.h"
+
+namespace quillbox {
+
+// Shows a TextBox in one line.
+class LineField : public QLineEdit {
+ public:
+  LineField(QWidget* parent, TextBox& box);
+  void Draw();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void Edited();
+
+  TextBox& box_;
+  bool drawing_ = false;
+};
+
+}  // namespace quillbox

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QListView>
+
+#include "platform/forms/ListBox.h"
+
+namespace quillbox {
+
+// The rows of a ListBox as Qt's views and screen readers see them: each in one line, line breaks as a quiet
+// sign.
+class ListRows : public QAbstractListModel {
+ public:
+  ListRows(QObject* parent, const ListBox& list) : QAbstractListModel(parent), list_(list) {}
+  int rowCount(const QModelIndex& parent) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  // The rows have changed; tells the views if so.
+  void Follow();
+
+ private:
+  const ListBox& list_;
+  unsigned long revision_ = 0;
+};
+
+// Draws a ListBox and hands the person's clicks, keys and drags to it. Selection and current row are the
+// ListBox's; the view's own selection only mirrors them.
+class ListView : public QListView {
+ public:
+  ListView(QWidget* parent, ListBox& list, const QString& whenEmpty);
+  void Draw();
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  QSize sizeHint() const override;
+
+ private:
+  bool OnCheckBox(const QModelIndex& index, const QPoint& place) const;
+  void StartDrag();
+
+  ListBox& list_;
+  ListRows rows_;
+  QString whenEmpty_;
+  bool drawing_ = false;
+  // A press on a selected row, which may begin a drag: it selects when it is released.
+  int pressed_ = -1;
+  QPoint pressedAt_;
+};
+
+}  // namespace quillbox

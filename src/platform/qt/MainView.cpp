@@ -1,0 +1,135 @@
+#include "platform/qt/MainView.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
+#include <QWindowStateChangeEvent>
+
+#include "platform/qt/Bindings.h"
+#include "platform/qt/CalcView.h"
+#include "platform/qt/ClipView.h"
+#include "platform/qt/Icons.h"
+#include "platform/qt/PadView.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/TimerView.h"
+#include "platform/qt/ToDoView.h"
+#include "platform/qt/WindowHints.h"
+
+namespace quillbox {
+
+MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayReachable)
+    : FormView(program.form, tips), program_(program), trayReachable_(std::move(trayReachable)) {
+  setWindowIcon(WindowIcon());
+  auto* const layout = new QVBoxLayout(this);
+  tabs_ = new QTabBar(this);
+  tabs_->setExpanding(false);
+  tabs_->setDocumentMode(false);
+  tabs_->setFocusPolicy(Qt::StrongFocus);
+  tabs_->setAccessibleName(tr("Tools"));
+  TabControl& tabs = program_.window.SSTab1;
+  for (const Text& caption : tabs.Captions()) tabs_->addTab(ToQt(caption));
+  stack_ = new QStackedWidget(this);
+  for (std::size_t page = 0; page < made_.size(); ++page) stack_->addWidget(new QWidget(stack_));
+  layout->addWidget(tabs_);
+  layout->addWidget(stack_, 1);
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(MakeButton(*this, program_.window.Command47));
+  buttons->addWidget(MakeButton(*this, program_.window.Command48));
+  buttons->addStretch(1);
+  buttons->addWidget(MakeButton(*this, program_.window.Command6));
+  layout->addLayout(buttons);
+
+  connect(tabs_, &QTabBar::currentChanged, this, [&tabs](int page) {
+    if (tabs.GetTab() != page) tabs.PersonTab(page);
+  });
+  Join(tabs, *tabs_, [this, &tabs] { ShowPage(tabs.GetTab()); });
+  Finish();
+}
+
+QWidget* MainView::MakePage(int page) {
+  switch (static_cast<Page>(page)) {
+    case Page::Clip:
+      return MakeClipPage(*this, program_.clipPage, program_.watcher, program_.clip);
+    case Page::Pad:
+      return MakePadPage(*this, program_.padPage, program_.pad);
+    case Page::Calc:
+      return MakeCalcPage(*this, program_.calcPage);
+    case Page::Timer:
+      return MakeTimerPage(*this, program_.timerPage);
+    case Page::ToDo:
+      return MakeToDoPage(*this, program_.toDoPage);
+  }
+  return nullptr;
+}
+
+void MainView::ShowPage(int page) {
+  if (!made_[static_cast<std::size_t>(page)]) {
+    made_[static_cast<std::size_t>(page)] = true;
+    QWidget* const placeholder = stack_->widget(page);
+    auto* const layout = new QVBoxLayout(placeholder);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(MakePage(page));
+  }
+  if (tabs_->currentIndex() != page) tabs_->setCurrentIndex(page);
+  stack_->setCurrentIndex(page);
+}
+
+void MainView::AppearOrGo() {
+  const bool wanted = GetForm().GetVisible();
+  if (wanted) {
+    inTaskbar_ = false;
+    if (!isVisible() || isMinimized()) {
+      setWindowState(windowState() & ~Qt::WindowMinimized);
+      ShowWindow();
+      // It is reached through its icon; without one it must stand in the task bar.
+      SetSkipTaskbar(*this, trayReachable_());
+    }
+  } else if (trayReachable_()) {
+    inTaskbar_ = false;
+    if (isVisible()) hide();
+  } else if (!inTaskbar_) {
+    inTaskbar_ = true;
+    SetSkipTaskbar(*this, false);
+    showMinimized();
+    SetSkipTaskbar(*this, false);
+  }
+}
+
+void MainView::FollowTray() {
+  if (isVisible()) SetSkipTaskbar(*this, trayReachable_());
+  Refresh();
+}
+
+void MainView::BringUp() { ActivateWindow(*this); }
+
+void MainView::changeEvent(QEvent* event) {
+  FormView::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  Form& form = GetForm();
+  if (isMinimized() && form.GetVisible()) {
+    // The minimise box is a way to the tray.
+    form.GetDispatcher().Dispatch([&form] { form.SetWindowState(WindowState::Minimized); });
+  } else if (!isMinimized() && inTaskbar_) {
+    // Brought back from the task bar.
+    form.GetDispatcher().Dispatch([&form] { form.Show(); });
+  }
+}
+
+void MainView::keyPressEvent(QKeyEvent* event) {
+  TabControl& tabs = program_.window.SSTab1;
+  const int count = static_cast<int>(tabs.Captions().size());
+  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+  if (control && event->key() == Qt::Key_Tab) {
+    tabs.PersonTab((tabs.GetTab() + 1) % count);
+  } else if (control && event->key() == Qt::Key_Backtab) {
+    tabs.PersonTab((tabs.GetTab() + count - 1) % count);
+  } else {
+    FormView::keyPressEvent(event);
+  }
+}
+
+}  // namespace quillbox

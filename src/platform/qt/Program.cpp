@@ -1,0 +1,143 @@
+#include "platform/qt/Program.h"
+
+#include <signal.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QSessionManager>
+
+#include "platform/qt/AboutView.h"
+#include "platform/qt/MainView.h"
+#include "platform/qt/MessageView.h"
+#include "platform/qt/SettingsView.h"
+#include "platform/qt/StartHelpView.h"
+
+namespace quillbox {
+
+namespace {
+
+// A start on a slow clipboard doesn't wait longer to know whether there is a text on it.
+constexpr int kSettleMilliseconds = 300;
+
+}  // namespace
+
+Program::Program()
+    : views_(dispatcher_),
+      trayIcon_(presence_),
+      windows_(dispatcher_),
+      clipboard_(loop_),
+      keySender_({.display = {},
+                  .pause = [](int milliseconds) { QtEventLoop::Pause(milliseconds); },
+                  .isOurs = [](xcb_window_t window) { return QWidget::find(window) != nullptr; }}),
+      registry_(RegistryPlaces::FromEnvironment()),
+      platform_{clipboard_, registry_, trayIcon_, windows_, messageBoxes_, keySender_,
+                sound_,     system_,   clock_,    files_,   tips_} {
+  dispatcher_.UseTimerHost(&timers_);
+  dispatcher_.OnRefresh = [this] {
+    timers_.WakeSleepers();
+    views_.Refresh();
+    OnShown();
+  };
+  views_.Make = [this](Form& form) { return MakeView(form); };
+  // Without a tray the hidden window stands in the task bar, and must be there for that.
+  views_.IsNeeded = [this](const Form& form) { return &form == &frmTray_->form && !trayIcon_.Reachable(); };
+  presence_.Changed = [this] {
+    trayIcon_.Follow();
+    if (MainView* const main = Main()) {
+      main->FollowTray();
+    } else {
+      views_.Refresh();
+    }
+  };
+  clipboard_.OnLost([this] { SaveAfterLoss(); });
+  WatchSignals();
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
+                   [this](QSessionManager&) { End(CloseReason::System); });
+}
+
+Program::~Program() {
+  dispatcher_.OnRefresh = nullptr;
+  views_.Make = nullptr;
+}
+
+bool Program::Start() {
+  frmTray_ = std::make_unique<frmTray>(dispatcher_, platform_);
+  tips_.Use(frmTray_->toolTips);
+  trayIcon_.HostMenu = [this] {
+    TrayMenuView& menu = windows_.MenuFor(frmTray_->menu.mnuBase);
+    menu.BeforeHostOpens = [this] {
+      frmTray_->menu.AktualisiereContextMnu();
+      frmTray_->menu.AktualisiereContextMnu2();
+    };
+    return menu.Menu();
+  };
+  frmTray_->Ended = [this] {
+    messageBoxes_.CloseAll();
+    QApplication::exit(0);
+  };
+  clipboard_.Settle(kSettleMilliseconds);
+  dispatcher_.Dispatch([this] { frmTray_->form.Load(); });
+  if (!frmTray_->Running()) return false;
+  // Nobody is locked out: without a tray the start shows the window.
+  if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
+  return true;
+}
+
+MainView* Program::Main() const {
+  return frmTray_ ? static_cast<MainView*>(views_.Of(frmTray_->form)) : nullptr;
+}
+
+std::unique_ptr<FormView> Program::MakeView(Form& form) {
+  frmTray& program = *frmTray_;
+  if (&form == &program.form) {
+    return std::make_unique<MainView>(program, tips_, [this] { return trayIcon_.Reachable(); });
+  }
+  if (auto* const dialog = program.settingsDialog.Get(); dialog && &form == &dialog->form) {
+    return MakeSettingsView(*dialog, tips_);
+  }
+  if (auto* const dialog = program.about.Get(); dialog && &form == &dialog->form)
+    return MakeAboutView(*dialog, tips_);
+  if (auto* const dialog = program.startHelp.Get(); dialog && &form == &dialog->form) {
+    return MakeStartHelpView(*dialog, tips_);
+  }
+  if (auto* const dialog = program.message.Get(); dialog && &form == &dialog->form) {
+    return MakeMessageView(*dialog, tips_);
+  }
+  return nullptr;
+}
+
+void Program::OnShown() {
+  const bool shown = frmTray_ && frmTray_->form.GetVisible();
+  if (std::exchange(mainShown_, shown) == shown || !shown) return;
+  frmTray_->timerPage.CatchUp();
+  if (MainView* const main = Main()) main->BringUp();
+}
+
+void Program::End(CloseReason reason) {
+  dispatcher_.Dispatch([&] {
+    if (frmTray_ && frmTray_->Running()) frmTray_->form.Close(reason);
+  });
+}
+
+void Program::SaveAfterLoss() {
+  if (!frmTray_ || !frmTray_->Running()) return;
+  dispatcher_.OnRefresh = nullptr;
+  End(CloseReason::System);
+}
+
+void Program::WatchSignals() {
+  sigset_t ending;
+  sigemptyset(&ending);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, signal);
+  // Blocked here before any thread is made; taken from a descriptor by the loop.
+  pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  signals_ = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
+  if (signals_ < 0) return;
+  loop_.Watch(signals_, [this] {
+    signalfd_siginfo information;
+    if (read(signals_, &information, sizeof information) == sizeof information) End(CloseReason::System);
+  });
+}
+
+}  // namespace quillbox

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+
+#include "core/frmTray.h"
+#include "platform/linux/FileRegistry.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxSystem.h"
+#include "platform/linux/PosixFiles.h"
+#include "platform/linux/XClipboard.h"
+#include "platform/linux/XKeySender.h"
+#include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtSound.h"
+#include "platform/qt/QtTimers.h"
+#include "platform/qt/QtTips.h"
+#include "platform/qt/QtTrayIcon.h"
+#include "platform/qt/QtWindows.h"
+#include "platform/qt/TrayPresence.h"
+#include "platform/qt/ViewHost.h"
+
+namespace quillbox {
+
+class MainView;
+
+// The logic on the real platform: ports, views, and the ways in which the program starts and ends.
+class Program {
+ public:
+  Program();
+  ~Program();
+
+  // Starts; false if the program has ended again already, being the second one.
+  bool Start();
+  // Ends by itself: signals, the end of the session.
+  void End(CloseReason reason);
+  // The X server has gone away: no window can be drawn any more, the lists are saved.
+  void SaveAfterLoss();
+
+ private:
+  std::unique_ptr<FormView> MakeView(Form& form);
+  MainView* Main() const;
+  void WatchSignals();
+  void OnShown();
+
+  QtEventLoop loop_;
+  QtTimers timers_;
+  Dispatcher dispatcher_;
+  ViewHost views_;
+  QtTips tips_;
+  TrayPresence presence_;
+  QtTrayIcon trayIcon_;
+  QtWindows windows_;
+  QtMessageBoxes messageBoxes_;
+  QtSound sound_;
+  XClipboard clipboard_;
+  XKeySender keySender_;
+  PosixFiles files_;
+  FileRegistry registry_;
+  LinuxSystem system_;
+  LinuxClock clock_;
+  Platform platform_;
+  std::unique_ptr<frmTray> frmTray_;
+  int signals_ = -1;
+  bool mainShown_ = false;
+};
+
+}  // namespace quillbox

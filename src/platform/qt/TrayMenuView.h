@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMenu>
+#include <memory>
+#include <vector>
+
+#include "platform/forms/Dispatcher.h"
+#include "platform/forms/MenuItem.h"
+
+namespace quillbox {
+
+// The tray menu as a QMenu. The actions are made once and follow the items before each opening.
+class TrayMenuView {
+ public:
+  TrayMenuView(Dispatcher& dispatcher, MenuItem& root);
+  ~TrayMenuView();
+
+  // Takes over captions, visibility and check marks.
+  void Follow();
+  void OpenAt(const QPoint& place);
+  QMenu* Menu() const { return menu_.get(); }
+  // Before a host that draws the menu itself shows it: the items are brought up to date.
+  std::function<void()> BeforeHostOpens;
+
+ private:
+  void AddActions(QMenu& menu, const MenuItem& parent);
+
+  Dispatcher& dispatcher_;
+  std::unique_ptr<QMenu> menu_;
+  std::vector<std::pair<MenuItem*, QAction*>> actions_;
+  bool following_ = false;
+};
+
+}  // namespace quillbox

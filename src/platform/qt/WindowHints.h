@@ -1,0 +1,13 @@
+#pragma once
+
+class QWidget;
+
+namespace quillbox {
+
+// What a window asks of the window manager. Each works on a window that is shown.
+void SetAbove(QWidget& window, bool above);
+void SetSkipTaskbar(QWidget& window, bool skip);
+// Brings the window to the front and gives it the focus, whatever program has it now.
+void ActivateWindow(QWidget& window);
+
+}  // namespace quillbox
