@@ -32,8 +32,8 @@ std::vector<std::string> Lines() {
           break;
       }
     }
-    lines.push_back("; a comment\r\n");
-    lines.push_back("\r\n");
+    lines.emplace_back("; a comment\r\n");
+    lines.emplace_back("\r\n");
   }
   return lines;
 }

@@ -1,19 +1,11 @@
 #include "platform/linux/AtomicFile.h"
 
-#include <dirent.h>
 #include <fcntl.h>
-#include <signal.h>
-#include <sys/random.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <ctime>
-#include <memory>
 
 #include "platform/linux/TemporaryName.h"
 
@@ -46,6 +38,12 @@ int OpenTemporary(SystemCalls& calls, const std::string& folder, std::string& pa
     if (fd >= 0 || errno != EEXIST) return fd;
   }
   return -1;
+}
+
+// Some file systems, of sticks and networks, have no modes to change: that is no reason not to write.
+int SetMode(SystemCalls& calls, int fd) {
+  if (calls.ChangeMode(fd, 0600) == 0) return 0;
+  return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS ? 0 : errno;
 }
 
 // What stands at the path may be replaced: a regular file with write permission, or nothing.
@@ -139,7 +137,7 @@ int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content)
   std::string temporary;
   const int fd = OpenTemporary(calls, folder, temporary);
   if (fd < 0) return errno;
-  int error = calls.ChangeMode(fd, 0600) == 0 ? 0 : errno;
+  int error = SetMode(calls, fd);
   if (error == 0) error = WriteAll(calls, fd, content);
   // A network file system may tell only here that the content did not fit.
   if (calls.Close(fd) != 0 && errno != EINTR && error == 0) error = errno;

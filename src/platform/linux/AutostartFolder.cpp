@@ -37,8 +37,9 @@ std::optional<std::string> AutostartFolder::Read(const std::string& path) const 
 std::optional<AutostartFolder::Found> AutostartFolder::Find(const std::string& file) const {
   if (file.empty()) return std::nullopt;
   if (std::optional<std::string> entry = Read(folder_ + "/" + file)) return Found{*std::move(entry), true};
-  for (const std::string& folder : systemFolders_) {
-    if (std::optional<std::string> entry = Read(folder + "/" + file)) return Found{*std::move(entry), false};
+  for (std::string path : systemFolders_) {
+    path.append("/").append(file);
+    if (std::optional<std::string> entry = Read(path)) return Found{*std::move(entry), false};
   }
   return std::nullopt;
 }
