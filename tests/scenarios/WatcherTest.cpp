@@ -1,0 +1,222 @@
+#include "scenarios/Scenario.h"
+
+namespace quillbox {
+namespace {
+
+class Watcher : public Scenario {
+ protected:
+  void Start(int maximum = -1) {
+    if (maximum >= 0) Set("ClipEntriesMax", std::to_string(maximum));
+    Do("start");
+  }
+  // Rows and slots are one list, the first row stands in the field.
+  void ExpectClips(const Values& clips) {
+    EXPECT_EQ(Rows("List2"), clips);
+    Values slots = Do("slots", "ClipEntries");
+    slots.resize(clips.size());
+    EXPECT_EQ(slots, clips);
+    EXPECT_EQ(Get("frmTray.Text0", "Text"), clips.empty() ? "" : clips[0]);
+  }
+  std::string Image() { return Do("tray").at(1); }
+};
+
+TEST_F(Watcher, TextsEnterAtTheTop) {
+  Start();
+  Copy("one");
+  ExpectClips({"one"});
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {{"one"}}));
+  Copy("two");
+  Copy("TWO");
+  ExpectClips({"TWO", "two", "one"});
+  const int writes = Writes("ClipData.qbx");
+  Copy("TWO");
+  Advance(2000);
+  EXPECT_EQ(Writes("ClipData.qbx"), writes) << "the same text again is no change";
+  EXPECT_EQ(Do("clip.writes"), Values{"1"}) << "only the start has emptied the clipboard";
+}
+
+TEST_F(Watcher, ADuplicateMovesToTheTop) {
+  Start();
+  for (const char* text : {"a", "b", "c", "d"}) Copy(text);
+  Copy("b");
+  ExpectClips({"b", "d", "c", "a"});
+}
+
+TEST_F(Watcher, OfTwoEqualRowsTheLowerOneGoes) {
+  WriteData("ClipData.qbx", File("CLIP", {{"top"}, {"x"}, {"same"}, {"y"}, {"same"}, {"z"}}));
+  Start();
+  Copy("same");
+  ExpectClips({"same", "top", "x", "same", "y", "z"});
+}
+
+TEST_F(Watcher, TheOldestGoesAtTheLimit) {
+  Start(2);
+  for (const char* text : {"a", "b", "c", "d"}) Copy(text);
+  ExpectClips({"d", "c", "b"});
+  Do("clip.clear");
+  Tick();
+  ExpectClips({"", "d", "c"});
+  Copy("e");
+  ExpectClips({"e", "d", "c"});
+  EXPECT_EQ(Slots("ClipEntries").size(), 3u);
+}
+
+TEST_F(Watcher, TheLargestListUsesAllSlots) {
+  Start(99);
+  for (int i = 1; i <= 101; ++i) Copy("text " + std::to_string(i));
+  EXPECT_EQ(Rows("List2").size(), 100u);
+  EXPECT_EQ(Rows("List2").back(), "text 2");
+  Do("clip.clear");
+  Tick();
+  Copy("new");
+  EXPECT_EQ(Rows("List2").size(), 100u);
+  EXPECT_EQ(Rows("List2").front(), "new");
+  EXPECT_EQ(Rows("List2").back(), "text 3");
+  EXPECT_EQ(Slots("ClipEntries"), Rows("List2"));
+}
+
+TEST_F(Watcher, APictureLeavesOneBlankRow) {
+  Start();
+  Copy("text");
+  Do("clip.picture");
+  Tick();
+  ExpectClips({"", "text"});
+  const int writes = Writes("ClipData.qbx");
+  Do("clip.picture");
+  Advance(1000);
+  ExpectClips({"", "text"});
+  EXPECT_EQ(Writes("ClipData.qbx"), writes);
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {{""}, {"text"}}));
+  Copy("next");
+  ExpectClips({"next", "text"});
+}
+
+TEST_F(Watcher, LongTextsAreCutInTheListAlone) {
+  Set("Warning", "1");
+  Start();
+  const std::string kept(32000, 'x');
+  Copy(kept);
+  EXPECT_EQ(Do("boxes"), Values{});
+  Copy(std::string(32001, 'y'));
+  EXPECT_EQ(Rows("List2").at(0), std::string(32000, 'y'));
+  EXPECT_EQ(Clipboard().size(), 32001u);
+  const Values boxes = Do("boxes");
+  ASSERT_EQ(boxes.size(), 3u);
+  EXPECT_EQ(boxes[0], "64");
+  EXPECT_EQ(boxes[1], "Quillbox: Entry larger than 32KB");
+  EXPECT_EQ(boxes[2],
+            "The current clipboard entry is larger than 32 KB. To save disk space, Quillbox does not save "
+            "entries that large - it will be truncated to 32 KB when it is stored. Of course, this doesn't "
+            "affect the current clipboard entry itself.\n\r(You can turn this message off in the "
+            "\"Settings\" Menu.)");
+  Do("clip.set", std::string(32001, 'y'));
+  Advance(1000);
+  EXPECT_EQ(Do("boxes"), Values{});
+  EXPECT_EQ(Rows("List2").size(), 2u);
+}
+
+TEST_F(Watcher, TheWarningIsOffByDefaultAndACutKeepsPairsWhole) {
+  Start();
+  Copy(std::string(31999, 'x') + "\U0001F600");
+  EXPECT_EQ(Rows("List2").at(0), std::string(31999, 'x'));
+  EXPECT_EQ(Do("boxes"), Values{});
+  Advance(1000);
+  EXPECT_EQ(Rows("List2").size(), 1u);
+}
+
+TEST_F(Watcher, ALockedClipboardIsNotAnEmptyOne) {
+  Start();
+  Copy("text");
+  Do("clip.set", "next");
+  Do("clip.lock", "1");
+  Advance(1000);
+  ExpectClips({"text"});
+  EXPECT_EQ(Get("frmTray.Timer1", "Enabled"), "1");
+  Do("clip.lock", "0");
+  Tick();
+  ExpectClips({"next", "text"});
+}
+
+TEST_F(Watcher, TheIconBlinksForFiveTicks) {
+  Start();
+  EXPECT_EQ(Image(), "window");
+  Copy("text");
+  EXPECT_EQ(Image(), "Picture1");
+  Values images;
+  for (int i = 0; i < 7; ++i) {
+    Tick();
+    images.push_back(Image());
+  }
+  EXPECT_EQ(images, (Values{"window", "Picture1", "window", "Picture1", "window", "window", "window"}));
+  Copy("more");
+  Tick();
+  Copy("and more");
+  EXPECT_EQ(Image(), "Picture1") << "a change within a blink begins it anew";
+  Tick();
+  EXPECT_EQ(Image(), "window");
+  Do("pick", "mnuClear");
+  Tick();
+  EXPECT_EQ(Image(), "Picture1") << "a clear asks for a blink";
+}
+
+TEST_F(Watcher, TheUrlCut) {
+  Set("CutURL", "2");
+  Start();
+  const Values pairs{
+      "http://x/go?to=http://y/z&id=3", "http://y/z", "a=b&c", "b", "a?b", "b again", "abc&d", "abc"};
+  Copy(pairs[0]);
+  ExpectClips({pairs[1]});
+  EXPECT_EQ(Clipboard(), pairs[1]);
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {{pairs[0]}})) << "the file follows with the next write";
+  const int writes = Writes("ClipData.qbx");
+  Advance(1000);
+  EXPECT_EQ(Writes("ClipData.qbx"), writes) << "the cut text is no change";
+  Copy(pairs[2]);
+  EXPECT_EQ(Clipboard(), pairs[3]);
+  Copy("x?yz");
+  EXPECT_EQ(Clipboard(), "yz");
+  Copy(pairs[6]);
+  EXPECT_EQ(Clipboard(), pairs[7]);
+  Copy("plain");
+  EXPECT_EQ(Clipboard(), "plain");
+}
+
+TEST_F(Watcher, TheUrlCutByHand) {
+  Set("CutURL", "1");
+  Start();
+  Show();
+  Copy("a=b&c");
+  EXPECT_EQ(Clipboard(), "a=b&c");
+  Do("click", "frmTray.Text0");
+  Do("dblclick", "frmTray.Label7");
+  EXPECT_EQ(Clipboard(), "b");
+  ExpectClips({"b"});
+  Set("CutURL", "0");
+  Copy("a=b&c");
+  Do("dblclick", "frmTray.Label7");
+  EXPECT_EQ(Clipboard(), "a=b&c");
+}
+
+// Every keystroke goes to the clipboard, to row 0 and to the menu, none to the file.
+TEST_F(Watcher, EditsGoToTheClipboard) {
+  Start();
+  Show();
+  Copy("text");
+  Copy("other");
+  Do("click", "frmTray.Text0");
+  const int writes = Writes("ClipData.qbx");
+  Do("type", "frmTray.Text0", "s");
+  EXPECT_EQ(Clipboard(), "others");
+  ExpectClips({"others", "text"});
+  Tick();
+  EXPECT_EQ(Writes("ClipData.qbx"), writes);
+  EXPECT_EQ(Get("frmTray.mnuClip1", "Caption"), "&1:  others");
+  EXPECT_EQ(Get("frmTray.Label7", "Caption"), "L: 6");
+  Do("settext", "frmTray.Text0", "text");
+  Do("focus", "frmTray.List2");
+  ExpectClips({"text"});
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {{"text"}}));
+}
+
+}  // namespace
+}  // namespace quillbox
