@@ -28,6 +28,33 @@ TEST_F(TimerMessageTextTest, HoldsAtMost512CharactersByPerson) {
   EXPECT_EQ(page_.Text13.GetText(), Text(511, u'a') + u"b");
 }
 
+TEST_F(TimerMessageTextTest, CutsWhatIsPutInAndNeverWhatStoodThere) {
+  TextBox& field = page_.Text13;
+  const auto paste = [&](std::size_t at, const Text& text) {
+    field.PersonEdit(Text(field.GetText()).insert(at, text), at + text.size());
+    return field.GetSelStart();
+  };
+  field.SetText(Text(500, u'a') + u"END");
+  EXPECT_EQ(paste(1, Text(20, u'b')), 10U);
+  EXPECT_EQ(field.GetText(), Text(1, u'a') + Text(9, u'b') + Text(499, u'a') + u"END");
+  paste(0, u"more");
+  EXPECT_EQ(field.GetText(), Text(1, u'a') + Text(9, u'b') + Text(499, u'a') + u"END");
+  // Half a pair isn't put in.
+  field.SetText(Text(510, u'a'));
+  paste(510, u"b\U0001F600");
+  EXPECT_EQ(field.GetText(), Text(510, u'a') + u"b");
+  // A text that came in longer from the clipboard stays, but for what is deleted from it.
+  field.SetText(Text(600, u'a') + u"END");
+  field.PersonDrop(Text(u"dropped"));
+  paste(603, u"more");
+  EXPECT_EQ(field.GetText(), Text(600, u'a') + u"END");
+  field.PersonEdit(Text(597, u'a') + u"END", 10);
+  EXPECT_EQ(field.GetText(), Text(597, u'a') + u"END");
+  // All of it replaced.
+  field.PersonEdit(Text(700, u'z'), 700);
+  EXPECT_EQ(field.GetText(), Text(512, u'z'));
+}
+
 TEST_F(TimerMessageTextTest, TakesWhatTheClipboardHoldsUpTo32000) {
   world_.clipboard.OtherSets(Text(31999, u'a') + u"\U0001F600");
   Click("Command42");

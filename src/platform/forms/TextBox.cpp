@@ -58,6 +58,26 @@ Text TextBox::Fitting(const Text& text) const {
   return maxLength_ > 0 ? Text(CutTo(whole, maxLength_)) : whole;
 }
 
+Text TextBox::WithinLimit(const Text& edited, std::size_t& caret) const {
+  if (maxLength_ == 0 || edited.size() <= maxLength_) return edited;
+  // The edit is what lies between the beginning and the end that both texts have in common.
+  const auto shorter = static_cast<std::ptrdiff_t>(std::min(edited.size(), text_.size()));
+  auto head = std::mismatch(edited.begin(), edited.begin() + shorter, text_.begin()).first - edited.begin();
+  if (head > 0 && IsHighSurrogate(edited[static_cast<std::size_t>(head) - 1])) --head;
+  const auto tail = std::mismatch(edited.rbegin(), edited.rbegin() + (shorter - head), text_.rbegin()).first -
+                    edited.rbegin();
+  const auto from = static_cast<std::size_t>(head);
+  const std::size_t kept = from + static_cast<std::size_t>(tail);
+  if (edited.size() == kept) return edited;
+  if (kept >= maxLength_) {
+    caret = selStart_;
+    return text_;
+  }
+  const TextView putIn = CutTo(TextView(edited).substr(from, edited.size() - kept), maxLength_ - kept);
+  caret = from + putIn.size();
+  return edited.substr(0, from).append(putIn).append(edited, edited.size() - static_cast<std::size_t>(tail));
+}
+
 void TextBox::OwnFocus() { SetSelStart(text_.size()); }
 
 void TextBox::PersonSetText(const Text& text) {
@@ -70,7 +90,10 @@ void TextBox::PersonSetText(const Text& text) {
 void TextBox::PersonEdit(const Text& text, std::size_t caret) {
   Dispatch().Dispatch([&] {
     PersonFocus();
-    if (!readOnly_) Assign(Fitting(text), caret);
+    if (readOnly_) return;
+    std::size_t newCaret = caret;
+    Text edited = WithinLimit(IsMultiLine() ? text : OneLine(text), newCaret);
+    Assign(std::move(edited), newCaret);
   });
 }
 
@@ -161,7 +184,7 @@ void TextBox::OwnDrop(const DragData& data) {
   const std::size_t room = maxLength_ == 0 ? data->size() : maxLength_ - std::min(maxLength_, text.size());
   const Text dropped(CutTo(*data, room));
   text.insert(selStart_, dropped);
-  Assign(Fitting(text), selStart_ + dropped.size());
+  Assign(IsMultiLine() ? text : OneLine(text), selStart_ + dropped.size());
 }
 
 }  // namespace quillbox

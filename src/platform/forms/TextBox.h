@@ -50,6 +50,8 @@ class TextBox : public Control {
 
  private:
   Text Fitting(const Text& text) const;
+  // What was put in beyond the limit is cut off, and never what stood there before.
+  Text WithinLimit(const Text& edited, std::size_t& caret) const;
   void Replace(std::size_t start, std::size_t length, TextView with);
   void Insert(char16_t character);
   void Assign(Text text, std::size_t caret);
