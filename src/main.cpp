@@ -24,13 +24,14 @@ int main(int argc, char** argv) {
   mallopt(M_MMAP_THRESHOLD, 64 * 1024);
   // Texts and menus need no graphics driver.
   if (!std::getenv("QT_XCB_GL_INTEGRATION")) setenv("QT_XCB_GL_INTEGRATION", "none", 0);
+  quillbox::EndingSignals signals;
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName(QStringLiteral("quillbox"));
   QApplication::setApplicationDisplayName(QString());
   QApplication::setDesktopFileName(QStringLiteral("quillbox"));
   QApplication application(argc, argv);
   try {
-    quillbox::Program program;
+    quillbox::Program program(signals);
     atExit = &program;
     std::atexit(SaveAtExit);
     const int result = program.Start() ? QApplication::exec() : 0;

@@ -17,6 +17,7 @@ class FormView : public QWidget {
   FormView(Form& form, QtTips& tips);
 
   Form& GetForm() const { return form_; }
+  QtTips& Tips() const { return tips_; }
   // Joins a control and the widget that shows it. `draw` is called when the control has changed.
   void Join(Control& control, QWidget& widget, std::function<void()> draw);
   // Draws what has changed since the last time, and shows or hides the window.

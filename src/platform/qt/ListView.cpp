@@ -187,9 +187,9 @@ void ListView::StartDrag() {
   const Text text = list_.PersonStartDrag();
   if (text.empty()) return;
   auto* const drag = new QDrag(this);
-  auto* const data = new QMimeData;
-  data->setText(ToQt(text));
-  drag->setMimeData(data);
+  auto* const mime = new QMimeData;
+  mime->setText(ToQt(text));
+  drag->setMimeData(mime);
   drag->exec(Qt::CopyAction);
 }
 

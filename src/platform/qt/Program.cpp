@@ -1,9 +1,5 @@
 #include "platform/qt/Program.h"
 
-#include <signal.h>
-#include <sys/signalfd.h>
-#include <unistd.h>
-
 #include <QApplication>
 #include <QSessionManager>
 
@@ -22,7 +18,7 @@ constexpr int kSettleMilliseconds = 300;
 
 }  // namespace
 
-Program::Program()
+Program::Program(EndingSignals& signals)
     : views_(dispatcher_),
       trayIcon_(presence_),
       windows_(dispatcher_),
@@ -51,7 +47,12 @@ Program::Program()
     }
   };
   clipboard_.OnLost([this] { SaveAfterLoss(); });
-  WatchSignals();
+  files_.MakeOnDemand(system_.DataFolder());
+  if (signals.Descriptor() >= 0) {
+    loop_.Watch(signals.Descriptor(), [this, &signals] {
+      while (signals.Take()) End(CloseReason::System);
+    });
+  }
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager&) { End(CloseReason::System); });
 }
@@ -124,20 +125,6 @@ void Program::SaveAfterLoss() {
   if (!frmTray_ || !frmTray_->Running()) return;
   dispatcher_.OnRefresh = nullptr;
   End(CloseReason::System);
-}
-
-void Program::WatchSignals() {
-  sigset_t ending;
-  sigemptyset(&ending);
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, signal);
-  // Blocked here before any thread is made; taken from a descriptor by the loop.
-  pthread_sigmask(SIG_BLOCK, &ending, nullptr);
-  signals_ = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
-  if (signals_ < 0) return;
-  loop_.Watch(signals_, [this] {
-    signalfd_siginfo information;
-    if (read(signals_, &information, sizeof information) == sizeof information) End(CloseReason::System);
-  });
 }
 
 }  // namespace quillbox

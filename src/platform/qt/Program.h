@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "core/frmTray.h"
+#include "platform/linux/EndingSignals.h"
 #include "platform/linux/FileRegistry.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxSystem.h"
@@ -26,7 +27,7 @@ class MainView;
 // The logic on the real platform: ports, views, and the ways in which the program starts and ends.
 class Program {
  public:
-  Program();
+  explicit Program(EndingSignals& signals);
   ~Program();
 
   // Starts; false if the program has ended again already, being the second one.
@@ -39,7 +40,6 @@ class Program {
  private:
   std::unique_ptr<FormView> MakeView(Form& form);
   MainView* Main() const;
-  void WatchSignals();
   void OnShown();
 
   QtEventLoop loop_;
@@ -60,7 +60,6 @@ class Program {
   LinuxClock clock_;
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;
-  int signals_ = -1;
   bool mainShown_ = false;
 };
 
