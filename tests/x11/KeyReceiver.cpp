@@ -97,6 +97,11 @@ void KeyReceiver::TakeFocus() { SetFocus(window_); }
 
 void KeyReceiver::GiveFocusToNobody() { SetFocus(XCB_NONE); }
 
+void KeyReceiver::GiveFocusToPointer() {
+  xcb_warp_pointer(connection_, XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
+  SetFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
+}
+
 void KeyReceiver::Run() {
   while (!ended_) {
     xcb_generic_event_t* event = xcb_wait_for_event(connection_);
@@ -121,8 +126,9 @@ void KeyReceiver::Handle(const xcb_generic_event_t& event) {
 
 void KeyReceiver::AnswerPing(xcb_client_message_event_t message) {
   message.window = root_;
-  xcb_send_event(connection_, 0, root_,
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+  const std::uint32_t audience =
+      options_.answersAsQt ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  xcb_send_event(connection_, 0, root_, audience | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
   xcb_flush(connection_);
 }

@@ -25,6 +25,7 @@ class KeyReceiver {
  public:
   struct Options {
     bool answersPings = false;
+    bool answersAsQt = false;     // to another audience than the others do
     int microsecondsPerKey = 0;   // how slow it is
     int millisecondsToStart = 0;  // how long it sleeps over the first key
     bool saysOurProcess = false;  // bears the process id of this very process
@@ -38,7 +39,9 @@ class KeyReceiver {
   xcb_window_t Window() const { return window_; }
   // Gives the window the focus and returns when it has it.
   void TakeFocus();
+  // Focus on no window: on none at all, or "wherever the pointer is", with the pointer over this window.
   void GiveFocusToNobody();
+  void GiveFocusToPointer();
 
   std::vector<KeyPress> Presses() const;
   // The text of all presses so far, line breaks as line feeds.

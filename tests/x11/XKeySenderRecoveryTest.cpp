@@ -3,21 +3,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <thread>
+#include <stdexcept>
 
 #include "platform/linux/XKeySender.h"
 #include "x11/KeyReceiver.h"
+#include "x11/KeySenderParts.h"
 #include "x11/TestKeyboard.h"
 
 namespace quillbox::test {
 namespace {
-
-void Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
-
-XKeySender::Options Plain() {
-  return {.display = {}, .pause = Sleep, .isOurs = [](xcb_window_t) { return false; }};
-}
 
 // A process that waits for a byte and then types without end.
 class TypingProcess {

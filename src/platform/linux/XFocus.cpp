@@ -40,13 +40,19 @@ bool XFocus::HasOurProcess(xcb_window_t window) {
   return false;
 }
 
+// The property of the root window may outlive its manager; the window that it names doesn't.
+bool XFocus::ManagerRuns() {
+  const auto check = connection_.Values(connection_.Root(), managerCheck_, XCB_ATOM_WINDOW);
+  return !check.empty() && connection_.Values(check[0], managerCheck_, XCB_ATOM_WINDOW) == check;
+}
+
 bool XFocus::IsTarget(xcb_window_t window) {
   if (window == XCB_NONE || window == XCB_INPUT_FOCUS_POINTER_ROOT || window == connection_.Root())
     return false;
   if (isOurs_(window)) return false;
   // A window manager marks the windows of programs; its own frames and the place where it parks the focus
   // lack the mark. Without a window manager any window is as good as another.
-  if (connection_.Values(connection_.Root(), managerCheck_, XCB_ATOM_WINDOW).empty()) return true;
+  if (!ManagerRuns()) return true;
   for (int depth = 0; window != XCB_NONE && depth < kMaxDepth; ++depth, window = Parent(window)) {
     if (!connection_.Values(window, windowState_, windowState_).empty()) return true;
   }
@@ -64,8 +70,8 @@ bool XFocus::AskCaughtUp() {
   }
   if (asked_ == XCB_NONE) return false;
 
-  // The answer goes to the root window.
-  const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  // The answer goes to the root window; Qt's reaches only those that follow the root window's own structure.
+  const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_.Get(), connection_.Root(), XCB_CW_EVENT_MASK, &events);
   answered_ = false;
   xcb_client_message_event_t message{};

@@ -31,6 +31,7 @@ class XFocus {
   void StopAsking();
 
  private:
+  bool ManagerRuns();
   bool HasOurProcess(xcb_window_t window);
   xcb_window_t Parent(xcb_window_t window);
 

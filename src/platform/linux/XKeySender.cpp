@@ -17,7 +17,8 @@ using std::chrono::milliseconds;
 
 constexpr int kWaitForFocus = 1000;
 constexpr int kWaitForKeys = 3000;
-constexpr int kWaitForAnswer = 5000;  // of a program that is asked whether it has caught up
+constexpr int kWaitForAnswer = 1000;  // of a program that is asked whether it has caught up
+constexpr int kWaitForLookUp = 5000;  // the same, while it needs the spare keys
 constexpr int kLookUpTime = 150;      // for programs that can't be asked, before spare keys are taken off
 constexpr int kStrokesPerMillisecond = 10;  // that such a program is trusted to take in
 constexpr int kLongestLookUp = 1500;
@@ -185,7 +186,7 @@ void XKeySender::WaitForEffect(XTypist& typist) {
 void XKeySender::WaitUntilTakenIn(std::size_t strokes) {
   connection_.Sync();
   if (focus_.AskCaughtUp()) {
-    WaitFor([this] { return focus_.CaughtUp(); }, kWaitForAnswer, 1);
+    WaitFor([this] { return focus_.CaughtUp(); }, spareKeys_.Any() ? kWaitForLookUp : kWaitForAnswer, 1);
   } else if (spareKeys_.Any()) {
     const auto time = std::min<std::size_t>(kLookUpTime + strokes / kStrokesPerMillisecond, kLongestLookUp);
     WaitFor([] { return false; }, static_cast<int>(time), 10);
