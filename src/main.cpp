@@ -36,6 +36,7 @@ int main(int argc, char** argv) {
     std::atexit(SaveAtExit);
     const int result = program.Start() ? QApplication::exec() : 0;
     atExit = nullptr;
+    program.HandClipboardOver();
     return result;
   } catch (const quillbox::RuntimeError& error) {
     qCritical("quillbox: %s", error.what());

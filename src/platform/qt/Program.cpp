@@ -121,6 +121,8 @@ void Program::End(CloseReason reason) {
   });
 }
 
+void Program::HandClipboardOver() { clipboard_.HandOver(); }
+
 void Program::SaveAfterLoss() {
   if (!frmTray_ || !frmTray_->Running()) return;
   dispatcher_.OnRefresh = nullptr;

@@ -34,6 +34,8 @@ class Program {
   bool Start();
   // Ends by itself: signals, the end of the session.
   void End(CloseReason reason);
+  // After the end: a text that we own outlives us where a clipboard manager takes it over.
+  void HandClipboardOver();
   // The X server has gone away: no window can be drawn any more, the lists are saved.
   void SaveAfterLoss();
 
