@@ -1,0 +1,206 @@
+#include <filesystem>
+
+#include "scenarios/Scenario.h"
+
+namespace quillbox {
+namespace {
+
+class DataFilesOfTheProgram : public Scenario {
+ protected:
+  // The lists as they come back from the files after a restart.
+  void Restart() {
+    Do("end");
+    Do("start");
+  }
+  Values Box() { return Do("boxes"); }
+  void ExpectDamage(const std::string& list) {
+    EXPECT_EQ(Box(),
+              (Values{"64", "Quillbox " + list + " file damaged",
+                      "The " + list +
+                          " data file has been damaged. Quillbox recovered entries as far as possible. "
+                          "The damaged file will be replaced automatically."}));
+  }
+};
+
+TEST_F(DataFilesOfTheProgram, ByteByByte) {
+  Do("start");
+  Show();
+  AddPad("", "Thanks");
+  AddPad("Greeting", "Dear Sir,\r\n\r\nkind regards");
+  const std::string file = DataFile("PadData.qbx");
+  EXPECT_EQ(file.size(), 192u);
+  EXPECT_EQ(file, kMark + " [PAD ENTRY FILE 4.31, DO NOT EDIT] " + kMark + "\r\n" +             //
+                      kMark + " [PAD ENTRY 0] " + kMark + "\r\n" +                              //
+                      "Greeting\r\nDear Sir,\r\n\r\nkind regards\r\n" +                         //
+                      kMark + " [PAD ENTRY 1] " + kMark + "\r\n" + "[No Name]\r\nThanks\r\n" +  //
+                      kMark + " [PAD ENTRY FILE END] " + kMark + "\r\n");
+  AddToDo("Buy milk");
+  EXPECT_EQ(DataFile("ToDoData.qbx"), File("TODO", {{"False", "Buy milk"}}));
+  Do("check", "frmTray.List3", "0", "1");
+  Do("click", "frmTray.Command6");
+  EXPECT_EQ(DataFile("ToDoData.qbx"), File("TODO", {{"True", "Buy milk"}}));
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {}));
+  EXPECT_EQ(DataFile("ClipData.qbx").size(), 84u);
+}
+
+TEST_F(DataFilesOfTheProgram, TextsComeBack) {
+  Do("start");
+  const Values texts{"three\r\nlines\r\n", "lone\nfeed", "", "Grüße ½ €", "tab\tand \x01 control"};
+  Show();
+  for (const std::string& text : texts) {
+    if (!text.empty()) AddPad("length " + std::to_string(text.size()), text);
+  }
+  for (const std::string& text : texts) Copy(text);
+  const Values pad = Slots("PadEntries");
+  const Values clips = Rows("List2");
+  const Values names = Rows("List1");
+  Restart();
+  EXPECT_EQ(Slots("PadEntries"), pad);
+  EXPECT_EQ(Rows("List2"), clips);
+  EXPECT_EQ(Rows("List1"), names);
+  EXPECT_NE(DataFile("PadData.qbx")
+                .find("Gr\xFC\xDF"
+                      "e \xBD \x80"),
+            std::string::npos)
+      << "single bytes";
+  Copy("lone\rreturn");
+  Copy("next");
+  Restart();
+  EXPECT_EQ(Rows("List2").at(1), "lone\r\nreturn") << "a lone carriage return ends a line";
+}
+
+TEST_F(DataFilesOfTheProgram, OtherAlphabetsMakeTheFileUtf8) {
+  Do("start");
+  for (const char* text : {"Ελληνικά", "日本語 \U0001F600", "plain"}) Copy(text);
+  const std::string file = DataFile("ClipData.qbx");
+  EXPECT_EQ(file.substr(0, 3), "\xEF\xBB\xBF");
+  EXPECT_NE(file.find("日本語"), std::string::npos);
+  Restart();
+  EXPECT_EQ(Rows("List2"), (Values{"plain", "日本語 \U0001F600", "Ελληνικά"}));
+}
+
+TEST_F(DataFilesOfTheProgram, SmallFilesHoldNothing) {
+  WriteData("ClipData.qbx", std::string(90, 'x'));
+  WriteData("PadData.qbx", "");
+  WriteData("ToDoData.qbx", Marker("TODO ENTRY FILE 4.31, DO NOT EDIT"));
+  WriteTemplate("PadData.qbx", File("PAD", {{"template", "text", "to be long enough to be read"}}));
+  Do("clip.set", "text");
+  Do("start");
+  EXPECT_EQ(Box(), Values{});
+  for (const char* list : {"List1", "List2", "List3"}) EXPECT_EQ(Rows(list), Values{});
+  EXPECT_EQ(Clipboard(), "text") << "there is a Clip file";
+}
+
+TEST_F(DataFilesOfTheProgram, AFileWithoutMarkers) {
+  WriteData("ClipData.qbx", std::string(91, 'x'));
+  Do("start");
+  ExpectDamage("Clip-List");
+  EXPECT_EQ(Rows("List2"), Values{});
+}
+
+TEST_F(DataFilesOfTheProgram, AFileCutOffKeepsItsWholeEntries) {
+  std::vector<Values> entries;
+  for (int i = 0; i < 8; ++i) entries.push_back({"name " + std::to_string(i), "text " + std::to_string(i)});
+  const std::string file = File("PAD", entries);
+  WriteData("PadData.qbx", file.substr(0, file.find("text 5") + 3));
+  Do("start");
+  ExpectDamage("Pad-List");
+  EXPECT_EQ(Rows("List1").size(), 5u);
+  entries.resize(5);
+  Do("end");
+  EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", entries)) << "the next write replaces the damaged file";
+}
+
+TEST_F(DataFilesOfTheProgram, AToDoFileCutOffKeepsTheRowsItHas) {
+  const std::string file =
+      File("TODO", {{"True", "first task"}, {"true", "second task"}, {"False", "third"}});
+  WriteData("ToDoData.qbx", file.substr(0, file.find("third") + 7));
+  Do("start");
+  ExpectDamage("ToDo-List");
+  EXPECT_EQ(Rows("List3"), (Values{"first task", "second task", "third"}));
+  EXPECT_EQ(Do("get", "frmTray.List3", "Selected"), (Values{"1", "0", "0"})) << "only True is a mark";
+}
+
+TEST_F(DataFilesOfTheProgram, MarkersWithinATextCutIt) {
+  WriteData("ClipData.qbx",
+            File("CLIP", {{"before", kMark + " [CLIP ENTRY 1] " + kMark, "remainder"}, {"joined"}}));
+  Do("start");
+  EXPECT_EQ(Rows("List2").size(), 2u);
+  EXPECT_EQ(Rows("List2").at(0), "before");
+  // The marker that follows has the number 1 again, not 2: it belongs to the text.
+  EXPECT_EQ(Rows("List2").at(1), "remainder\r\n½½½½½ [CLIP ENTRY 1] ½½½½½\r\njoined");
+}
+
+TEST_F(DataFilesOfTheProgram, ForeignMarkersAndVersionsLoad) {
+  std::string file = File("CLIP", {{"first"}, {"second"}, {"third entry"}});
+  for (std::size_t at = file.find(kMark); at != std::string::npos; at = file.find(kMark)) {
+    file.replace(at, 5, "#####");
+  }
+  file.replace(file.find("4.31"), 4, "9.99");
+  WriteData("ClipData.qbx", file);
+  Do("start");
+  EXPECT_EQ(Rows("List2"), (Values{"first", "second", "third entry"}));
+  EXPECT_EQ(Box(), Values{});
+}
+
+TEST_F(DataFilesOfTheProgram, ALoweredLimitReadsLess) {
+  std::vector<Values> entries;
+  for (int i = 0; i < 50; ++i) entries.push_back({i == 3 ? "" : "name " + std::to_string(i), "text"});
+  WriteData("PadData.qbx", File("PAD", entries));
+  Set("PermEntriesMax", "9");
+  Do("start");
+  EXPECT_EQ(Rows("List1").size(), 10u);
+  EXPECT_EQ(Rows("List1").at(3), "[No Name]");
+  EXPECT_EQ(Box(), Values{});
+}
+
+TEST_F(DataFilesOfTheProgram, TemplatesForWhoeverHasNoFile) {
+  WriteTemplate("PadData.qbx", File("PAD", {{"template", "pad text"}, {"more", "of it"}}));
+  WriteTemplate("ClipData.qbx", File("CLIP", {{"template clip"}, {"second"}, {"third"}}));
+  WriteTemplate("ToDoData.qbx", File("TODO", {{"True", "template task"}, {"False", "more"}}));
+  WriteData("PadData.qbx", File("PAD", {{"own", "own text"}, {"own too", "own text, the second"}}));
+  Do("clip.set", "left over");
+  Do("start");
+  EXPECT_EQ(Rows("List1"), (Values{"own", "own too"}));
+  EXPECT_EQ(Rows("List2").at(0), "template clip");
+  EXPECT_EQ(Rows("List3"), (Values{"template task", "more"}));
+  EXPECT_EQ(Clipboard(), "template clip") << "emptied first, then filled by the first entry";
+  for (const char* list : {"List1", "List2", "List3"})
+    EXPECT_EQ(Get(std::string("frmTray.") + list, "ListIndex"), "-1");
+  Do("end");
+  Do("user", "second user");
+  Do("start");
+  EXPECT_EQ(Rows("List1"), (Values{"template", "more"}));
+  EXPECT_EQ(Read(Folder() + "/second user/PadData.qbx"), "(missing)") << "a start writes nothing";
+}
+
+TEST_F(DataFilesOfTheProgram, AFolderThatCannotBeMade) {
+  Do("folder", Folder() + "/nowhere/deep");
+  Do("start");
+  Copy("text");
+  const Values box = Box();
+  ASSERT_EQ(box.size(), 3u);
+  EXPECT_EQ(box[0], "64");
+  EXPECT_EQ(box[1], "Quillbox Message");
+  EXPECT_EQ(box[2].rfind("An error (", 0), 0u);
+  EXPECT_NE(box[2].find(") occured while Quillbox tried to write to its data files. Try to fix the problem. "
+                        "The error description is: \""),
+            std::string::npos);
+  EXPECT_EQ(Rows("List2"), Values{"text"}) << "the list in memory is unharmed";
+  Copy("next");
+  EXPECT_EQ(Box().size(), 3u) << "each attempt reports";
+}
+
+TEST_F(DataFilesOfTheProgram, AFileThatCannotBeReadReportsItself) {
+  std::filesystem::create_directories(Folder() + "/user/ClipData.qbx");
+  Do("start");
+  const Values box = Box();
+  ASSERT_GE(box.size(), 3u);
+  EXPECT_EQ(box[1], "Quillbox Message");
+  EXPECT_EQ(box[2].rfind("An error (#", 0), 0u);
+  EXPECT_NE(box[2].find("tried to read from the Clip-List data file"), std::string::npos);
+  EXPECT_EQ(Do("running"), Values{"1"});
+}
+
+}  // namespace
+}  // namespace quillbox
