@@ -1,0 +1,45 @@
+#include "scenarios/RecordScenario.h"
+
+#include <filesystem>
+
+namespace quillbox {
+
+std::vector<Box> RecordScenario::Boxes() {
+  const Values values = Do("boxes");
+  std::vector<Box> boxes;
+  for (std::size_t i = 0; i + 2 < values.size(); i += 3)
+    boxes.push_back({values[i], values[i + 1], values[i + 2]});
+  return boxes;
+}
+
+std::string RecordScenario::MachineValue(const std::string& path, const std::string& name) {
+  const Values found = Do("reg.get", "HKLM", path, name);
+  return found.at(0) == "1" ? found.at(1) : "(missing)";
+}
+
+void RecordScenario::Restart() {
+  EXPECT_EQ(Do("end"), Values{"0"});
+  Do("start");
+}
+
+void RecordScenario::Obstruct(const std::string& name) {
+  const std::filesystem::path path = Folder() + "/user/" + name;
+  std::filesystem::rename(path, path.string() + ".before");
+  // A folder that holds something can't be replaced by a file.
+  std::filesystem::create_directories(path / "full");
+}
+
+void RecordScenario::Clear(const std::string& name) {
+  const std::filesystem::path path = Folder() + "/user/" + name;
+  std::filesystem::remove_all(path);
+  std::filesystem::rename(path.string() + ".before", path);
+}
+
+RecordScenario::Stored RecordScenario::Everything() {
+  const MemoryRegistry& registry = console.World().registry;
+  return {registry.All(Hive::CurrentUser),
+          registry.All(Hive::LocalMachine),
+          {DataFile("PadData.qbx"), DataFile("ClipData.qbx"), DataFile("ToDoData.qbx")}};
+}
+
+}  // namespace quillbox
