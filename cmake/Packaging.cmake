@@ -8,6 +8,10 @@ set(QUILLBOX_SHARE ${CMAKE_INSTALL_DATADIR}/quillbox)
 if(TARGET quillbox)
   install(TARGETS quillbox RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+if(TARGET quillbox-sound)
+  # Beside the program's own folder, where it looks for it.
+  install(TARGETS quillbox-sound LIBRARY DESTINATION lib/quillbox)
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/templates/ DESTINATION ${QUILLBOX_SHARE}/templates
   FILES_MATCHING PATTERN "*.qbx")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${QUILLBOX_SHARE}/help

@@ -13,3 +13,13 @@ target_compile_definitions(quillbox PRIVATE QT_NO_KEYWORDS)
 set_target_properties(quillbox PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 include(${PROJECT_SOURCE_DIR}/cmake/Icons.cmake)
 quillbox_embed_icons(quillbox)
+
+# The sound module, loaded with the first sound. Without Qt's multimedia the program is built all the same and is
+# silent.
+find_package(Qt6 QUIET OPTIONAL_COMPONENTS Multimedia)
+if(TARGET Qt6::Multimedia)
+  add_library(quillbox-sound MODULE platform/qt/sound/SoundModule.cpp)
+  target_link_libraries(quillbox-sound PRIVATE quillbox_options Qt6::Multimedia)
+  target_compile_definitions(quillbox-sound PRIVATE QT_NO_KEYWORDS)
+  set_target_properties(quillbox-sound PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endif()

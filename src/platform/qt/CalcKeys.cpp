@@ -19,8 +19,8 @@ enum class Kind { Digit, Edit, Operator, Result, Function, Memory, Other };
 struct Key {
   std::string_view control;
   Kind kind;
-  const char* spoken;      // what a screen reader says
-  const char* hint = "";   // the tip while the control has none
+  const char* spoken;     // what a screen reader says
+  const char* hint = "";  // the tip while the control has none
 };
 
 constexpr Key kKeys[] = {
@@ -116,7 +116,8 @@ QAbstractButton* CalcKeys::Make(std::string_view control) {
   if (control == "Command22") widget->setIcon(NamedIcon("backspace"));
   if (key.hint[0]) GiveHint(view_, button, *widget, QString::fromLatin1(key.hint));
   if (key.kind != Kind::Function && key.kind != Kind::Other) {
-    Tint(*widget, QPalette::Button, [kind = key.kind](const QPalette& palette) { return ColorOf(kind, palette); });
+    Tint(*widget, QPalette::Button,
+         [kind = key.kind](const QPalette& palette) { return ColorOf(kind, palette); });
   }
   // Keys are as wide as their captions need, not as wide as buttons of a dialog.
   QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::MinimumExpanding);

@@ -23,7 +23,9 @@ namespace {
 // The chosen base is blue, and bold for whoever doesn't see the difference.
 class BoldWhenBlue : public QObject {
  public:
-  BoldWhenBlue(QLabel& widget, const Label& label) : QObject(&widget), widget_(widget), label_(label) { Apply(); }
+  BoldWhenBlue(QLabel& widget, const Label& label) : QObject(&widget), widget_(widget), label_(label) {
+    Apply();
+  }
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
@@ -57,15 +59,16 @@ QWidget* MakeBases(FormView& view) {
     const char* label;
     const char* name;
     const char* lineBehind;
-  } bases[] = {{"Label9", "decimal", "Line8"}, {"Label10", "hexadecimal", "Line9"}, {"Label11", "octal", nullptr}};
+  } bases[] = {
+      {"Label9", "decimal", "Line8"}, {"Label10", "hexadecimal", "Line9"}, {"Label11", "octal", nullptr}};
   for (const auto& base : bases) {
     Label& label = ControlOf<Label>(form, base.label);
     QLabel* const widget = MakeLabel(view, label, QString::fromLatin1(base.name));
     widget->installEventFilter(new BoldWhenBlue(*widget, label));
+    // Room to hit it; the caption is one letter, so that equal margins centre it.
     const int em = widget->fontMetrics().horizontalAdvance(QLatin1Char('M'));
-    widget->setMinimumSize(3 * em, widget->fontMetrics().height() + em / 2);
-    widget->setAlignment(Qt::AlignCenter);
-    label.SetAlignment(Alignment::Center);
+    widget->setContentsMargins(em, em / 4, em, em / 4);
+    widget->setMinimumWidth(3 * em);
     layout->addWidget(widget);
     if (!base.lineBehind) continue;
     QFrame* const line = MakeLine(view, ControlOf<Picture>(form, base.lineBehind));
