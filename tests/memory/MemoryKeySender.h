@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -15,11 +16,14 @@ class MemoryKeySender : public KeySender {
     if (failing_) throw RuntimeError(errors::kPermission, "Permission denied");
     ParseKeys(keys);
     sent_.push_back(keys);
+    if (WhileSending) WhileSending();
   }
 
   void SetFailing(bool failing) { failing_ = failing; }
   const std::vector<Text>& Sent() const { return sent_; }
   std::vector<Text> TakeSent() { return std::exchange(sent_, {}); }
+  // What happens while keys are being typed.
+  std::function<void()> WhileSending;
 
  private:
   bool failing_ = false;
