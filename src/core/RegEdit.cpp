@@ -8,6 +8,8 @@ namespace quillbox {
 
 namespace {
 
+constexpr std::size_t kMostBytesOfUtf8 = kUtf8Mark.size() + 3 * RegEdit::kMostBytes;
+
 // An open key that closes itself.
 class OpenKey {
  public:
@@ -49,8 +51,9 @@ Text RegEdit::RegEditRead(Hive hive, TextView path, TextView name) {
   if (!key) return {};
   std::uint32_t type = 0;
   std::string bytes;
-  if (!registry_.Query(key.Handle(), name, kMostBytes, type, bytes)) return {};
+  if (!registry_.Query(key.Handle(), name, kMostBytesOfUtf8, type, bytes)) return {};
   std::string_view value = bytes;
+  if (value.size() > kMostBytes && !value.starts_with(kUtf8Mark)) return {};
   if (!value.empty()) value = RegEditTrim(value, value.size());
   switch (type) {
     case registry::kString:

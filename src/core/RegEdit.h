@@ -14,7 +14,8 @@ class RegEdit {
 
   // A length that stands for the length of the text that is written.
   static constexpr long kWholeText = 999999999;
-  // The most bytes that a value may have to be read.
+  // The most bytes that a value may have to be read; three times as many if it is written as UTF-8, so that
+  // no script has less room than the others.
   static constexpr std::size_t kMostBytes = 1024;
 
   // The first `length` bytes, or one less when the byte at position `length` is NUL.

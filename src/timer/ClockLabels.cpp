@@ -1,5 +1,7 @@
 #include "timer/ClockLabels.h"
 
+#include "core/PollPause.h"
+
 namespace quillbox {
 
 namespace {
@@ -36,14 +38,13 @@ void ClockLabels::Label5_Click() { Copy(Label8.GetCaption() + u" " + Label5.GetC
 void ClockLabels::Label8_Click() { Copy(Label8.GetCaption()); }
 
 void ClockLabels::Copy(const Text& text) {
-  window_.Timer1.SetEnabled(false);
+  PollPause pause(window_.Timer1);
   IgnoreFailure([&] {
     clipboard_.Clear();
     clipboard_.Put(text);
     window_.SSTab1.SetTab(static_cast<int>(Page::Clip));
     window_.MinimizeIfSet();
   });
-  window_.Timer1.SetEnabled(true);
 }
 
 }  // namespace quillbox
