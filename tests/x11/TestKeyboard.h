@@ -19,6 +19,7 @@ class TestKeyboard {
   static constexpr std::uint8_t kCapsLock = 2;  // real modifiers
   static constexpr std::uint8_t kNumLock = 16;
   static constexpr xcb_keycode_t kShiftKey = 50;
+  static constexpr xcb_keycode_t kPauseKey = 127;
 
   void Lock(std::uint8_t modifiers);
   std::uint8_t Locked();

@@ -105,7 +105,8 @@ void XClipboard::OnEvent(const xcb_generic_event_t& event) {
 void XClipboard::OnOwnerChange(const xcb_xfixes_selection_notify_event_t& event) {
   lastTime_ = event.timestamp;
   const auto* generic = reinterpret_cast<const xcb_generic_event_t*>(&event);
-  if (claim_.open && Before(generic->full_sequence, claim_.sequence)) return;  // older than what we have put
+  const bool older = claim_.open && !claim_.inherited && Before(generic->full_sequence, claim_.sequence);
+  if (older) return;  // than what we have put
   if (event.owner == window_ || (claim_.open && event.owner == claim_.owner)) {
     claim_.granted = true;
     return;
@@ -118,6 +119,8 @@ void XClipboard::OnOwnerChange(const xcb_xfixes_selection_notify_event_t& event)
     EndTransfer();
     StartTransfer(event.timestamp);
   } else if (quit) {
+    // A new owner of the same millisecond must not lose to us.
+    inheritTime_ = std::max(event.selection_timestamp, event.timestamp - 1);
     OnOwnerGone();
   } else {
     OnNobody();
@@ -130,7 +133,7 @@ void XClipboard::OnOwnerGone() {
     transfer_->OwnerGone();
   } else if (state_ == State::Held && textOnly_) {
     state_ = State::Owned;
-    MakeClaim(window_);
+    Inherit();
   } else {
     OnNobody();
   }
@@ -210,6 +213,20 @@ void XClipboard::MakeClaim(xcb_window_t owner) {
   connection_.Flush();
 }
 
+// Takes over what a dead owner has left, unless somebody else has done so by now.
+void XClipboard::Inherit() {
+  claim_ = {};
+  claim_.owner = window_;
+  claim_.open = claim_.inherited = true;
+  const auto cookie = xcb_get_selection_owner(connection_.Get(), connection_.Atoms().clipboard);
+  connection_.Await(cookie.sequence, [this](const void* answer) {
+    const auto* reply = static_cast<const xcb_get_selection_owner_reply_t*>(answer);
+    if (!claim_.open || !claim_.inherited || !reply || reply->owner) return;
+    SendClaim(inheritTime_);
+    claim_.open = false;
+  });
+}
+
 void XClipboard::SendClaim(xcb_timestamp_t time) {
   if (claim_.owner) server_.Offer(text_, time);
   const auto cookie =
@@ -221,7 +238,7 @@ void XClipboard::OnServerTime(const xcb_property_notify_event_t& event) {
   lastTime_ = event.time;
   if (state_ == State::Starting) return AskForFirstOwner(event.time);
   const auto* generic = reinterpret_cast<const xcb_generic_event_t*>(&event);
-  if (!claim_.open || Before(generic->full_sequence, claim_.timeSequence)) return;
+  if (!claim_.open || claim_.inherited || Before(generic->full_sequence, claim_.timeSequence)) return;
   if (claim_.granted || claim_.repeated) {
     claim_.open = false;
     return;

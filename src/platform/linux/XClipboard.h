@@ -57,6 +57,7 @@ class XClipboard final : public Clipboard {
     bool open = false;          // until the server has reported everything up to the request
     bool granted = false;
     bool repeated = false;
+    bool inherited = false;  // from a dead owner: whoever has claimed it since comes first
   };
 
   void OnEvent(const xcb_generic_event_t& event);
@@ -71,6 +72,7 @@ class XClipboard final : public Clipboard {
   void AskForFirstOwner(xcb_timestamp_t time);
   unsigned AskForTime();
   void MakeClaim(xcb_window_t owner);
+  void Inherit();
   void SendClaim(xcb_timestamp_t time);
   void SetText(Text text);
   void Report(ClipboardNews news);
@@ -86,9 +88,10 @@ class XClipboard final : public Clipboard {
   std::function<void()> lost_;
   std::shared_ptr<const Text> text_;  // never null
   State state_ = State::Starting;
-  bool textOnly_ = false;         // what holds for the text of State::Held
-  bool ownerGone_ = false;        // since the transfer began
-  xcb_timestamp_t lastTime_ = 0;  // the latest server time seen; 0 if none
+  bool textOnly_ = false;            // what holds for the text of State::Held
+  bool ownerGone_ = false;           // since the transfer began
+  xcb_timestamp_t lastTime_ = 0;     // the latest server time seen; 0 if none
+  xcb_timestamp_t inheritTime_ = 0;  // with which what a dead owner has left is claimed
   Claim claim_;
 };
 

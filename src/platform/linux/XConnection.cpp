@@ -17,6 +17,7 @@ namespace {
 
 // A flood of events gives way to the rest of the program after so many.
 constexpr int kEventsAtOnce = 500;
+constexpr int kRetryMs = 50;  // while the server takes nothing in
 
 struct Free {
   void operator()(void* memory) const { std::free(memory); }
@@ -91,14 +92,24 @@ void XConnection::Forget(unsigned sequence) {
 
 void XConnection::Flush() {
   if (lost_ || dispatching_) return;  // Dispatch flushes by itself
-  xcb_flush(connection_);
   // While writing, xcb may have read events into its own queue, of which the descriptor then tells nothing.
-  DispatchSoon();
+  if (Send()) DispatchIn(0);
 }
 
-void XConnection::DispatchSoon() {
+bool XConnection::Send() {
+  // xcb would wait for a server that doesn't take anything in.
+  pollfd descriptor{xcb_get_file_descriptor(connection_), POLLOUT, 0};
+  if (poll(&descriptor, 1, 0) == 1) {
+    xcb_flush(connection_);
+    return true;
+  }
+  DispatchIn(kRetryMs);
+  return false;
+}
+
+void XConnection::DispatchIn(int milliseconds) {
   if (soon_) return;
-  soon_ = loop_.StartTimer(0, [this] {
+  soon_ = loop_.StartTimer(milliseconds, [this] {
     soon_ = 0;  // it has fired: nothing to cancel
     Dispatch();
   });
@@ -111,14 +122,13 @@ void XConnection::Dispatch() {
   ++dispatching_;
   int handled = 0;
   while (!lost_) {
-    xcb_flush(connection_);
+    if (!Send()) break;
     const int events = TakeEvents(kEventsAtOnce);
     const int replies = TakeReplies();
     if (events + replies == 0) break;
     handled += events;
     if (handled < kEventsAtOnce) continue;
-    xcb_flush(connection_);
-    DispatchSoon();
+    if (Send()) DispatchIn(0);
     break;
   }
   --dispatching_;
@@ -169,9 +179,8 @@ bool XConnection::Pump(const std::function<bool()>& done, int milliseconds) {
     if (done()) return true;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now()).count();
     if (lost_ || left <= 0) return false;
-    if (soon_) continue;  // more is waiting in the queue
     pollfd descriptor{xcb_get_file_descriptor(connection_), POLLIN, 0};
-    poll(&descriptor, 1, static_cast<int>(left));
+    poll(&descriptor, 1, soon_ ? 1 : static_cast<int>(left));
   }
   return false;
 }

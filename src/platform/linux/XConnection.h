@@ -64,7 +64,8 @@ class XConnection {
   void Dispatch();
   int TakeEvents(int limit);
   int TakeReplies();
-  void DispatchSoon();
+  bool Send();  // false if the server takes nothing in just now
+  void DispatchIn(int milliseconds);
   void CheckLost();
 
   EventLoop& loop_;

@@ -56,7 +56,6 @@ XTransfer::~XTransfer() {
 void XTransfer::Ask(Step step) {
   step_ = step;
   value_.reset();
-  spoilt_ = true;  // until it has answered
   xcb_delete_property(connection_.Get(), window_, step.property);
   xcb_convert_selection(connection_.Get(), window_, connection_.Atoms().clipboard, step.target, step.property,
                         time_);
@@ -67,7 +66,6 @@ void XTransfer::OnSelectionNotify(const xcb_selection_notify_event_t& event) {
     return;
   const bool refused = event.property == XCB_ATOM_NONE;
   if (refused ? event.target != step_.target : event.property != step_.property) return;
-  spoilt_ = false;
   const bool text =
       step_.target != connection_.Atoms().targets && step_.target != connection_.Atoms().passwordHint;
   const std::size_t keep = text                                               ? kMaxBytes

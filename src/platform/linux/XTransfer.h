@@ -45,7 +45,7 @@ class XTransfer {
 
   xcb_window_t Window() const { return window_; }
   // True if the owner may still write to the window, though nobody will read it.
-  bool WindowSpoilt() const { return spoilt_; }
+  bool WindowSpoilt() const { return spoilt_ || done_; }
 
  private:
   struct Step {
@@ -73,7 +73,7 @@ class XTransfer {
   std::vector<Step> texts_;                // still to be tried, the last one first
   bool textOnly_ = false;
   bool ownerGone_ = false;
-  bool spoilt_ = false;
+  bool spoilt_ = false;  // an owner may go on writing after the end
 };
 
 }  // namespace quillbox
