@@ -157,9 +157,14 @@ void KeyReceiver::HandleKey(const xcb_key_press_event_t& event, bool press) {
   if (!state_) return;
   xkb_state_update_mask(state_.get(), event.state & 0xFF, 0, 0, 0, 0, event.state >> 13 & 3);
   const xkb_keysym_t keysym = xkb_state_key_get_one_sym(state_.get(), event.detail);
-  // The modifier keys themselves aren't of interest.
-  if (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R && keysym != XKB_KEY_Caps_Lock) return;
-  if (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock) return;
+  const bool isModifier =
+      (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R && keysym != XKB_KEY_Caps_Lock) ||
+      (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock);
+  if (isModifier) {
+    const std::lock_guard lock(mutex_);
+    ++modifierPresses_;
+    return;
+  }
   char text[16] = {};
   xkb_state_key_get_utf8(state_.get(), event.detail, text, sizeof text);
   const std::lock_guard lock(mutex_);
@@ -182,10 +187,16 @@ int KeyReceiver::Unpaired() const {
   return unpaired_;
 }
 
+int KeyReceiver::ModifierPresses() const {
+  const std::lock_guard lock(mutex_);
+  return modifierPresses_;
+}
+
 void KeyReceiver::Clear() {
   const std::lock_guard lock(mutex_);
   presses_.clear();
   unpaired_ = 0;
+  modifierPresses_ = 0;
 }
 
 bool KeyReceiver::WaitFor(std::size_t presses) const {

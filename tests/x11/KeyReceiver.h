@@ -48,6 +48,8 @@ class KeyReceiver {
   std::string Text() const;
   // How often a key was pressed that had been pressed already, or released that had not.
   int Unpaired() const;
+  // How often a key of a modifier was pressed; Presses leaves these out.
+  int ModifierPresses() const;
   void Clear();
   // Waits until so many presses have come in and a little longer for more; false after 20 s.
   bool WaitFor(std::size_t presses) const;
@@ -84,6 +86,7 @@ class KeyReceiver {
   mutable std::mutex mutex_;  // guards what follows
   std::vector<KeyPress> presses_;
   int unpaired_ = 0;
+  int modifierPresses_ = 0;
 
   std::thread thread_;
 };

@@ -185,6 +185,20 @@ TEST(XKeySender, ModifiersRepeatsAndSpecialKeys) {
   EXPECT_EQ(receiver.Unpaired(), 0);
 }
 
+TEST(XKeySender, GroupsKeepTheirModifiersDown) {
+  const TestKeyboard person("us");
+  KeyReceiver receiver({.answersPings = true});
+  receiver.TakeFocus();
+  XKeySender sender(Plain());
+  for (const auto& [keys, modifierPresses] : std::initializer_list<std::pair<TextView, int>>{
+           {u"%{TAB}%{TAB}", 2}, {u"%({TAB}{TAB})", 1}, {u"%{TAB 3}", 1}, {u"^(a+(bc)d)", 2}, {u"ABC", 1}}) {
+    receiver.Clear();
+    sender.Send(Text(keys));
+    EXPECT_EQ(receiver.ModifierPresses(), modifierPresses) << ToUtf8(keys);
+    EXPECT_EQ(receiver.Unpaired(), 0);
+  }
+}
+
 TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
   TestKeyboard person("us");
   KeyReceiver receiver({.answersPings = true});
@@ -228,6 +242,15 @@ TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
   }
   Sleep(50);
   EXPECT_TRUE(receiver.Presses().empty());
+}
+
+TEST(XKeySender, AnotherKeyThatStaysDownDoesNoHarm) {
+  TestKeyboard person("us");
+  KeyReceiver receiver({.answersPings = true});
+  receiver.TakeFocus();
+  person.Key(TestKeyboard::kPauseKey, true);
+  XKeySender(Plain()).Send(u"abc");
+  EXPECT_EQ(receiver.Text(), "abc");
 }
 
 TEST(XKeySender, ABadStringTypesNothing) {

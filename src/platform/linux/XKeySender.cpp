@@ -16,10 +16,11 @@ using SteadyClock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr int kWaitForFocus = 1000;
-constexpr int kWaitForKeys = 3000;
-constexpr int kWaitForAnswer = 1000;  // of a program that is asked whether it has caught up
-constexpr int kWaitForLookUp = 5000;  // the same, while it needs the spare keys
-constexpr int kLookUpTime = 150;      // for programs that can't be asked, before spare keys are taken off
+constexpr int kWaitForKeys = 1000;  // any keys; one that stays down without being a modifier does no harm
+constexpr int kWaitForModifiers = 3000;  // in all
+constexpr int kWaitForAnswer = 1000;     // of a program that is asked whether it has caught up
+constexpr int kWaitForLookUp = 5000;     // the same, while it needs the spare keys
+constexpr int kLookUpTime = 150;         // for programs that can't be asked, before spare keys are taken off
 constexpr int kStrokesPerMillisecond = 10;  // that such a program is trusted to take in
 constexpr int kLongestLookUp = 1500;
 constexpr int kEffectTime = 15;  // for a command to move the focus
@@ -121,16 +122,12 @@ bool XKeySender::WaitFor(const std::function<bool()>& done, int longest, int ste
   }
 }
 
+// The key that started the script is still down as a rule, and would repeat itself into the text.
 void XKeySender::WaitForReleasedKeys() {
-  XKeyboardState::Snapshot now;
-  const bool released = WaitFor(
-      [&] {
-        now = state_.Read();
-        return now.held == 0 && !now.anyKey;
-      },
-      kWaitForKeys, 10);
-  // Another key that is held down disturbs nothing.
-  if (!released && now.held != 0) throw RuntimeError(errors::kPermission, "A modifier key is held down.");
+  WaitFor([this] { return !state_.Read().anyKey; }, kWaitForKeys, 10);
+  const auto modifiersReleased = [this] { return state_.Read().held == 0; };
+  if (WaitFor(modifiersReleased, kWaitForModifiers - kWaitForKeys, 10)) return;
+  throw RuntimeError(errors::kPermission, "A modifier key is held down.");
 }
 
 bool XKeySender::WaitForTarget() {
