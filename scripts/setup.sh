@@ -1,0 +1,65 @@
+# Shared by ./run and ./test: installs what is missing, configures and builds. Sourced by bash.
+
+readonly BUILD_PACKAGES=(
+  g++ cmake ninja-build ccache pkg-config librsvg2-bin
+  qt6-base-dev qt6-multimedia-dev qt6-qpa-plugins
+  libxcb1-dev libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
+  libgtest-dev python3
+)
+# A desktop without a screen, and what drives it.
+readonly DESKTOP_PACKAGES=(
+  xvfb openbox tint2 xclip xdotool dbus dbus-x11 at-spi2-core
+  python3-xlib python3-gi gir1.2-atspi-2.0
+  x11-utils x11-xkb-utils x11-xserver-utils imagemagick fonts-dejavu-core
+)
+
+say() { printf '== %s\n' "$*"; }
+fail() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+  exit 1
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    fail "neither root nor sudo: install these packages first: ${missing[*]}"
+  fi
+}
+
+# need_packages PACKAGE...: installs those that aren't there. Without apt-get it goes on with what there is.
+need_packages() {
+  command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || return 0
+  local installed package
+  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null)
+  missing=()
+  for package in "$@"; do
+    grep -qxF "installed $package" <<<"$installed" || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "installing: ${missing[*]}"
+  # Old package lists may name versions that are gone; they are renewed once, when they are needed.
+  if ! install_packages "${missing[@]}"; then
+    as_root apt-get update -q || fail "apt-get update failed"
+    install_packages "${missing[@]}" || fail "cannot install: ${missing[*]}"
+  fi
+}
+
+install_packages() {
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "$@" >/dev/null
+}
+
+# build FOLDER PRESET TARGETS [CMAKE OPTION...]: configures and builds in FOLDER; TARGETS are words in one argument.
+build() {
+  local folder=$1 preset=$2 targets=$3
+  shift 3
+  say "building in ${folder#"$root"/}"
+  # shellcheck disable=SC2086
+  cmake --preset "$preset" -S "$root" -B "$folder" "$@" >"$folder.log" 2>&1 &&
+    cmake --build "$folder" --target $targets >>"$folder.log" 2>&1 || {
+    tail -n 60 "$folder.log" >&2
+    fail "the build failed; all of it stands in $folder.log"
+  }
+}

@@ -1,0 +1,105 @@
+#!/usr/bin/env python3
+"""A short session on a virtual desktop, as a person would have it: demo.py PROGRAM FOLDER
+
+Screenshots go to FOLDER. Prints what it does and what stands in the data files afterwards.
+"""
+import pathlib
+import shutil
+import sys
+import time
+
+import desktop
+from datafiles import decode
+from desktop import Desktop, wait_for
+
+TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "日本語のテキスト",
+         "two\nlines"]
+
+
+class Session:
+    def __init__(self, screen, folder):
+        self.screen, self.folder, self.count = screen, folder, 0
+
+    def tell(self, what):
+        print(f"  {what}", flush=True)
+
+    def picture(self, name):
+        self.count += 1
+        time.sleep(0.4)
+        path = self.screen.picture(f"{self.count:02}-{name}", self.folder)
+        self.tell(f"    screenshot {path.name}")
+
+    def run(self):
+        screen = self.screen
+        self.tell("first start: the icon and the start help appear")
+        screen.start_program()
+        wait_for("the icon", screen.icons, 10)
+        wait_for("the start help", lambda: screen.client_list())
+        self.picture("first-start")
+        self.copy_texts()
+        self.look_at_the_tip()
+        self.pick_from_the_menu()
+        self.open_the_pages()
+        self.tell("SIGTERM: the lists are written and the program ends")
+        code = screen.stop_program()
+        self.tell(f"exit code {code}")
+        return code == 0
+
+    def copy_texts(self):
+        for text in TEXTS:
+            self.tell(f"another program copies {text!r}")
+            self.screen.copy(text)
+            wait_for("the text in ClipData.qbx", lambda: text in self.clip_file())
+
+    def clip_file(self):
+        path = self.screen.data / "ClipData.qbx"
+        return decode(path.read_bytes()) if path.exists() else ""
+
+    def look_at_the_tip(self):
+        self.tell("the mouse rests on the icon: its tip")
+        x, y, width, height = self.screen.icons()[0]
+        self.screen.xdotool("mousemove", x + width // 2 - 3, y + height // 2)
+        self.screen.xdotool("mousemove", x + width // 2, y + height // 2)
+        time.sleep(1)
+        self.picture("tip")
+
+    def pick_from_the_menu(self):
+        self.tell("a press of the right button on the icon: the menu")
+        self.screen.open_menu()
+        self.picture("menu")
+        self.tell("key 4: the fourth newest text goes back to the clipboard")
+        self.screen.key("4")
+        wait_for("the picked text", lambda: self.screen.paste() == TEXTS[1].encode())
+        self.tell(f"another program pastes {self.screen.paste().decode()!r}")
+
+    def open_the_pages(self):
+        self.tell("a click on the icon: the window")
+        window = self.screen.show_window()
+        wait_for("the window in front", lambda: self.screen.property(self.screen.root, "_NET_ACTIVE_WINDOW"))
+        self.screen.xdotool("windowactivate", "--sync", window.id)
+        for page in ("clip", "pad", "calc", "timer", "todo"):
+            self.tell(f"the page {page}")
+            self.picture(f"page-{page}")
+            self.screen.key("ctrl+Tab")
+
+
+def main(program, folder):
+    folder = pathlib.Path(folder).resolve()
+    shutil.rmtree(folder, ignore_errors=True)
+    desktop.PROGRAM = str(pathlib.Path(program).resolve())
+    with Desktop() as screen:
+        session = Session(screen, folder)
+        good = session.run()
+        for name in ("ClipData.qbx", "PadData.qbx", "ToDoData.qbx"):
+            path = screen.data / name
+            print(f"== {name}, {path.stat().st_size} bytes")
+            lines = decode(path.read_bytes()).splitlines()
+            print("\n".join("  " + line for line in lines[:30]))
+            if len(lines) > 30:
+                print(f"  ... {len(lines) - 30} more lines")
+    print(f"== the screenshots are in {folder}")
+    return 0 if good else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1], sys.argv[2]))

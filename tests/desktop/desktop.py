@@ -1,0 +1,389 @@
+"""A desktop of its own for a test: X server, session bus, window manager, panel, and Quillbox on it.
+
+Everything runs in scratch folders and is ended with the desktop, whatever happens to the test.
+"""
+import ctypes
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+import Xlib.display
+import Xlib.error
+
+PROGRAM = os.environ.get("QUILLBOX", "")
+PICTURES = pathlib.Path(os.environ.get("QUILLBOX_PICTURES", "pictures"))
+PR_SET_PDEATHSIG = 1
+PR_SET_CHILD_SUBREAPER = 36
+libc = ctypes.CDLL(None, use_errno=True)
+
+PANEL = """
+panel_items = TS
+panel_size = 100% 32
+panel_position = bottom center horizontal
+panel_layer = top
+panel_background_id = 1
+taskbar_mode = single_desktop
+task_text = 1
+task_icon = 1
+task_maximum_size = 200 28
+task_font = DejaVu Sans 9
+task_background_id = 1
+systray_padding = 2 2 2
+systray_icon_size = 22
+rounded = 0
+border_width = 0
+background_color = #dddddd 100
+"""
+
+# The start help stays away, as after the first start of a user who doesn't want it again.
+USED_BEFORE = """REGEDIT4
+
+[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\{user}\\Intern]
+"StartHelp"="No"
+{intern}
+[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\{user}\\Extern]
+"QuillboxVMajor"="4"
+"QuillboxVMinor"="31"
+"""
+
+
+def wait_for(what, condition, seconds=5.0, pause=0.01):
+    """Waits until `condition()` is true and returns its value; AssertionError after `seconds`."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s in vain: {what}")
+        time.sleep(pause)
+
+
+def user_name():
+    import pwd
+
+    return pwd.getpwuid(os.getuid()).pw_name
+
+
+def _dies_with_its_test():
+    libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+class Desktop:
+    """Starts the parts that it is asked for; `with Desktop() as desktop:`."""
+
+    def __init__(self, window_manager=True, panel=True, bus=True, screen="1280x1024x24"):
+        # What the started processes leave behind becomes ours, and is ended with the rest.
+        libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-desktop-"))
+        self.processes = []
+        self.program = None
+        self.display = None
+        try:
+            self._start(window_manager, panel, bus, screen)
+        except BaseException:
+            self.close()
+            raise
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def _start(self, window_manager, panel, bus, screen):
+        self.environment = {
+            "PATH": os.environ["PATH"],
+            "LANG": "C.UTF-8",
+            "HOME": str(self.folder),
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "NO_AT_BRIDGE": "1",
+        }
+        for name in ("config", "data", "cache", "runtime"):
+            (self.folder / name).mkdir(mode=0o700)
+            key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"
+            self.environment[key] = str(self.folder / name)
+        self._start_server(screen)
+        if bus:
+            self._start_bus()
+        self.display = Xlib.display.Display(self.name)
+        self.root = self.display.screen().root
+        if window_manager:
+            self.start("openbox", "--sm-disable")
+            wait_for("the window manager", lambda: self.property(self.root, "_NET_SUPPORTING_WM_CHECK"))
+        self.panel = None
+        if panel:
+            self.start_panel()
+
+    def _start_server(self, screen):
+        read, write = os.pipe()
+        self.server = self.start(
+            "Xvfb", "-displayfd", str(write), "-screen", "0", screen, "-nolisten", "tcp", "-noreset", keep=(write,)
+        )
+        os.close(write)
+        with os.fdopen(read) as ready:
+            number = ready.readline().strip()
+        if not number:
+            raise AssertionError("the X server did not start:\n" + self.log("Xvfb"))
+        self.name = ":" + number
+        self.environment["DISPLAY"] = self.name
+
+    def _start_bus(self):
+        read, write = os.pipe()
+        self.start("dbus-daemon", "--session", "--nofork", f"--print-address={write}",
+                   f"--address=unix:dir={self.folder / 'runtime'}", keep=(write,))
+        os.close(write)
+        with os.fdopen(read) as ready:
+            address = ready.readline().strip()
+        if not address:
+            raise AssertionError("the session bus did not start:\n" + self.log("dbus-daemon"))
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    # --- processes
+
+    def start(self, program, *arguments, keep=(), environment=None, **options):
+        """Starts a process that ends with the desktop; what it says goes into a log."""
+        with open(self.folder / f"{pathlib.Path(program).name}.log", "ab") as log:
+            process = subprocess.Popen(
+                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL,
+                stdout=options.pop("stdout", log), stderr=log, pass_fds=keep, preexec_fn=_dies_with_its_test,
+                start_new_session=True, env={**self.environment, **(environment or {})}, **options)
+        self.processes.append(process)
+        return process
+
+    def log(self, program):
+        path = self.folder / f"{program}.log"
+        return path.read_text(errors="replace") if path.exists() else ""
+
+    def end(self, process, how=signal.SIGTERM, seconds=5):
+        """Ends a process of this desktop; one that does not end in time is killed and None is returned."""
+        if process.poll() is None:
+            process.send_signal(how)
+        try:
+            return process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+            return None
+
+    def start_panel(self):
+        """The panel with task bar and tray; returns when the tray is there."""
+        config = self.folder / "panel.conf"
+        config.write_text(PANEL)
+        self.panel = self.start("tint2", "-c", config)
+        wait_for("the tray", self.has_tray)
+
+    def stop_panel(self):
+        self.end(self.panel)
+        wait_for("the tray's end", lambda: not self.has_tray())
+
+    def has_tray(self):
+        atom = self.display.intern_atom("_NET_SYSTEM_TRAY_S0")
+        return self.display.get_selection_owner(atom) != 0
+
+    def kill_server(self):
+        """The X server goes away as in a crash."""
+        self.display.close()
+        self.display = None
+        self.end(self.server, signal.SIGKILL)
+        self._sweep_server()
+
+    def _sweep_server(self):
+        number = self.name[1:]
+        for path in (f"/tmp/.X{number}-lock", f"/tmp/.X11-unix/X{number}"):
+            pathlib.Path(path).unlink(missing_ok=True)
+
+    def close(self):
+        if self.display:
+            try:
+                self.display.close()
+            except Xlib.error.ConnectionClosedError:
+                pass
+        # Clients before the server, so that each ends in its own way.
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                process.terminate()
+                try:
+                    process.wait(3)
+                except subprocess.TimeoutExpired:
+                    process.kill()
+                    process.wait()
+        self._end_leftovers()
+        for path in self.folder.rglob("*"):
+            if path.is_dir() and not path.is_symlink():
+                path.chmod(0o700)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    @staticmethod
+    def _end_leftovers():
+        """Ends what our processes started and left to us: clients in the background, services of the bus."""
+        for _ in range(50):
+            children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children").read_text().split()
+            if not children:
+                return
+            for child in map(int, children):
+                try:
+                    os.kill(child, signal.SIGKILL)
+                    os.waitpid(child, 0)
+                except (ProcessLookupError, ChildProcessError):
+                    pass
+
+    # --- the program
+
+    @property
+    def data(self):
+        """The folder of the data files."""
+        return self.folder / "data" / "quillbox" / user_name()
+
+    def settings(self, **intern):
+        """Writes the settings of a user who has used the program before; names are those of section Intern."""
+        folder = self.folder / "config" / "quillbox"
+        folder.mkdir(mode=0o700, exist_ok=True)
+        lines = "".join(f'"{name}"="{value}"\n' for name, value in intern.items())
+        (folder / "user.reg").write_bytes(
+            USED_BEFORE.format(user=user_name(), intern=lines).replace("\n", "\r\n").encode("cp1252"))
+
+    def start_program(self, wait=True, **options):
+        """Starts Quillbox; with `wait` returns when a person can reach it."""
+        self.program = self.start(PROGRAM, **options)
+        if wait:
+            wait_for("Quillbox in reach", self.reach, 10)
+        return self.program
+
+    def stop_program(self, how=signal.SIGTERM):
+        """Ends Quillbox and returns its exit code, None if it had to be killed."""
+        return self.end(self.program, how)
+
+    def reach(self):
+        """How a person can reach the program now: "icon", "window", "taskbar" or ""."""
+        if self.icons():
+            return "icon"
+        window = self.window("Quillbox")
+        if window and self.is_viewable(window):
+            return "window"
+        return "taskbar" if window and window.id in self.client_list() else ""
+
+    # --- windows
+
+    def property(self, window, name):
+        found = window.get_full_property(self.display.intern_atom(name), Xlib.X.AnyPropertyType)
+        return found.value if found else None
+
+    def client_list(self):
+        value = self.property(self.root, "_NET_CLIENT_LIST")
+        return list(value) if value is not None else []
+
+    def windows(self):
+        """All windows of the program, each with its attributes and its geometry on the screen."""
+        found = []
+
+        def walk(window, x, y, depth, shown):
+            try:
+                attributes = window.get_attributes()
+                geometry = window.get_geometry()
+                shown = shown and attributes.map_state == Xlib.X.IsViewable
+                x, y = x + geometry.x + geometry.border_width, y + geometry.y + geometry.border_width
+                name = window.get_wm_class() if depth else None
+                if name and name[0] == "quillbox":
+                    found.append((window, attributes, (x, y, geometry.width, geometry.height), depth))
+                for child in window.query_tree().children:
+                    walk(child, x, y, depth + 1, shown)
+            except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
+                pass  # gone while we looked
+
+        walk(self.root, 0, 0, 0, True)
+        return found
+
+    def window(self, title):
+        """The program's window of that title, shown or not; None if there is none."""
+        for window, attributes, geometry, _ in self.windows():
+            if attributes.override_redirect or geometry[2] < 100:
+                continue
+            name = self.property(window, "_NET_WM_NAME")
+            if name is not None and bytes(name).decode() == title:
+                return window
+        return None
+
+    def is_viewable(self, window):
+        try:
+            return window.get_attributes().map_state == Xlib.X.IsViewable
+        except Xlib.error.BadWindow:
+            return False
+
+    def place(self, window):
+        """Left, top, width and height of a window on the screen, in pixels."""
+        geometry = window.get_geometry()
+        place = window.translate_coords(self.root, 0, 0)
+        return -place.x, -place.y, geometry.width, geometry.height
+
+    def icons(self):
+        """The places of the program's icons in XEmbed trays."""
+        return [
+            geometry for window, attributes, geometry, depth in self.windows()
+            if depth > 1 and geometry[2] < 100 and attributes.map_state == Xlib.X.IsViewable
+        ]
+
+    def menu(self):
+        """The place of the open popup menu, None while there is none."""
+        for _, attributes, geometry, depth in self.windows():
+            # A tip is a window of this kind too, but never as high.
+            if (depth == 1 and attributes.override_redirect and attributes.map_state == Xlib.X.IsViewable
+                    and geometry[3] > 150):
+                return geometry
+        return None
+
+    def picture(self, name, folder=None):
+        """Saves what the screen shows."""
+        folder = pathlib.Path(folder or PICTURES)
+        folder.mkdir(parents=True, exist_ok=True)
+        path = folder / f"{name}.png"
+        subprocess.run(["import", "-window", "root", str(path)], env=self.environment, check=True,
+                       stdin=subprocess.DEVNULL)
+        return path
+
+    # --- a person
+
+    def xdotool(self, *arguments):
+        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=20,
+                       stdin=subprocess.DEVNULL)
+
+    def click(self, x, y, button=1, times=1):
+        arguments = ["mousemove", x, y]
+        arguments += ["click", "--repeat", times, "--delay", 60, button] if times > 1 else ["click", button]
+        self.xdotool(*arguments)
+
+    def click_icon(self, button=1, times=1):
+        x, y, width, height = wait_for("the icon", self.icons)[0]
+        self.click(x + width // 2, y + height // 2, button, times)
+
+    def key(self, *keys):
+        self.xdotool("key", *keys)
+
+    def open_menu(self):
+        self.click_icon(3)
+        return wait_for("the menu", self.menu)
+
+    def show_window(self):
+        """A click on the icon brings up the main window."""
+        window = self.window("Quillbox")
+        if not (window and self.is_viewable(window)):
+            self.click_icon(1)
+        wait_for("the main window", lambda: (w := self.window("Quillbox")) and self.is_viewable(w))
+        return self.window("Quillbox")
+
+    def copy(self, text, target=None):
+        """Copies a text in another program (xclip), which serves it in the background."""
+        data = text if isinstance(text, bytes) else text.encode()
+        command = ["xclip", "-selection", "clipboard", "-in"] + (["-target", target] if target else [])
+        with open(self.folder / "xclip.log", "ab") as log:
+            subprocess.run(command, input=data, env=self.environment, check=True, timeout=10, stdout=log, stderr=log)
+
+    def paste(self, target="UTF8_STRING", seconds=10):
+        """What another program gets when it pastes, as bytes; None if it gets nothing."""
+        result = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", target],
+                                env=self.environment, capture_output=True, timeout=seconds)
+        return result.stdout if result.returncode == 0 else None
