@@ -52,12 +52,12 @@ void FormView::Refresh() {
     if (drawn_ != form_.Revision()) {
       drawn_ = form_.Revision();
       // What the focus is to go to must be there before what it leaves goes away.
-      for (const Joined& joined : joined_) {
-        if (joined.control->HasFocus() && joined.control->TakeDirty()) Draw(joined);
+      for (std::size_t i = 0; i < joined_.size(); ++i) {
+        if (joined_[i].control->HasFocus() && joined_[i].control->TakeDirty()) Draw(joined_[i]);
       }
       FollowFocus();
-      for (const Joined& joined : joined_) {
-        if (joined.control->TakeDirty()) Draw(joined);
+      for (std::size_t i = 0; i < joined_.size(); ++i) {
+        if (joined_[i].control->TakeDirty()) Draw(joined_[i]);
       }
       const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
       if (pos() != place) move(place);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QWidget>
+#include <deque>
 #include <functional>
-#include <vector>
 
 #include "platform/forms/Form.h"
 
@@ -49,7 +49,7 @@ class FormView : public QWidget {
 
   Form& form_;
   QtTips& tips_;
-  std::vector<Joined> joined_;
+  std::deque<Joined> joined_;  // grows while it is drawn: a page is made when it is first in front
   unsigned long drawn_ = 0;
   bool drawing_ = false;
   bool above_ = false;
