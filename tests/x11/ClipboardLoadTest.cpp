@@ -116,6 +116,32 @@ TEST_F(ClipboardLoad, NothingHappensWhileNothingChanges) {
   EXPECT_EQ(owner.Asked().size(), 2u);
 }
 
+TEST_F(ClipboardLoad, ReadersLeaveNoMemoryBehind) {
+  clipboard->Put(Text(5'000'000, u'r'));
+  const auto serve = [this](bool toTheEnd) {
+    TestReader reader(loop);
+    if (!toTheEnd) reader.StopReading();
+    reader.Ask("UTF8_STRING");
+    ASSERT_TRUE(loop.RunUntil(
+        [&] { return toTheEnd ? reader.Complete("UTF8_STRING") : reader.Got("UTF8_STRING").incremental; }));
+  };
+  serve(true);
+  serve(false);
+  loop.RunFor(20);
+  malloc_trim(0);
+  const long before = StatusKb("VmRSS");
+  for (int i = 0; i < 10; ++i) {
+    serve(true);
+    serve(false);
+  }
+  loop.RunFor(20);
+  EXPECT_EQ(loop.Timers(), 0u);
+  malloc_trim(0);
+  if (kMemoryIsOurs) {
+    EXPECT_LT(StatusKb("VmRSS") - before, 2048);
+  }
+}
+
 TEST_F(ClipboardLoad, AHugeTextIsCutAndItsMemoryGivenBack) {
   TestOwner small(loop);
   small.OfferText("small");

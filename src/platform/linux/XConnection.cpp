@@ -17,7 +17,8 @@ namespace {
 
 // A flood of events gives way to the rest of the program after so many.
 constexpr int kEventsAtOnce = 500;
-constexpr int kRetryMs = 50;  // while the server takes nothing in
+constexpr int kWriteMs = 2;   // a server that works has taken in a full socket by then
+constexpr int kRetryMs = 50;  // while one takes nothing in
 
 struct Free {
   void operator()(void* memory) const { std::free(memory); }
@@ -51,7 +52,7 @@ XConnection::XConnection(EventLoop& loop, const char* display) : loop_(loop) {
   if (!answer) throw RuntimeError(errors::kDeviceError, "the X server lacks XFixes");
 
   loop_.Watch(xcb_get_file_descriptor(connection_), [this] { Dispatch(); });
-  connection.release();
+  (void)connection.release();
 }
 
 XConnection::~XConnection() {
@@ -99,7 +100,7 @@ void XConnection::Flush() {
 bool XConnection::Send() {
   // xcb would wait for a server that doesn't take anything in.
   pollfd descriptor{xcb_get_file_descriptor(connection_), POLLOUT, 0};
-  if (poll(&descriptor, 1, 0) == 1) {
+  if (poll(&descriptor, 1, kWriteMs) == 1) {
     xcb_flush(connection_);
     return true;
   }
@@ -122,7 +123,7 @@ void XConnection::Dispatch() {
   ++dispatching_;
   int handled = 0;
   while (!lost_) {
-    if (!Send()) break;
+    Send();
     const int events = TakeEvents(kEventsAtOnce);
     const int replies = TakeReplies();
     if (events + replies == 0) break;

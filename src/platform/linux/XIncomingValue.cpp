@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::uint32_t kPieceUnits =
     64 * 1024;  // 256 KiB a request: the reply stays small, whatever is there
+constexpr std::size_t kLarge = 1024 * 1024;
 
 }  // namespace
 
@@ -66,6 +67,8 @@ void XIncomingValue::OnReply(const xcb_get_property_reply_t* reply) {
     if (type_ == XCB_ATOM_NONE) type_ = reply->type;
     if (reply->format != format_ || reply->type != type_ || length == 0) return Finish(false);
     const std::size_t room = std::min(length, keep_ - bytes_.size());
+    // Growing by doubling would leave half as much again behind; untouched room costs nothing.
+    if (bytes_.size() + room > kLarge) bytes_.reserve(keep_);
     bytes_.append(static_cast<const char*>(xcb_get_property_value(reply)), room);
     truncated_ = truncated_ || room < length;
     if (reply->bytes_after > 0) {
