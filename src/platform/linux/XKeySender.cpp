@@ -26,8 +26,8 @@ constexpr int kLongestLookUp = 1500;
 constexpr int kEffectTime = 15;  // for a command to move the focus
 constexpr int kEffectAnswer = 200;
 constexpr int kEffectBudget = 2000;  // of a whole string
-constexpr std::size_t kStrokesPerSync = 32;
-constexpr milliseconds kLongestStop{15};  // of the program's own events
+constexpr std::size_t kStrokesPerSync = 16;
+constexpr milliseconds kLongestStop{5};  // of the program's own events
 
 // A stroke whose effect may be another window with the focus, which the next stroke is meant for.
 bool IsCommand(const KeyStroke& stroke) {
