@@ -10,8 +10,6 @@ namespace quillbox {
 
 namespace {
 
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
-
 // The characters of the bytes 80 to 9F; all other bytes are their own code.
 constexpr unsigned kSpecialFirst = 0x80;
 constexpr std::array<char16_t, 32> kSpecial = {
@@ -24,15 +22,25 @@ char16_t CharacterOf(unsigned char byte) {
                                                                          : byte;
 }
 
-// Nothing as soon as a character isn't in the code page.
-std::optional<std::string> ToSingleBytes(TextView text) {
-  std::string result(text.size(), '\0');
+bool AppendSingleBytes(std::string& bytes, TextView text) {
+  const std::size_t start = bytes.size();
+  bytes.resize(start + text.size());
+  char* const to = bytes.data() + start;
   for (std::size_t at = 0;; ++at) {
-    at += NarrowAscii(text.data() + at, text.size() - at, result.data() + at);
-    if (at == text.size()) return result;
+    at += NarrowAscii(text.data() + at, text.size() - at, to + at);
+    if (at == text.size()) return true;
     const std::optional<unsigned char> byte = ByteOf(text[at]);
-    if (!byte) return std::nullopt;
-    result[at] = static_cast<char>(*byte);
+    if (!byte) return false;
+    to[at] = static_cast<char>(*byte);
+  }
+}
+
+Text FromSingleBytes(std::string_view bytes) {
+  Text result(bytes.size(), u'\0');
+  for (std::size_t at = 0;; ++at) {
+    at += WidenAscii(bytes.data() + at, bytes.size() - at, result.data() + at);
+    if (at == bytes.size()) return result;
+    result[at] = CharacterOf(static_cast<unsigned char>(bytes[at]));
   }
 }
 
@@ -47,20 +55,25 @@ std::optional<unsigned char> ByteOf(char16_t unit) {
   return static_cast<unsigned char>(kSpecialFirst + static_cast<unsigned>(hit - kSpecial.begin()));
 }
 
+bool AppendBytes(std::string& bytes, TextView text, Encoding encoding) {
+  if (encoding == Encoding::SingleBytes) return AppendSingleBytes(bytes, text);
+  bytes += ToLosslessUtf8(text);
+  return true;
+}
+
+Text FromBytes(std::string_view bytes, Encoding encoding) {
+  return encoding == Encoding::Utf8 ? FromLosslessUtf8(bytes) : FromSingleBytes(bytes);
+}
+
 std::string ToBytes(TextView text) {
-  std::optional<std::string> bytes = ToSingleBytes(text);
-  if (bytes && !bytes->starts_with(kMark)) return *std::move(bytes);
-  return ToLosslessUtf8(text).insert(0, kMark);
+  std::string bytes;
+  if (AppendSingleBytes(bytes, text) && !bytes.starts_with(kUtf8Mark)) return bytes;
+  return ToLosslessUtf8(text).insert(0, kUtf8Mark);
 }
 
 Text FromBytes(std::string_view bytes) {
-  if (bytes.starts_with(kMark)) return FromLosslessUtf8(bytes.substr(kMark.size()));
-  Text result(bytes.size(), u'\0');
-  for (std::size_t at = 0;; ++at) {
-    at += WidenAscii(bytes.data() + at, bytes.size() - at, result.data() + at);
-    if (at == bytes.size()) return result;
-    result[at] = CharacterOf(static_cast<unsigned char>(bytes[at]));
-  }
+  if (bytes.starts_with(kUtf8Mark)) return FromLosslessUtf8(bytes.substr(kUtf8Mark.size()));
+  return FromSingleBytes(bytes);
 }
 
 }  // namespace quillbox

@@ -19,4 +19,14 @@ std::optional<unsigned char> ByteOf(char16_t unit);
 std::string ToBytes(TextView text);
 Text FromBytes(std::string_view bytes);
 
+// The same for a file that is written and read piece by piece.
+enum class Encoding { SingleBytes, Utf8 };
+// The mark that a file in UTF-8 begins with.
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+// Appends the bytes of `text`. False for a text with a character that isn't in Windows-1252, of which nothing
+// or a beginning is appended then.
+bool AppendBytes(std::string& bytes, TextView text, Encoding encoding);
+Text FromBytes(std::string_view bytes, Encoding encoding);
+
 }  // namespace quillbox

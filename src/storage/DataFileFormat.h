@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <string>
 #include <string_view>
 
+#include "platform/CodePage.h"
 #include "platform/Text.h"
 
 namespace quillbox {
@@ -23,15 +26,39 @@ class MarkerLines {
   Text marker_;
 };
 
-// The lines of a file's text, each ended by a carriage return, or one with a line feed; a line feed alone
-// stays in the line. RuntimeError 62 for a line past the end.
-class LineReader {
+// A file that is being put together, line by line.
+class LineWriter {
  public:
-  explicit LineReader(TextView text) : rest_(text) {}
-  TextView Next();
+  explicit LineWriter(Encoding encoding);
+  void Line(TextView text);
+  // False once a text had a character that the encoding lacks.
+  bool Fits() const { return fits_; }
+  const std::string& Bytes() const { return bytes_; }
 
  private:
-  TextView rest_;
+  Encoding encoding_;
+  std::string bytes_;
+  bool fits_ = true;
+};
+
+// A file's lines, each ended by a carriage return, or one with a line feed; a line feed alone stays in the
+// line. RuntimeError 62 for a line past the end.
+class LineReader {
+ public:
+  // `bytes` outlives the reader.
+  explicit LineReader(std::string_view bytes);
+  Text Next();
+  // The lines up to the one that `ends`, as one text with its line ends as carriage return and line feed.
+  // Past the end, `text` has what there was. Only lines of at most kLongestMarker bytes are asked about.
+  void NextUntil(const std::function<bool(const Text&)>& ends, Text& text);
+
+  static constexpr std::size_t kLongestMarker = 200;
+
+ private:
+  std::string_view NextBytes();
+
+  Encoding encoding_;
+  std::string_view rest_;
 };
 
 }  // namespace quillbox

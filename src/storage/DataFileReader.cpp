@@ -1,7 +1,6 @@
 // How the lists are read, and what is recovered from a damaged file.
 #include <algorithm>
 
-#include "platform/CodePage.h"
 #include "storage/DataFileFormat.h"
 #include "storage/DataFileKinds.h"
 #include "storage/DataFiles.h"
@@ -18,28 +17,28 @@ constexpr std::size_t kEmptyFileBytes = 90;
 // A file's text in the hands of its reader: the marker lines as this file writes them, and the lines.
 class DataFiles::Reading {
  public:
-  Reading(const Kind& kind, TextView text) : lines_(text), markers_(kind.marker, MarkerOf(text)) {
-    end_ = markers_.End();
+  Reading(const Kind& kind, std::string_view bytes)
+      : lines_(bytes),
+        markers_(kind.marker, TextView(LineReader(bytes).Next()).substr(0, 5)),
+        end_(markers_.End()) {
     lines_.Next();
     lines_.Next();
   }
 
-  TextView Line() { return lines_.Next(); }
-  bool IsEnd(TextView line) const { return line == end_; }
+  Text Line() { return lines_.Next(); }
+  bool IsEnd(const Text& line) const { return line == end_; }
 
   // The text of entry `number`, up to the marker of the next one or the end line; `last` tells which it was.
   // The slot keeps what was read, also when the file ends in the middle.
   void ReadText(EntrySlots& slots, int number, bool& last) {
     const Text next = markers_.Entry(number + 1);
     Text text;
+    const auto ends = [&](const Text& line) {
+      last = IsEnd(line);
+      return last || line == next;
+    };
     try {
-      text = Text(lines_.Next());
-      for (;;) {
-        const TextView line = lines_.Next();
-        last = IsEnd(line);
-        if (last || line == next) break;
-        text.append(u"\r\n").append(line);
-      }
+      lines_.NextUntil(ends, text);
     } catch (const RuntimeError&) {
       slots.Set(number, std::move(text));
       throw;
@@ -48,8 +47,6 @@ class DataFiles::Reading {
   }
 
  private:
-  static TextView MarkerOf(TextView text) { return LineReader(text).Next().substr(0, 5); }
-
   LineReader lines_;
   MarkerLines markers_;
   Text end_;
@@ -60,8 +57,7 @@ void DataFiles::Read(const Kind& kind, const Text& path, const std::function<voi
     if (!files_.Exists(path)) return;
     const std::string bytes = files_.Read(path);
     if (bytes.size() <= kEmptyFileBytes) return;
-    const Text text = FromBytes(bytes);
-    Reading reading(kind, text);
+    Reading reading(kind, bytes);
     readEntries(reading);
   } catch (const RuntimeError& error) {
     if (error.Number() == errors::kPastEnd) {
@@ -94,8 +90,8 @@ void DataFiles::ReadPadFile(const Text& path) {
   Read(kPad, path, [&](Reading& reading) {
     bool last = false;
     for (int i = 0; i <= maximum && !last; ++i) {
-      const TextView line = reading.Line();
-      const Text name = line.empty() ? Text(PadList::kNoName) : Text(line);
+      Text name = reading.Line();
+      if (name.empty()) name = PadList::kNoName;
       reading.ReadText(pad_.PadEntries, i, last);
       pad_.List1.AddItem(name);
     }
@@ -118,7 +114,7 @@ void DataFiles::ReadToDoFile(const Text& path) {
   Read(kToDo, path, [&](Reading& reading) {
     for (int i = 0; i <= maximum; ++i) {
       const bool marked = reading.Line() == u"True";
-      const Text text(reading.Line());
+      const Text text = reading.Line();
       toDo_.List3.AddItem(text);
       toDo_.List3.SetSelected(toDo_.List3.GetListCount() - 1, marked);
       if (reading.IsEnd(reading.Line())) break;

@@ -1,7 +1,6 @@
 // How the lists are saved: one pass over the list, one write.
 #include <algorithm>
 
-#include "platform/CodePage.h"
 #include "storage/DataFileFormat.h"
 #include "storage/DataFileKinds.h"
 #include "storage/DataFiles.h"
@@ -13,8 +12,6 @@ const DataFiles::Kind DataFiles::kClip = {u"CLIP", u"ClipData.qbx", u"Clip-List"
 const DataFiles::Kind DataFiles::kToDo = {u"TODO", u"ToDoData.qbx", u"ToDo-List"};
 
 namespace {
-
-void AppendLine(Text& file, TextView line) { file.append(line).append(u"\r\n"); }
 
 Text Described(const RuntimeError& error) {
   const std::string_view description = error.what();
@@ -43,20 +40,25 @@ const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
   return slots(index);
 }
 
-void DataFiles::Save(const Kind& kind, const std::function<void(Text&)>& appendEntries) {
+void DataFiles::Save(const Kind& kind, const std::function<void(LineWriter&)>& appendEntries) {
   const Text path = UserFile(kind.fileName);
   try {
-    const MarkerLines markers(kind.marker);
-    Text file;
-    AppendLine(file, markers.Header());
-    appendEntries(file);
-    AppendLine(file, markers.End());
+    const auto put = [&](Encoding encoding) {
+      const MarkerLines markers(kind.marker);
+      LineWriter file(encoding);
+      file.Line(markers.Header());
+      appendEntries(file);
+      file.Line(markers.End());
+      return file;
+    };
+    LineWriter file = put(Encoding::SingleBytes);
+    if (!file.Fits()) file = put(Encoding::Utf8);
     files_.MakeFolder(settings_.UserDataDir());
     if (const auto unread = std::find(unread_.begin(), unread_.end(), path); unread != unread_.end()) {
       IgnoreFailure([&] { files_.Rename(path, path + u".unread"); });
       unread_.erase(unread);
     }
-    files_.Write(path, ToBytes(file));
+    files_.Write(path, file.Bytes());
     unsaved_.erase(Text(kind.fileName));
   } catch (const RuntimeError& error) {
     unsaved_.emplace(kind.fileName);
@@ -74,34 +76,34 @@ void DataFiles::Save(const Kind& kind, const std::function<void(Text&)>& appendE
 
 void DataFiles::AktualisiereCle1() {
   if (RebuildPadMenu) RebuildPadMenu();
-  Save(kPad, [this](Text& file) {
+  Save(kPad, [this](LineWriter& file) {
     const MarkerLines markers(kPad.marker);
     for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
-      AppendLine(file, markers.Entry(i));
-      AppendLine(file, pad_.List1.GetList(i).Get());
-      AppendLine(file, Cut(pad_.PadEntries, i).Get());
+      file.Line(markers.Entry(i));
+      file.Line(pad_.List1.GetList(i).Get());
+      file.Line(Cut(pad_.PadEntries, i).Get());
     }
   });
 }
 
 void DataFiles::AktualisiereCle2() {
   if (RebuildClipMenu) RebuildClipMenu();
-  Save(kClip, [this](Text& file) {
+  Save(kClip, [this](LineWriter& file) {
     const MarkerLines markers(kClip.marker);
     for (int i = 0; i < clip_.List2.GetListCount(); ++i) {
-      AppendLine(file, markers.Entry(i));
-      AppendLine(file, Cut(clip_.ClipEntries, i).Get());
+      file.Line(markers.Entry(i));
+      file.Line(Cut(clip_.ClipEntries, i).Get());
     }
   });
 }
 
 void DataFiles::AktualisiereCle3() {
-  Save(kToDo, [this](Text& file) {
+  Save(kToDo, [this](LineWriter& file) {
     const MarkerLines markers(kToDo.marker);
     for (int i = 0; i < toDo_.List3.GetListCount(); ++i) {
-      AppendLine(file, markers.Entry(i));
-      AppendLine(file, toDo_.List3.GetSelected(i) ? u"True" : u"False");
-      AppendLine(file, toDo_.List3.GetList(i).Get());
+      file.Line(markers.Entry(i));
+      file.Line(toDo_.List3.GetSelected(i) ? u"True" : u"False");
+      file.Line(toDo_.List3.GetList(i).Get());
     }
   });
 }

@@ -7,6 +7,7 @@
 #include "core/Norvane.h"
 #include "platform/Platform.h"
 #include "storage/ClipList.h"
+#include "storage/DataFileFormat.h"
 #include "storage/PadList.h"
 #include "storage/ToDoList.h"
 
@@ -46,7 +47,7 @@ class DataFiles {
   class Reading;
   static const Kind kPad, kClip, kToDo;
 
-  void Save(const Kind& kind, const std::function<void(Text&)>& appendEntries);
+  void Save(const Kind& kind, const std::function<void(LineWriter&)>& appendEntries);
   void Read(const Kind& kind, const Text& path, const std::function<void(Reading&)>& readEntries);
   // A slot's text, cut in memory too where it is longer than a text may be.
   const SharedText& Cut(EntrySlots& slots, int index);
