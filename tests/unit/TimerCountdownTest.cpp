@@ -139,7 +139,9 @@ TEST_F(TimerCountdown, RunsOnAcrossTheEndsOfDaysMonthsAndYears) {
 TEST_F(TimerCountdown, StopsWhereItStandsAndGoesBackToTheStartOnRequest) {
   StartCountdown(u"0", u"1", u"10");
   PassSeconds(5);
+  Named<CommandButton>("Command46").SetEnabled(false);
   Click("Command45");
+  EXPECT_TRUE(Named<CommandButton>("Command46").GetEnabled());
   EXPECT_EQ(Fields(), "0 1 5");
   EXPECT_EQ(ButtonCaption(), "Activate Countdown");
   PassSeconds(3);

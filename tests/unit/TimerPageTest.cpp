@@ -133,6 +133,12 @@ TEST_F(TimerClockTest, AClickWithTheClipboardOutOfReachOnlyKeepsThePollGoing) {
 // An event loop that leaves out the ticks of which nobody would see anything.
 class TimerSleep : public TimerFixture {
  protected:
+  struct WakeRecorder : TimerHost {
+    void Started(Timer&) override {}
+    void Stopped(Timer&) override {}
+    void Woken(Timer& timer, bool) override { woken.push_back(timer.Name()); }
+    std::vector<std::string> woken;
+  };
   void TickUnlessIdle(const LocalTime& time) {
     world_.clock.Set(time);
     if (!window_.Timer2.IsIdle()) window_.Timer2.Fire();
@@ -174,7 +180,11 @@ TEST_F(TimerSleep, ACountdownThatIsStartedAfterwardsCountsFromNow) {
   TickUnlessIdle(At(10, 0, 0));
   form_.Hide();
   TickUnlessIdle(At(11, 30, 0));
+  WakeRecorder recorder;
+  dispatcher_.UseTimerHost(&recorder);
   page_.ShowAgainInTwoMinutes();
+  EXPECT_EQ(recorder.woken, std::vector<std::string>{"Timer2"});
+  dispatcher_.UseTimerHost(&world_.timers);
   TickUnlessIdle(At(11, 30, 0));
   EXPECT_EQ(Fields(), "0 2 0");
   TickUnlessIdle(At(11, 30, 1));
