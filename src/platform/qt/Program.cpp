@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QSessionManager>
+#include <algorithm>
 
 #include "platform/qt/AboutView.h"
 #include "platform/qt/MainView.h"
@@ -80,6 +81,7 @@ bool Program::Start() {
   clipboard_.Settle(kSettleMilliseconds);
   dispatcher_.Dispatch([this] { frmTray_->form.Load(); });
   if (!frmTray_->Running()) return false;
+  keySender_.RecoverMapping();
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
   return true;
@@ -110,9 +112,14 @@ std::unique_ptr<FormView> Program::MakeView(Form& form) {
 
 void Program::OnShown() {
   const bool shown = frmTray_ && frmTray_->form.GetVisible();
+  const std::vector<Form*> forms = dispatcher_.Forms();
+  const auto visible =
+      std::count_if(forms.begin(), forms.end(), [](const Form* form) { return form->GetVisible(); });
+  const bool alone = visible - std::exchange(visibleForms_, visible) <= 1;
   if (std::exchange(mainShown_, shown) == shown || !shown) return;
   frmTray_->timerPage.CatchUp();
-  if (MainView* const main = Main()) main->BringUp();
+  // Where it appears only because a dialog does, it stays behind that.
+  if (MainView* const main = Main(); main && alone) main->BringUp();
 }
 
 void Program::End(CloseReason reason) {
