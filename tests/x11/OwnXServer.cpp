@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +15,7 @@ OwnXServer::OwnXServer() {
   if (pipe(ready) != 0) throw std::runtime_error("no pipe");
   process_ = fork();
   if (process_ == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that is killed leaves no server behind
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, 2);
     close(ready[0]);
