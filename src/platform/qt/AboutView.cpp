@@ -35,12 +35,11 @@ class AboutView : public DialogView {
     large.setBold(true);
     title->setFont(large);
     column->addWidget(title);
-    // Two lines: the folder of the program may be long.
-    QLabel* const version = MakeLabel(*this, dialog.lblVersion);
-    version->setWordWrap(true);
+    // The folder of the program may be long.
+    QLabel* const version = MakeElidedLabel(*this, dialog.lblVersion);
     version->setMinimumWidth(version->fontMetrics().averageCharWidth() * kCharactersAcross);
-    version->setFixedHeight(2 * version->fontMetrics().lineSpacing());
     column->addWidget(version);
+    column->addSpacing(8);
     QLabel* const text = MakeLabel(*this, dialog.Label2);
     text->setWordWrap(true);
     text->setMinimumHeight(text->heightForWidth(version->minimumWidth()));
@@ -49,6 +48,7 @@ class AboutView : public DialogView {
     LookLikeLink(*address);
     GiveHint(*this, dialog.Label5, *address, QStringLiteral("Click: copy the address to the clipboard"));
     column->addWidget(address, 0, Qt::AlignLeft);
+    column->addSpacing(8);
     column->addStretch(1);
     column->addLayout(MakeFoot(dialog));
     FinishCentered();

@@ -31,9 +31,10 @@ void FormView::Join(Control& control, QWidget& widget, std::function<void()> dra
 
 void FormView::Draw(const Joined& joined) {
   const bool before = std::exchange(drawing_, true);
-  if (joined.widget->isVisibleTo(joined.widget->parentWidget()) != joined.control->GetVisible()) {
-    joined.widget->setVisible(joined.control->GetVisible());
-  }
+  // A widget that nobody has shown or hidden yet appears with its page.
+  const bool hidden =
+      joined.widget->testAttribute(Qt::WA_WState_ExplicitShowHide) && joined.widget->isHidden();
+  if (hidden == joined.control->GetVisible()) joined.widget->setVisible(joined.control->GetVisible());
   if (joined.widget->isEnabledTo(joined.widget->parentWidget()) != joined.control->GetEnabled()) {
     joined.widget->setEnabled(joined.control->GetEnabled());
   }

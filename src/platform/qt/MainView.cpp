@@ -33,6 +33,12 @@ MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayRea
   for (const Text& caption : tabs.Captions()) tabs_->addTab(ToQt(caption));
   stack_ = new QStackedWidget(this);
   for (std::size_t page = 0; page < made_.size(); ++page) stack_->addWidget(new QWidget(stack_));
+  // Room for the largest page, whichever has been made: the Timer's two buttons are the widest row.
+  const QFontMetrics metrics = fontMetrics();
+  stack_->setMinimumSize(metrics.horizontalAdvance(
+                             QStringLiteral("Activate Alarm Clock  Set Alarm Clock to next full quarter")) +
+                             8 * metrics.height(),
+                         29 * metrics.height());
   layout->addWidget(tabs_);
   layout->addWidget(stack_, 1);
 
@@ -73,6 +79,8 @@ void MainView::ShowPage(int page) {
     auto* const layout = new QVBoxLayout(placeholder);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MakePage(page));
+    const QSize needed = placeholder->minimumSizeHint();
+    if (isVisible() && needed.expandedTo(stack_->minimumSize()) != stack_->minimumSize()) Finish();
   }
   if (tabs_->currentIndex() != page) tabs_->setCurrentIndex(page);
   stack_->setCurrentIndex(page);

@@ -101,8 +101,9 @@ class MessageView : public DialogView {
     QAbstractButton* const again = MakeButton(*this, dialog.Command2);
     close->setMinimumHeight(again->fontMetrics().height() * 2);
     again->setMinimumHeight(close->minimumHeight());
-    buttons->addWidget(again, 1);
-    buttons->addWidget(close, 1);
+    ReserveWidthFor(*again, {QStringLiteral("Show again in 2 minutes")});
+    buttons->addWidget(again, 3);
+    buttons->addWidget(close, 2);
     layout->addLayout(buttons);
     setTabOrder(close, again);
     FinishCentered();

@@ -94,7 +94,8 @@ QWidget* MakeMessage(FormView& view, TimerPage& page) {
   auto* const layout = new QVBoxLayout(frame);
   QWidget* const field = MakeField(view, page.Text13, QStringLiteral("Message of the timer"));
   if (auto* const area = qobject_cast<QPlainTextEdit*>(field)) {
-    area->setPlaceholderText(QStringLiteral("What the timer is to tell you; left empty, it tells the time."));
+    area->setPlaceholderText(
+        QStringLiteral("Your own message; without one the timer says that the time has come."));
     QTextOption option = area->document()->defaultTextOption();
     option.setAlignment(Qt::AlignHCenter);
     area->document()->setDefaultTextOption(option);

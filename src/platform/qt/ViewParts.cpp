@@ -7,6 +7,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <algorithm>
 
 #include "platform/forms/Label.h"
@@ -18,19 +19,34 @@ namespace quillbox {
 
 namespace {
 
-class ClickImage : public QLabel {
+class Clickable : public QLabel {
  public:
-  ClickImage(QWidget* parent, Picture& picture) : QLabel(parent), picture_(picture) {
-    if (picture.Click) setCursor(Qt::PointingHandCursor);
+  Clickable(QWidget* parent, Control& control) : QLabel(parent), control_(control) {
+    setTextFormat(Qt::PlainText);
+    if (control.Click) setCursor(Qt::PointingHandCursor);
   }
 
  protected:
   void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) picture_.PersonClick();
+    if (event->button() == Qt::LeftButton) control_.PersonClick();
   }
 
  private:
-  Picture& picture_;
+  Control& control_;
+};
+
+class ElidedLabel : public Clickable {
+ public:
+  using Clickable::Clickable;
+  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()));
+  }
 };
 
 class HintFilter : public QObject {
@@ -119,10 +135,17 @@ QGroupBox* MakeFrame(FormView& view, Picture& frame) {
 }
 
 QLabel* MakeImage(FormView& view, Picture& picture, const QIcon& icon, int size, const QString& name) {
-  auto* const widget = new ClickImage(&view, picture);
+  auto* const widget = new Clickable(&view, picture);
   widget->setPixmap(icon.pixmap(QSize(size, size), view.devicePixelRatioF()));
   widget->setAccessibleName(name);
   view.Join(picture, *widget, {});
+  return widget;
+}
+
+QLabel* MakeElidedLabel(FormView& view, Label& label) {
+  auto* const widget = new ElidedLabel(&view, label);
+  widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  view.Join(label, *widget, [widget, &label] { widget->setText(ToQt(label.GetCaption()).simplified()); });
   return widget;
 }
 
@@ -134,10 +157,10 @@ void GiveHint(FormView& view, const Control& control, QWidget& widget, const QSt
 void LookLikeLink(QLabel& label) {
   label.installEventFilter(new UnderlineUnderMouse(label));
   Tint(label, QPalette::WindowText, [](const QPalette& palette) {
-    // The usual blue of links is hard to read on a dark window.
-    const bool dark = palette.color(QPalette::Window).lightness() < 128;
-    const QColor link = palette.color(QPalette::Link);
-    return dark && link.lightness() < 150 ? link.lighter(180) : link;
+    // The usual blue of links is glaring on a light window and hard to read on a dark one.
+    const QColor text = palette.color(QPalette::WindowText);
+    const bool dark = text.lightness() > 128;
+    return Blend(palette.color(QPalette::Link), text, dark ? 0.55 : 0.3);
   });
 }
 

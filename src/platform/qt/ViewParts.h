@@ -39,6 +39,9 @@ QGroupBox* MakeFrame(FormView& view, Picture& frame);
 // An image that hands its clicks on. `size` in device-independent pixels.
 QLabel* MakeImage(FormView& view, Picture& picture, const QIcon& icon, int size, const QString& name);
 
+// A label in one line whatever its text, clicked like any other.
+QLabel* MakeElidedLabel(FormView& view, Label& label);
+
 // A tip of the view's own, shown while the control itself has none.
 void GiveHint(FormView& view, const Control& control, QWidget& widget, const QString& hint);
 // A label that is clicked like a link looks like one.
