@@ -15,6 +15,7 @@ FLOORS = {
     "storage/": 3,
     "core/MainWindow": 4,
     "core/StatusArea": 4,
+    "core/PadRoom": 4,
     "tray/": 5,
     "clip/": 6,
     "pad/": 6,

@@ -55,6 +55,12 @@ void Type(Session& session, TextBox& field, const Text& characters) {
   }
 }
 
+Control& Focusable(Session& session, std::string_view name) {
+  Control& control = Reachable(session, name);
+  if (!control.TakesFocus()) throw ConsoleError("the control doesn't take the focus");
+  return control;
+}
+
 void AddKeyboard(VerbTable& table, Session& session) {
   table.Add("settext", 1, 2, [&](const Arguments& arguments, Answer&) {
     ReachableAs<TextBox>(session, arguments.Name(0)).PersonSetText(arguments[1]);
@@ -64,7 +70,7 @@ void AddKeyboard(VerbTable& table, Session& session) {
   });
   table.Add("key", 2, 5, [&](const Arguments& arguments, Answer&) {
     const KeyEvent key = ReadKey(arguments);
-    Reachable(session, arguments.Name(0)).PersonKey(key);
+    Focusable(session, arguments.Name(0)).PersonKey(key);
   });
 }
 
@@ -76,9 +82,7 @@ void AddMouse(VerbTable& table, Session& session) {
     Reachable(session, arguments.Name(0)).PersonDoubleClick();
   });
   table.Add("focus", 1, [&](const Arguments& arguments, Answer&) {
-    Control& control = Reachable(session, arguments.Name(0));
-    if (!control.TakesFocus()) throw ConsoleError("the control doesn't take the focus");
-    control.PersonFocus();
+    Focusable(session, arguments.Name(0)).PersonFocus();
   });
   table.Add("drop", 1, 2, [&](const Arguments& arguments, Answer&) {
     Reachable(session, arguments.Name(0)).PersonDrop(arguments[1]);

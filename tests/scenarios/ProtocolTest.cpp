@@ -102,6 +102,8 @@ TEST_F(Protocol, WhatAPersonCannotReach) {
   Do("start");
   Show();
   EXPECT_TRUE(IsError("start"));
+  Do("click", "frmTray.Text0");
+  ASSERT_EQ(Get("frmTray.Label7", "Visible"), "1");
   for (const char* bad : {"click\tfrmTray.Nothing",
                           "click\tfrmNothing.Command6",
                           "click\tfrmTray",
@@ -114,13 +116,14 @@ TEST_F(Protocol, WhatAPersonCannotReach) {
                           "key\tfrmTray.List2\tHome\tmeta",
                           "key\tfrmTray.List2",
                           "focus\tfrmTray.Label7",
+                          "key\tfrmTray.Label7\tHome",
                           "focus\tfrmTray.List3",
                           "settext\tfrmTray.List2\tx",
                           "settext\tfrmTray.Text3\tx",
                           "type\tfrmTray.Text1\tx",
-                          "select\tfrmTray.List2\t0",
+                          "select\tfrmTray.List2\t1",
                           "select\tfrmTray.Text0\t0",
-                          "dblrow\tfrmTray.List2\t0",
+                          "dblrow\tfrmTray.List2\t1",
                           "dblrow\tfrmTray.List2\t-1",
                           "check\tfrmTray.List2\t0\t1",
                           "drop\tfrmTray.List1\tx",
