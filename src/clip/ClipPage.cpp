@@ -179,7 +179,6 @@ void ClipPage::Command000_Click() {
     window_.MinimizeIfSet();
     watcher_.RequestBlink();
   }
-  watcher_.status.Show();
   clip_.ClearList2();
   ShowStatus(u"Cleared");
   files_.AktualisiereCle2();

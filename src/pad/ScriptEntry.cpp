@@ -1,5 +1,7 @@
 #include "pad/ScriptEntry.h"
 
+#include <algorithm>
+
 namespace quillbox {
 
 namespace {
@@ -19,6 +21,8 @@ void ScriptRunner::Run(const Text& script) {
     running_ = false;
   } catch (const RuntimeError&) {
     running_ = false;
+    // The program may have been ended while the keys went out.
+    if (!window_.form.GetLoaded()) return;
     window_.form.SetWindowState(WindowState::Maximized);
     window_.MessageBox(
         u"Sorry, an error occured while executing the script. Please check your syntax (listed in the "

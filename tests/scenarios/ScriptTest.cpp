@@ -160,6 +160,18 @@ TEST_F(ScriptTest, NoSecondScriptJoinsOneUnderWay) {
   EXPECT_EQ(Do("keys"), (Values{"2"}));
 }
 
+TEST_F(ScriptTest, AProgramThatEndsMeanwhileReportsNothing) {
+  AddPad("one", "{SCRIPT}1");
+  Do("boxes");
+  console.World().keySender.WhileSending = [&] {
+    Do("pick", "mnuEnd");
+    throw RuntimeError(errors::kPermission, "the connection is gone");
+  };
+  Do("dblrow", kList, "0");
+  EXPECT_EQ(Do("running"), (Values{"0"}));
+  EXPECT_EQ(Do("boxes"), Values{});
+}
+
 TEST_F(ScriptTest, OnlyAPersonsPickStartsAScript) {
   Copy("{SCRIPT}abc");
   EXPECT_EQ(Rows("List2"), (Values{"{SCRIPT}abc"}));
