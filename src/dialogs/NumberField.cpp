@@ -8,8 +8,7 @@ namespace quillbox {
 
 namespace {
 
-// A number at the lower bound of the lists, or below the upper one of the menu, is meant: anything else is
-// still being typed.
+// A smaller list, or a longer menu, is still being typed and moves nothing else.
 constexpr long long kSmallestList = 3;
 constexpr long long kLargestMenu = 10;
 

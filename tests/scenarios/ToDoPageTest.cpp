@@ -1,65 +1,15 @@
-// The ToDo page, as a person works with it.
-#include <gtest/gtest.h>
-
-#include "scenarios/RecordScenario.h"
+// The buttons and the field of the ToDo page, and how it is refreshed.
+#include "scenarios/ToDoScenario.h"
 
 namespace quillbox {
 namespace {
 
-const std::string kList = "frmTray.List3";
 const Box kFull{"68", "Too many ToDo-List entries",
                 "Sorry, but you have reached the maximum number of ToDo-List entries. You have to "
                 "delete some entries or increase the maximum number of entries before you "
                 "proceed.\n\rWould you like to delete the oldest entry now?"};
-const Box kDeleteAll{"68", "No entries selected",
-                     "You haven't selected any entries to delete. Do you want to delete ALL entries?"};
-const Box kDeleteKey{"36", "Delete selected entries?", "Do you really want to delete the selected entries?"};
 
-class ToDoPageTest : public RecordScenario {
- protected:
-  ToDoPageTest() { StartOnPage(); }
-
-  void StartOnPage() {
-    Do("start");
-    Show();
-    OpenPage(4);
-  }
-  void Add(const std::string& text) {
-    Do("settext", "frmTray.Text1", text);
-    Do("click", "frmTray.Command2");
-  }
-  void Fill(const Values& rows) {
-    for (const std::string& row : rows) Add(row);
-  }
-  void FillUpTo(int count) {
-    for (int i = 0; i < count; ++i) Add("task " + std::to_string(i));
-  }
-  template <class... Modifiers>
-  void Key(const std::string& name, const Modifiers&... modifiers) {
-    Do("key", kList, name, modifiers...);
-  }
-  void Select(int row) { Do("select", kList, std::to_string(row)); }
-  void Mark(int row) { Do("check", kList, std::to_string(row), "1"); }
-
-  Values List() { return Rows("List3"); }
-  // A digit for each row: 1 is marked.
-  std::string Marks() {
-    std::string marks;
-    for (const std::string& mark : Do("get", kList, "Selected")) marks += mark;
-    return marks;
-  }
-  std::string Index() { return Of("List3", "ListIndex"); }
-  std::string Button() { return Of("Command2", "Caption"); }
-  std::string Field() { return Of("Text1", "Text"); }
-  // What the status shows; "hidden" while it doesn't.
-  std::string Status() {
-    const bool shown = Is("frmTray.Label12", "Visible");
-    EXPECT_EQ(Is("frmTray.Line11", "Visible"), shown);
-    EXPECT_EQ(Is("frmTray.Line12", "Visible"), shown);
-    return shown ? Of("Label12", "Caption") : "hidden";
-  }
-  int ToDoWrites() { return Writes("ToDoData.qbx"); }
-};
+class ToDoPageTest : public ToDoScenario {};
 
 TEST_F(ToDoPageTest, CaptionsTipsAndStartState) {
   const std::vector<Values> expected{
@@ -96,13 +46,13 @@ TEST_F(ToDoPageTest, AddsByButtonEnterAndDrop) {
   EXPECT_EQ(Status(), "L: 0") << "the next visit of the field shows its length";
 
   Select(0);
-  Do("drop", kList, "dropped\r\nin\ntwo\rbreaks");
+  Do("drop", kToDoList, "dropped\r\nin\ntwo\rbreaks");
   EXPECT_EQ(List(), (Values{"first", "second", "dropped in two breaks"}));
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Of("Text2", "Text"), "");
   const int writes = ToDoWrites();
-  Do("dropother", kList);
-  Do("drop", kList, "");
+  Do("dropother", kToDoList);
+  Do("drop", kToDoList, "");
   EXPECT_EQ(List().size(), 3U);
   EXPECT_EQ(Status(), "Ready") << "an empty text leaves a new entry to be typed";
 
@@ -232,34 +182,6 @@ TEST_F(ToDoPageTest, DeleteTakesTheSelectedRowWhateverIsMarked) {
   Boxes();
 }
 
-TEST_F(ToDoPageTest, DeleteKeyAsksAsTheSettingSays) {
-  Fill({"a", "b"});
-  Select(0);
-  Do("answer", "7");
-  Key("Delete");
-  EXPECT_EQ(Boxes(), std::vector<Box>{kDeleteKey});
-  EXPECT_EQ(List().size(), 2U);
-  Key("Delete");
-  EXPECT_EQ(List(), Values{"b"});
-  Boxes();
-  // The list still has the focus, and no row is current: arrows and Ctrl keys do nothing.
-  Do("spin", "frmTray.UpDown1", "down");
-  Do("spin", "frmTray.UpDown1", "up");
-  for (const std::string key : {"Up", "Down", "Home", "End"}) Key(key, "ctrl");
-  EXPECT_EQ(List(), Values{"b"});
-  EXPECT_EQ(Index(), "-1");
-
-  Do("answer", "6", "7");
-  Key("Delete");
-  EXPECT_EQ(Boxes(), (std::vector<Box>{kDeleteKey, kDeleteAll}));
-  EXPECT_EQ(List(), Values{"b"});
-  Set("AskDelKey", "2");
-  Select(0);
-  Key("Delete");
-  EXPECT_TRUE(List().empty());
-  EXPECT_TRUE(Boxes().empty());
-}
-
 TEST_F(ToDoPageTest, RefreshDeletesTheMarkedRows) {
   Fill({"a", "b", "c", "d", "e"});
   for (const int row : {0, 1, 4}) Mark(row);
@@ -318,100 +240,6 @@ TEST_F(ToDoPageTest, NewEntryLeavesTheListWithReady) {
   EXPECT_EQ(Of("Text2", "Text"), "");
 }
 
-TEST_F(ToDoPageTest, SelectionAndFocusShowLengthAndMode) {
-  Fill({"a", "four"});
-  Select(1);
-  EXPECT_EQ(Status(), "L: 4");
-  Do("type", "frmTray.Text1", "teen");
-  EXPECT_EQ(Status(), "L: 8");
-  EXPECT_EQ(Button(), "Update Entry");
-  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled")) << "the arrows work while the list has the focus";
-  const int writes = ToDoWrites();
-  Do("focus", kList);
-  EXPECT_EQ(Status(), "L: 4") << "the list shows its row, not the field";
-  EXPECT_EQ(Field(), "fourteen");
-  EXPECT_TRUE(Is("frmTray.UpDown1", "Enabled"));
-  Do("select", kList, "");
-  EXPECT_EQ(Status(), "hidden");
-  EXPECT_EQ(Button(), "Add Entry");
-  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
-  EXPECT_EQ(ToDoWrites(), writes);
-  Do("tab", "frmTray.SSTab1", "0");
-  EXPECT_EQ(ToDoWrites(), writes + 1) << "the list writes when it loses the focus";
-}
-
-TEST_F(ToDoPageTest, MarksByKeyReachTheFileWithTheFocus) {
-  Fill({"a", "b"});
-  Select(1);
-  Key("Enter");
-  EXPECT_EQ(Marks(), "01");
-  Key("Space");
-  EXPECT_EQ(Marks(), "00");
-  Key("Enter");
-  EXPECT_EQ(DataFile("ToDoData.qbx").find("True"), std::string::npos);
-  Do("focus", "frmTray.Text1");
-  EXPECT_NE(DataFile("ToDoData.qbx").find("True\r\nb\r\n"), std::string::npos);
-}
-
-TEST_F(ToDoPageTest, ArrowsAndKeysMoveTheRowWithItsMark) {
-  Fill({"a", "b", "c", "d"});
-  Mark(1);
-  Do("spin", "frmTray.UpDown1", "down");
-  EXPECT_EQ(List(), (Values{"a", "c", "b", "d"}));
-  EXPECT_EQ(Marks(), "0010");
-  EXPECT_EQ(Index(), "2");
-  for (const std::string key : {"Down", "Right"}) Key(key, "ctrl");
-  EXPECT_EQ(List(), (Values{"a", "c", "d", "b"})) << "the last row moves no further";
-  EXPECT_EQ(Index(), "3");
-  for (const std::string key : {"Up", "Left"}) Key(key, "ctrl");
-  EXPECT_EQ(List(), (Values{"a", "b", "c", "d"}));
-  EXPECT_EQ(Marks(), "0100");
-  EXPECT_EQ(Index(), "1");
-  EXPECT_EQ(Field(), "b") << "the field shows the moved row";
-  Key("End", "ctrl");
-  EXPECT_EQ(List(), (Values{"a", "c", "d", "b"}));
-  EXPECT_EQ(Marks(), "0001");
-  EXPECT_EQ(Index(), "3");
-  Key("Home", "ctrl");
-  EXPECT_EQ(List(), (Values{"b", "a", "c", "d"}));
-  EXPECT_EQ(Marks(), "1000");
-  EXPECT_EQ(Index(), "0");
-
-  // At the ends nothing moves and nothing is written.
-  const int writes = ToDoWrites();
-  Do("spin", "frmTray.UpDown1", "up");
-  for (const std::string key : {"Up", "Left", "Home"}) Key(key, "ctrl");
-  EXPECT_EQ(ToDoWrites(), writes);
-  EXPECT_EQ(Index(), "0");
-  // With another modifier, or another key, the row stays where it is.
-  Key("Down", "ctrl", "shift");
-  Select(3);
-  Key("End", "ctrl");
-  Key("Up");
-  EXPECT_EQ(List(), (Values{"b", "a", "c", "d"}));
-  EXPECT_EQ(Marks(), "1000");
-}
-
-TEST_F(ToDoPageTest, TheListScrollsAlong) {
-  FillUpTo(30);
-  const auto top = [this] { return Of("List3", "TopIndex"); };
-  Select(9);
-  EXPECT_EQ(top(), "0");
-  Do("spin", "frmTray.UpDown1", "down");
-  EXPECT_EQ(top(), "0") << "nine rows below the top row";
-  Do("spin", "frmTray.UpDown1", "down");
-  EXPECT_EQ(top(), "1") << "ten rows below it";
-  for (int i = 0; i < 9; ++i) Do("spin", "frmTray.UpDown1", "up");
-  EXPECT_EQ(Index(), "2");
-  EXPECT_EQ(top(), "1");
-  Do("spin", "frmTray.UpDown1", "up");
-  EXPECT_EQ(top(), "0") << "one row below it";
-  Key("End", "ctrl");
-  EXPECT_EQ(top(), "29");
-  Key("Home", "ctrl");
-  EXPECT_EQ(top(), "0");
-}
-
 TEST_F(ToDoPageTest, AClickOnTheStatusOpensTheSettings) {
   EXPECT_FALSE(Is("frmSettings", "Loaded"));
   EXPECT_TRUE(Fails("click", "frmTray.Label12")) << "hidden";
@@ -432,6 +260,18 @@ TEST_F(ToDoPageTest, ASaveThatFailsIsReportedAndLosesNothing) {
   Add("c");
   Restart();
   EXPECT_EQ(List(), (Values{"a", "b", "c"}));
+}
+
+TEST_F(ToDoPageTest, ARowThatAReloadTookAwayIsAddedAnew) {
+  Fill({"a", "b"});
+  Select(0);
+  Do("settext", "frmTray.Text1", "changed");
+  Do("click", "frmTray.Command47");
+  Do("click", "frmSettings.Command1");
+  EXPECT_EQ(Index(), "-1") << "read again";
+  Do("click", "frmTray.Command2");
+  EXPECT_EQ(List(), (Values{"a", "b", "changed"}));
+  EXPECT_EQ(Button(), "Add Entry");
 }
 
 }  // namespace
