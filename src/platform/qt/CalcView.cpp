@@ -126,9 +126,11 @@ QWidget* MakeCalcPage(FormView& view, CalcPage&) {
   layout->addLayout(top);
   CalcKeys keys(view);
   auto* const display = new QHBoxLayout;
-  display->addWidget(MakeDisplay(view), 1);
-  display->addWidget(keys.Make("Command22"));
-  display->addWidget(keys.Make("Command9"));
+  display->setSpacing(4);
+  // In step with the eight columns below.
+  display->addWidget(MakeDisplay(view), 6);
+  display->addWidget(keys.Make("Command22"), 1);
+  display->addWidget(keys.Make("Command9"), 1);
   layout->addLayout(display);
   layout->addLayout(keys.MakePad(), 1);
   return widget;

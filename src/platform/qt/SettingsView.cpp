@@ -14,6 +14,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "dialogs/frmSettings.h"
 #include "platform/qt/Bindings.h"
@@ -179,7 +180,8 @@ class SettingsView : public DialogView {
       field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
                            field->fontMetrics().height());
       QScrollBar* const bar = MakeScrollBar(*this, number->scroll, name);
-      bar->setFixedHeight(field->sizeHint().height());
+      const int height = field->sizeHint().height();
+      bar->setFixedSize(std::max(bar->sizeHint().width(), height * 2 / 3), height);
       layout->addWidget(label, row, 0);
       layout->addWidget(field, row, 2);
       layout->addWidget(bar, row, 3);

@@ -158,9 +158,8 @@ void LookLikeLink(QLabel& label) {
   label.installEventFilter(new UnderlineUnderMouse(label));
   Tint(label, QPalette::WindowText, [](const QPalette& palette) {
     // The usual blue of links is glaring on a light window and hard to read on a dark one.
-    const QColor text = palette.color(QPalette::WindowText);
-    const bool dark = text.lightness() > 128;
-    return Blend(palette.color(QPalette::Link), text, dark ? 0.55 : 0.3);
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    return dark ? QColor(0x8a, 0xb8, 0xff) : QColor(0x1a, 0x4a, 0xa8);
   });
 }
 
