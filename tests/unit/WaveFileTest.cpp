@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/WaveFile.h"
 #include "platform/Utf8.h"
+#include "platform/linux/WaveFile.h"
 #include "unit/TemporaryFolder.h"
 
 namespace quillbox {
@@ -24,7 +24,7 @@ struct Wave {
   std::uint32_t channels = 2;
   std::uint32_t rate = 44100;
   std::uint32_t bits = 16;
-  std::string before;  // chunks between the format and the samples
+  std::string before = {};  // chunks between the format and the samples
   std::string samples = std::string(400, '\1');
   std::uint32_t promised = 400;  // bytes of samples, as the header says
 
