@@ -12,7 +12,7 @@ import desktop
 from datafiles import decode
 from desktop import Desktop, wait_for
 
-TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "日本語のテキスト",
+TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "Καλημέρα κόσμε",
          "two\nlines"]
 
 
@@ -72,11 +72,14 @@ class Session:
         wait_for("the picked text", lambda: self.screen.paste() == TEXTS[1].encode())
         self.tell(f"another program pastes {self.screen.paste().decode()!r}")
 
+    def in_front(self):
+        active = self.screen.property(self.screen.root, "_NET_ACTIVE_WINDOW")
+        return active[0] if active else 0
+
     def open_the_pages(self):
         self.tell("a click on the icon: the window")
-        window = self.screen.show_window()
-        wait_for("the window in front", lambda: self.screen.property(self.screen.root, "_NET_ACTIVE_WINDOW"))
-        self.screen.xdotool("windowactivate", "--sync", window.id)
+        self.screen.click_icon(1)
+        wait_for("the window in front", lambda: self.in_front() == self.screen.window("Quillbox").id)
         for page in ("clip", "pad", "calc", "timer", "todo"):
             self.tell(f"the page {page}")
             self.picture(f"page-{page}")

@@ -51,7 +51,7 @@ USED_BEFORE = """REGEDIT4
 """
 
 
-def wait_for(what, condition, seconds=5.0, pause=0.01):
+def wait_for(what, condition, seconds=15.0, pause=0.01):
     """Waits until `condition()` is true and returns its value; AssertionError after `seconds`."""
     end = time.monotonic() + seconds
     while True:
@@ -76,7 +76,8 @@ def _dies_with_its_test():
 class Desktop:
     """Starts the parts that it is asked for; `with Desktop() as desktop:`."""
 
-    def __init__(self, window_manager=True, panel=True, bus=True, screen="1280x1024x24"):
+    def __init__(self, window_manager=True, panel=True, bus=True, accessibility=False,
+                 screen="1280x1024x24"):
         # What the started processes leave behind becomes ours, and is ended with the rest.
         libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-desktop-"))
@@ -84,7 +85,7 @@ class Desktop:
         self.program = None
         self.display = None
         try:
-            self._start(window_manager, panel, bus, screen)
+            self._start(window_manager, panel, bus, accessibility, screen)
         except BaseException:
             self.close()
             raise
@@ -95,14 +96,14 @@ class Desktop:
     def __exit__(self, *_):
         self.close()
 
-    def _start(self, window_manager, panel, bus, screen):
+    def _start(self, window_manager, panel, bus, accessibility, screen):
         self.environment = {
             "PATH": os.environ["PATH"],
             "LANG": "C.UTF-8",
             "HOME": str(self.folder),
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            "NO_AT_BRIDGE": "1",
         }
+        # Without a screen reader the program has nothing to tell one.
+        self.environment.update({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"})
         for name in ("config", "data", "cache", "runtime"):
             (self.folder / name).mkdir(mode=0o700)
             key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"

@@ -29,6 +29,7 @@ void Form::Load() {
 void Form::Show() {
   Load();
   SetVisible(true);
+  ++shows_;
   if (activates_) dispatcher_.Activate(*this);
 }
 

@@ -38,6 +38,8 @@ class Form {
   void Load();
   // Loads the form if need be and makes it visible; another form than the main one takes the focus.
   void Show();
+  // How often Show was called: also for a visible window it means that somebody wants to see it.
+  unsigned Shows() const { return shows_; }
   void Hide();
   bool GetVisible() const { return visible_; }
   // Shown or hidden by the topmost calls, which don't activate.
@@ -98,6 +100,7 @@ class Form {
   Text caption_;
   bool loaded_ = false;
   bool visible_ = false;
+  unsigned shows_ = 0;
   bool topmost_ = false;
   bool activates_ = true;
   WindowState windowState_ = WindowState::Normal;

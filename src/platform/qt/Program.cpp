@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QSessionManager>
-#include <algorithm>
 
 #include "platform/qt/AboutView.h"
 #include "platform/qt/MainView.h"
@@ -111,15 +110,14 @@ std::unique_ptr<FormView> Program::MakeView(Form& form) {
 }
 
 void Program::OnShown() {
-  const bool shown = frmTray_ && frmTray_->form.GetVisible();
-  const std::vector<Form*> forms = dispatcher_.Forms();
-  const auto visible =
-      std::count_if(forms.begin(), forms.end(), [](const Form* form) { return form->GetVisible(); });
-  const bool alone = visible - std::exchange(visibleForms_, visible) <= 1;
-  if (std::exchange(mainShown_, shown) == shown || !shown) return;
-  frmTray_->timerPage.CatchUp();
-  // Where it appears only because a dialog does, it stays behind that.
-  if (MainView* const main = Main(); main && alone) main->BringUp();
+  if (!frmTray_) return;
+  const Form& form = frmTray_->form;
+  const bool appeared = form.GetVisible() && !mainShown_;
+  mainShown_ = form.GetVisible();
+  if (appeared) frmTray_->timerPage.CatchUp();
+  // A window that appears only because a dialog does stays behind that.
+  if (std::exchange(mainShows_, form.Shows()) == form.Shows() || !form.GetVisible()) return;
+  if (MainView* const main = Main()) main->BringUp();
 }
 
 void Program::End(CloseReason reason) {

@@ -63,6 +63,7 @@ class Program {
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;
   bool mainShown_ = false;
+  unsigned mainShows_ = 0;
 };
 
 }  // namespace quillbox

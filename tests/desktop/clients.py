@@ -1,0 +1,296 @@
+"""Clients of the clipboard: owners that behave well or badly, and readers. Each has a connection of its own."""
+import os
+import select
+import threading
+import time
+
+import Xlib.display
+import Xlib.error
+from Xlib import X, Xatom
+from Xlib.protocol import event
+
+CHUNK = 200_000  # bytes
+
+
+class Owner:
+    """Owns CLIPBOARD and serves `offers`, target name -> bytes. Subclasses misbehave."""
+
+    def __init__(self, name, offers):
+        self.display = Xlib.display.Display(name)
+        self.display.set_error_handler(lambda *_: None)
+        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self.window.change_attributes(event_mask=X.PropertyChangeMask)
+        self.offers = dict(offers)
+        self.transfers = {}  # (requestor's id, property) -> iterator over the parts
+        self.asked = []  # names of the targets that were asked for
+        self.lost = threading.Event()
+        self.served = threading.Event()  # a text has been handed over as a whole
+        self.stop_read, self.stop_write = os.pipe()
+        self.thread = threading.Thread(target=self._run, daemon=True)
+        self.own()
+        self.thread.start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def atom(self, name):
+        return self.display.intern_atom(name)
+
+    def own(self):
+        # A real time stamp, as the protocol demands.
+        self.window.change_property(self.atom("STAMP"), Xatom.STRING, 8, b"")
+        self.display.flush()
+        while (stamp := self.display.next_event()).type != X.PropertyNotify:
+            pass
+        self.time = stamp.time
+        self.window.set_selection_owner(self.atom("CLIPBOARD"), self.time)
+        self.display.sync()
+
+    def clear(self):
+        """Gives the clipboard up: it is empty then, on purpose. Called from the thread of the owner only."""
+        self.display.set_selection_owner(X.NONE, self.atom("CLIPBOARD"), self.time)
+
+    def close(self):
+        """The program ends: its windows and its selection go away."""
+        os.write(self.stop_write, b"x")
+        self.thread.join(10)
+
+    def _run(self):
+        try:
+            while True:
+                while self.display.pending_events():
+                    self._handle(self.display.next_event())
+                ready = select.select([self.display.fileno(), self.stop_read], [], [], self.tick())[0]
+                if self.stop_read in ready:
+                    break
+        except (Xlib.error.ConnectionClosedError, OSError):
+            return
+        try:
+            self.display.close()
+        except (Xlib.error.ConnectionClosedError, OSError):
+            pass
+
+    def tick(self):
+        """Called between events; returns how long to wait for the next one at most, in seconds."""
+        return None
+
+    def _handle(self, message):
+        if message.type == X.SelectionClear:
+            self.lost.set()
+        elif message.type == X.SelectionRequest:
+            target = self.display.get_atom_name(message.target)
+            self.asked.append(target)
+            self.answer(message, target)
+            self.display.flush()
+        elif message.type == X.PropertyNotify and message.state == X.PropertyDelete:
+            self.go_on(message.window, message.atom)
+
+    # --- answers
+
+    def answer(self, request, target):
+        if target == "TARGETS":
+            self.put(request, Xatom.ATOM, 32, [self.atom(name) for name in ("TARGETS", *self.offers)])
+        elif target in self.offers:
+            data = self.offers[target]
+            if len(data) > CHUNK:
+                self.begin(request, target, [data[at:at + CHUNK] for at in range(0, len(data), CHUNK)], len(data))
+            else:
+                self.put(request, self.atom(target), 8, data)
+                self.served.set()
+        else:
+            self.notify(request, X.NONE)
+
+    def put(self, request, kind, width, data):
+        request.requestor.change_property(request.property, kind, width, data)
+        self.notify(request, request.property)
+
+    def notify(self, request, at):
+        request.requestor.send_event(event.SelectionNotify(
+            time=request.time, requestor=request.requestor, selection=request.selection, target=request.target,
+            property=at), 0)
+
+    def begin(self, request, target, parts, announced):
+        """Hands over in parts, each when the one before it was taken."""
+        request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+        self.transfers[(request.requestor.id, request.property)] = (self.atom(target), iter([*parts, b""]))
+        self.put(request, self.atom("INCR"), 32, [announced])
+
+    def go_on(self, window, at):
+        transfer = self.transfers.get((window.id, at))
+        if not transfer:
+            return
+        kind, parts = transfer
+        part = next(parts, None)
+        if part is None:
+            return
+        window.change_property(at, kind, 8, part)
+        self.display.flush()
+        if part == b"":
+            del self.transfers[(window.id, at)]
+            self.served.set()
+
+
+class Silent(Owner):
+    """Never answers."""
+
+    def answer(self, request, target):
+        pass
+
+
+class Trickle(Owner):
+    """Hands its text over a byte at a time."""
+
+    PAUSE = 0.05
+    waiting = None
+
+    def answer(self, request, target):
+        if target in self.offers:
+            data = self.offers[target]
+            self.begin(request, target, [data[at:at + 1] for at in range(len(data))], len(data))
+        else:
+            super().answer(request, target)
+
+    def go_on(self, window, at):
+        if (window.id, at) in self.transfers:
+            self.waiting = (time.monotonic() + self.PAUSE, window, at)
+
+    def tick(self):
+        if not self.waiting:
+            return None
+        due, window, at = self.waiting
+        if (left := due - time.monotonic()) > 0:
+            return left
+        self.waiting = None
+        super().go_on(window, at)
+        return 0
+
+
+class DiesInTheMiddle(Owner):
+    """Begins to hand over in parts and is gone after the second one."""
+
+    left = 2
+
+    def answer(self, request, target):
+        if target in self.offers:
+            self.begin(request, target, [b"x" * 1000] * 10, 10_000)
+        else:
+            super().answer(request, target)
+
+    def go_on(self, window, at):
+        super().go_on(window, at)
+        self.left -= 1
+        if self.left == 0:
+            self.display.flush()
+            raise OSError("gone")
+
+    def _run(self):
+        super()._run()
+        self.display.close()
+
+
+class Liar(Owner):
+    """Answers with wrong types, widths and lengths; `lie` is one of LIES."""
+
+    LIES = ("targets as text", "text as numbers", "text of 16-bit units", "no property", "other target",
+            "incr too short", "incr too long", "incr of numbers", "incr without length", "incr twice")
+
+    def __init__(self, name, lie):
+        self.lie = lie
+        super().__init__(name, {"UTF8_STRING": b"a lie: " + lie.encode()})
+
+    def answer(self, request, target):
+        lie, data = self.lie, self.offers.get(target)
+        if target == "TARGETS" and lie == "targets as text":
+            self.put(request, Xatom.STRING, 8, b"UTF8_STRING")
+        elif data is None:
+            super().answer(request, target)
+        elif lie == "text as numbers":
+            self.put(request, Xatom.INTEGER, 32, [1, 2, 3])
+        elif lie == "text of 16-bit units":
+            self.put(request, self.atom("UTF8_STRING"), 16, [65, 66, 67])
+        elif lie == "no property":
+            self.notify(request, request.property)
+        elif lie == "other target":
+            self.put(request, self.atom("image/png"), 8, data)
+        elif lie == "incr too short":
+            self.begin(request, target, [b"more than was said"] * 1000, 3)
+        elif lie == "incr too long":
+            self.begin(request, target, [data], 0x7FFFFFFF)
+        elif lie == "incr of numbers":
+            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(request.requestor.id, request.property)] = (Xatom.INTEGER, iter([data, b""]))
+            self.put(request, self.atom("INCR"), 32, [len(data)])
+        elif lie == "incr without length":
+            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(request.requestor.id, request.property)] = (self.atom(target), iter([data, b""]))
+            self.put(request, self.atom("INCR"), 8, b"")
+        elif lie == "incr twice":
+            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(request.requestor.id, request.property)] = (self.atom("INCR"), iter([b"", b""]))
+            self.put(request, self.atom("INCR"), 32, [5])
+        else:
+            super().answer(request, target)
+
+
+class Reader:
+    """Pastes: asks CLIPBOARD for a target and takes the answer, in parts too."""
+
+    def __init__(self, name, selection="CLIPBOARD"):
+        self.display = Xlib.display.Display(name)
+        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self.window.change_attributes(event_mask=X.PropertyChangeMask)
+        self.selection = self.display.intern_atom(selection)
+        self.slot = self.display.intern_atom("READER_SLOT")
+
+    def close(self):
+        self.display.close()
+
+    def ask(self, target):
+        self.target = self.display.intern_atom(target)
+        self.window.convert_selection(self.selection, self.target, self.slot, X.CurrentTime)
+        self.display.flush()
+
+    def _next(self, kind, end, matches=lambda _: True):
+        while time.monotonic() < end:
+            while self.display.pending_events():
+                message = self.display.next_event()
+                if message.type == kind and matches(message):
+                    return message
+            select.select([self.display.fileno()], [], [], max(0.0, min(0.2, end - time.monotonic())))
+        raise TimeoutError("no answer to a paste")
+
+    def take(self, seconds=10, parts=None):
+        """The answer: type name, width and value; (None, 0, None) for a refusal. With `parts` it stops reading
+        after so many parts and returns what it has."""
+        end = time.monotonic() + seconds
+        answer = self._next(X.SelectionNotify, end)
+        if answer.property == X.NONE:
+            return None, 0, None
+        found = self.window.get_full_property(self.slot, X.AnyPropertyType)
+        kind = self.display.get_atom_name(found.property_type)
+        if kind != "INCR":
+            self.window.delete_property(self.slot)
+            self.display.flush()
+            return kind, found.format, found.value
+        pieces = []
+        # Deleting the announcement asks for the first part.
+        self.window.delete_property(self.slot)
+        self.display.flush()
+        while parts is None or len(pieces) < parts:
+            self._next(X.PropertyNotify, end, lambda m: m.atom == self.slot and m.state == X.PropertyNewValue)
+            found = self.window.get_full_property(self.slot, X.AnyPropertyType)
+            kind, piece = self.display.get_atom_name(found.property_type), bytes(found.value)
+            if parts is None or len(pieces) + 1 < parts:
+                self.window.delete_property(self.slot)
+                self.display.flush()
+            if not piece:
+                break
+            pieces.append(piece)
+        return kind, 8, b"".join(pieces)
+
+    def paste(self, target="UTF8_STRING", seconds=10):
+        self.ask(target)
+        return self.take(seconds)

@@ -1,0 +1,125 @@
+"""A panel that speaks StatusNotifierItem: watcher and host in one, which draws nothing."""
+import threading
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+WATCHER = "org.kde.StatusNotifierWatcher"
+ITEM = "org.kde.StatusNotifierItem"
+MENU = "com.canonical.dbusmenu"
+INTERFACE = f"""
+<node><interface name="{WATCHER}">
+  <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+  <method name="RegisterStatusNotifierHost"><arg type="s" direction="in"/></method>
+  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+  <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+  <property name="ProtocolVersion" type="i" access="read"/>
+  <signal name="StatusNotifierItemRegistered"><arg type="s"/></signal>
+  <signal name="StatusNotifierItemUnregistered"><arg type="s"/></signal>
+  <signal name="StatusNotifierHostRegistered"/>
+</interface></node>"""
+
+
+class StatusNotifierHost:
+    """On the bus at `address` until `close()`."""
+
+    def __init__(self, address):
+        self.items = []  # the bus names of the icons, in the order of their coming
+        self.known = threading.Condition()
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
+            None, None)
+        self.bus.set_exit_on_close(False)
+        self.context = GLib.MainContext()
+        self.loop = GLib.MainLoop(self.context)
+        self.ready = threading.Event()
+        self.thread = threading.Thread(target=self._run, daemon=True)
+        self.thread.start()
+        if not self.ready.wait(10):
+            raise AssertionError("the StatusNotifier watcher did not start")
+
+    def _run(self):
+        self.context.push_thread_default()
+        interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
+        self.bus.register_object("/StatusNotifierWatcher", interface, self._called, self._property, None)
+        self.bus.signal_subscribe("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", None, None,
+                                  Gio.DBusSignalFlags.NONE, self._owner_changed)
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+                           GLib.Variant("(su)", (WATCHER, 4)), None, Gio.DBusCallFlags.NONE, 5000, None)
+        self._signal("StatusNotifierHostRegistered", None)
+        self.ready.set()
+        self.loop.run()
+
+    def close(self):
+        """The panel ends."""
+        self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
+        self.thread.join(5)
+        self.bus.close_sync(None)
+
+    def _called(self, _bus, sender, _path, _interface, method, arguments, invocation):
+        if method == "RegisterStatusNotifierItem":
+            service = arguments.unpack()[0]
+            name = sender if service.startswith("/") else service
+            with self.known:
+                self.items.append(name)
+                self.known.notify_all()
+            self._signal("StatusNotifierItemRegistered", GLib.Variant("(s)", (name,)))
+        invocation.return_value(None)
+
+    def _property(self, _bus, _sender, _path, _interface, name):
+        return {"RegisteredStatusNotifierItems": GLib.Variant("as", self.items),
+                "IsStatusNotifierHostRegistered": GLib.Variant("b", True),
+                "ProtocolVersion": GLib.Variant("i", 0)}[name]
+
+    def _owner_changed(self, _bus, _sender, _path, _interface, _signal, arguments):
+        name, _, owner = arguments.unpack()
+        if not owner and name in self.items:
+            with self.known:
+                self.items.remove(name)
+
+    def _signal(self, name, arguments):
+        self.bus.emit_signal(None, "/StatusNotifierWatcher", WATCHER, name, arguments)
+
+    def wait_for_item(self, seconds=10):
+        with self.known:
+            if not self.known.wait_for(lambda: self.items, seconds):
+                raise AssertionError("no icon came")
+            return self.items[-1]
+
+    # --- what a person does to the first icon
+
+    def call(self, interface, path, method, arguments, answer=None):
+        return self.bus.call_sync(self.items[-1], path, interface, method, arguments,
+                                  GLib.VariantType(answer) if answer else None, Gio.DBusCallFlags.NONE, 5000, None)
+
+    def get(self, name):
+        return self.call("org.freedesktop.DBus.Properties", "/StatusNotifierItem", "Get",
+                         GLib.Variant("(ss)", (ITEM, name)), "(v)").unpack()[0]
+
+    def activate(self):
+        self.call(ITEM, "/StatusNotifierItem", "Activate", GLib.Variant("(ii)", (100, 100)))
+
+    def context_menu(self):
+        self.call(ITEM, "/StatusNotifierItem", "ContextMenu", GLib.Variant("(ii)", (100, 100)))
+
+    def menu(self):
+        """The exported menu from the top: (id, properties) of each visible item, submenus' items behind theirs."""
+        path = self.get("Menu")
+        self.call(MENU, path, "AboutToShow", GLib.Variant("(i)", (0,)), "(b)")
+        layout = self.call(MENU, path, "GetLayout", GLib.Variant("(iias)", (0, -1, [])), "(u(ia{sv}av))").unpack()[1]
+        found = []
+
+        def walk(children):
+            for number, properties, below in children:
+                if properties.get("visible", True):
+                    found.append((number, properties))
+                    walk(below)
+
+        walk(layout[2])
+        return found
+
+    def pick(self, number):
+        self.call(MENU, self.get("Menu"), "Event",
+                  GLib.Variant("(isvu)", (number, "clicked", GLib.Variant("i", 0), 0)))
