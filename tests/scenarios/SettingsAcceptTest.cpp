@@ -223,6 +223,20 @@ TEST_F(SettingsAcceptTest, AFileThatCantBeWrittenLosesNoEntry) {
   }
 }
 
+TEST_F(SettingsAcceptTest, TheMaximumOfAListThatCouldntBeSavedAppliesAfterTheRepair) {
+  FillLists(6);
+  Obstruct("ToDoData.qbx");
+  Open(1);
+  Enter("Text3", "4");
+  Ok();
+  EXPECT_EQ(Rows("List3").size(), 6U);
+  EXPECT_EQ(Intern("ToDoEntriesMax"), "3") << "the setting is stored all the same";
+  Clear("ToDoData.qbx");
+  Open();
+  Ok();
+  EXPECT_EQ(Rows("List3"), (Values{"task 0", "task 1", "task 2", "task 3"}));
+}
+
 TEST_F(SettingsAcceptTest, TakesTheTopmostStateWhileItIsOpen) {
   Do("closebox", "frmTray");
   Do("tray.mouse", "516");

@@ -271,6 +271,7 @@ TEST_F(ToDoPageTest, ARowThatAReloadTookAwayIsAddedAnew) {
   EXPECT_EQ(Index(), "-1") << "read again";
   Do("click", "frmTray.Command2");
   EXPECT_EQ(List(), (Values{"a", "b", "changed"}));
+  EXPECT_EQ(Status(), "Added");
   EXPECT_EQ(Button(), "Add Entry");
 }
 
