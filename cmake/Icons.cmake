@@ -13,17 +13,23 @@ function(quillbox_render_icon DRAWING SIZE PNG)
     DEPENDS ${svg} VERBATIM)
 endfunction()
 
-# Puts the images into TARGET as the resources :/icons/NAME-SIZE.png. Call it in the folder that makes TARGET.
+# Puts the images into TARGET as the resources :/icons/NAME-SIZE, bare pixels. Call it in the folder that makes
+# TARGET.
 #   icon                                      16 32 48 128         the windows
 #   tray tray-alt                             16 22 24 32 44 48    the tray icon and its second image
 #   script insert backspace up down           16 32                buttons
 function(quillbox_embed_icons TARGET)
   set(base ${CMAKE_CURRENT_BINARY_DIR}/icons)
+  add_executable(quillbox-icon-pixels ${PROJECT_SOURCE_DIR}/cmake/IconPixels.cpp)
+  target_link_libraries(quillbox-icon-pixels PRIVATE quillbox_options Qt6::Gui)
   set(files)
   macro(embed NAME DRAWING)
     foreach(size ${ARGN})
-      quillbox_render_icon(${DRAWING} ${size} ${base}/${NAME}-${size}.png)
-      list(APPEND files ${base}/${NAME}-${size}.png)
+      set(pixels ${base}/${NAME}-${size})
+      quillbox_render_icon(${DRAWING} ${size} ${pixels}.png)
+      add_custom_command(OUTPUT ${pixels} COMMAND quillbox-icon-pixels ${pixels}.png ${pixels}
+        DEPENDS ${pixels}.png quillbox-icon-pixels VERBATIM)
+      list(APPEND files ${pixels})
     endforeach()
   endmacro()
   embed(icon quillbox 16 32 48 128)

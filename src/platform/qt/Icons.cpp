@@ -1,5 +1,9 @@
 #include "platform/qt/Icons.h"
 
+#include <QFile>
+#include <QImage>
+#include <QPixmap>
+
 namespace quillbox {
 
 namespace {
@@ -7,7 +11,11 @@ namespace {
 QIcon Load(const QString& name, std::initializer_list<int> sizes) {
   QIcon icon;
   for (const int size : sizes) {
-    icon.addFile(QStringLiteral(":/icons/%1-%2.png").arg(name).arg(size), QSize(size, size));
+    QFile file(QStringLiteral(":/icons/%1-%2").arg(name).arg(size));
+    if (!file.open(QIODevice::ReadOnly)) continue;
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes());
+    icon.addPixmap(QPixmap::fromImage(std::move(image)));
   }
   return icon;
 }
