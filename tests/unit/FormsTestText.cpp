@@ -113,6 +113,8 @@ TEST_F(FormsText, TheLimitNeverCutsASurrogatePair) {
 TEST_F(FormsText, LineBreaks) {
   line.PersonSetText(u"a\r\nb\nc");
   EXPECT_EQ(line.GetText(), u"a b c");
+  Type(line, u"\nd");
+  EXPECT_EQ(line.GetText(), u"a b c d") << "a line feed from the keyboard too";
   block.PersonSetText(u"a\r\nb");
   Type(block, u"\r");
   EXPECT_EQ(block.GetText(), u"a\r\nb\n") << "Enter gives a line feed";

@@ -120,6 +120,7 @@ void TextBox::Replace(std::size_t start, std::size_t length, TextView with) {
 
 void TextBox::Insert(char16_t character) {
   if (readOnly_) return;
+  if (!IsMultiLine() && (character == u'\r' || character == u'\n')) character = u' ';
   const std::size_t room = maxLength_ == 0 ? 2 : maxLength_ - std::min(maxLength_, text_.size() - selLength_);
   if (room == 0) return;
   // A character of two units comes in whole or not at all.
