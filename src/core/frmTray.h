@@ -66,6 +66,7 @@ class frmTray {
   void RefuseSecondInstance();
   void RestoreClipboard();
   void RecordVersion();
+  void ShowStartHelpAlone();
   void SaveLists();
   void RebuildMenus();
   void SysTrayMouseEventHandler();
