@@ -31,6 +31,7 @@ KeyEvent ReadKey(const Arguments& arguments) {
   KeyEvent key;
   key.code = KeyCode(arguments[1]);
   for (std::size_t i = 2; i < arguments.Count(); ++i) {
+    if (arguments[i].empty() && i + 1 == arguments.Count()) break;
     bool& modifier = arguments[i] == u"ctrl"    ? key.ctrl
                      : arguments[i] == u"shift" ? key.shift
                      : arguments[i] == u"alt"   ? key.alt

@@ -1,6 +1,3 @@
-#include <limits>
-#include <map>
-
 #include "console/ConsoleError.h"
 #include "console/Properties.h"
 #include "console/Verbs.h"
@@ -11,14 +8,13 @@ void AddPropertyVerbs(VerbTable& table, Session& session) {
   table.Add("get", 2, [&](const Arguments& arguments, Answer& answer) {
     const std::string name = arguments.Name(0);
     const std::string property = arguments.Name(1);
-    if (name.find('.') == std::string::npos) {
-      GetOfForm(session.FindForm(name), property, answer);
-    } else if (const Control* const control = session.FindControl(name)) {
-      GetOfControl(*control, property, answer);
-    } else if (const MenuItem* const item = session.FindMenuItem(name)) {
+    // An item of the menu goes by its bare name too, as the menu lists it.
+    if (const MenuItem* const item = session.FindMenuItem(name)) {
       GetOfMenuItem(*item, property, answer);
+    } else if (name.find('.') == std::string::npos) {
+      GetOfForm(session.FindForm(name), property, answer);
     } else {
-      throw ConsoleError("no such control");
+      GetOfControl(session.GetControl(name), property, answer);
     }
   });
   table.Add("slots", 1, [&](const Arguments& arguments, Answer& answer) {

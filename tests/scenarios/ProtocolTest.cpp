@@ -172,6 +172,19 @@ TEST_F(Protocol, ListsOfValues) {
   EXPECT_EQ(Do("slots", "PadEntries"), Values(101));
 }
 
+TEST_F(Protocol, NamesAndModifiersInTheirShortForm) {
+  Do("start");
+  for (const char* item : {"mnuOnTop", "frmTray.mnuOnTop"}) {
+    EXPECT_EQ(Do("get", item, "Checked"), Values{"1"}) << item;
+  }
+  Copy("b");
+  Copy("a");
+  Show();
+  Do("key", "frmTray.List2", "End", "");
+  EXPECT_EQ(Get("frmTray.List2", "ListIndex"), "1") << "a last argument may be empty";
+  EXPECT_TRUE(IsError("key\tfrmTray.List2\tHome\t\tctrl"));
+}
+
 TEST_F(Protocol, AfterTheEnd) {
   Do("start");
   Show();
