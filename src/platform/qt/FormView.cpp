@@ -38,6 +38,8 @@ void FormView::Draw(const Joined& joined) {
   if (joined.widget->isEnabledTo(joined.widget->parentWidget()) != joined.control->GetEnabled()) {
     joined.widget->setEnabled(joined.control->GetEnabled());
   }
+  const QString tip = ToQt(joined.control->GetToolTipText());
+  if (joined.widget->accessibleDescription() != tip) joined.widget->setAccessibleDescription(tip);
   if (joined.draw) joined.draw();
   drawing_ = before;
 }

@@ -78,7 +78,7 @@ class MessageText : public QPlainTextEdit {
 
 class MessageView : public DialogView {
  public:
-  MessageView(frmMessage& dialog, QtTips& tips) : DialogView(dialog.form, tips) {
+  MessageView(frmMessage& dialog, QtTips& tips) : DialogView(dialog.form, tips, Coming::WithoutFocus) {
     setWindowIcon(WindowIcon());
     auto* const layout = new QVBoxLayout(this);
     layout->setSpacing(10);

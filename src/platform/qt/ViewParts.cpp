@@ -9,11 +9,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtTips.h"
+#include "platform/qt/WindowHints.h"
 
 namespace quillbox {
 
@@ -118,6 +120,17 @@ class TintFilter : public QObject {
 };
 
 }  // namespace
+
+void DialogView::AppearOrGo() {
+  FormView::AppearOrGo();
+  const unsigned shows = GetForm().Shows();
+  if (std::exchange(shows_, shows) == shows || !GetForm().GetVisible()) return;
+  if (coming_ == Coming::ToFrontWithFocus) {
+    ActivateWindow(*this);
+  } else {
+    raise();
+  }
+}
 
 void DialogView::FinishCentered() {
   Form& form = GetForm();

@@ -28,10 +28,18 @@ T& ControlOf(const Form& form, std::string_view name) {
 // The window of a dialog. Its layout decides the size; the middle stays where the form was centred.
 class DialogView : public FormView {
  public:
-  using FormView::FormView;
+  // What is to happen whenever somebody wants to see the dialog, also while it is open.
+  enum class Coming { ToFrontWithFocus, WithoutFocus };
+  DialogView(Form& form, QtTips& tips, Coming coming = Coming::ToFrontWithFocus)
+      : FormView(form, tips), coming_(coming) {}
 
  protected:
+  void AppearOrGo() override;
   void FinishCentered();
+
+ private:
+  Coming coming_;
+  unsigned shows_ = 0;
 };
 
 // A frame with the caption of its control.
