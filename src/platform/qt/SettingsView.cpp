@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -53,7 +54,11 @@ class BrowseButton : public QPushButton {
                                          QStringLiteral("Wave files (*.wav *.WAV);;All files (*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    if (!path_.GetText().empty()) dialog->selectFile(ToQt(path_.GetText()));
+    if (path_.GetText().empty()) {
+      dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    } else {
+      dialog->selectFile(ToQt(path_.GetText()));
+    }
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString& path) { path_.PersonSetText(FromQt(path)); });
     dialog->open();
