@@ -1,0 +1,147 @@
+"""What is measured from outside, the same for every program."""
+import statistics
+import time
+
+import desktop as desktops
+import processes
+from owners import Owner, wait_served
+from trays import Tray
+
+STARTS = 7
+IDLE_SECONDS = 60
+
+
+class Scene:
+    """A desktop with a tray of ours and one program on it."""
+
+    def __init__(self, program):
+        self.program = program
+        self.desktop = desktops.Desktop(panel=False)
+        self.tray = Tray(self.desktop.name)
+        self.process = None
+        self.started = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.tray.close()
+        self.desktop.close()
+
+    def start(self, seconds=10):
+        """Starts the program; seconds until its icon is in the tray, None if none comes."""
+        begin = time.monotonic()
+        self.process = self.program.start(self.desktop)
+        shown = self.tray.await_icon(seconds)
+        self.started = None if shown is None else shown - begin
+        return self.started
+
+    def stop(self):
+        self.desktop.end(self.process)
+        time.sleep(0.2)
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def settle(self, seconds=1.5):
+        time.sleep(seconds)
+        if self.process.poll() is not None:
+            raise RuntimeError(f"{self.program.name} has ended:\n" + self.desktop.log(self.program.command[0]))
+
+    def highest_pss(self, seconds):
+        """Pages shared with whatever else runs count in part: the highest of many samples is the truest."""
+        end = time.monotonic() + seconds
+        best = 0
+        while time.monotonic() < end:
+            best = max(best, processes.pss(self.pid))
+            time.sleep(0.25)
+        return best
+
+
+def start(program):
+    """Seconds to the icon and seconds of processor time until then: the least of several starts each."""
+    times, cpu = [], []
+    with Scene(program) as scene:
+        for _ in range(STARTS):
+            if scene.start() is None:
+                return None
+            cpu.append(processes.cpu(scene.pid))
+            times.append(scene.started)
+            scene.settle(0.3)
+            scene.stop()
+    return {"icon": min(times), "cpu": min(cpu)}
+
+
+def idle(program, clipboard=None, seconds=IDLE_SECONDS):
+    """Wake-ups of all threads in the seconds, and the PSS in MiB, with that text on the clipboard."""
+    with Scene(program) as scene:
+        owner = Owner(scene.desktop.name)
+        if clipboard is not None:
+            owner.copy(clipboard)
+        scene.start()
+        scene.settle(3)
+        before = processes.wakeups(scene.pid)
+        pss = scene.highest_pss(seconds)
+        result = {"wakeups": processes.wakeups(scene.pid) - before, "pss": pss, "rss": processes.rss(scene.pid)}
+        owner.close()
+        return result
+
+
+def texts(program, length, count=100, interval=0.05):
+    """Copies `count` texts: processor time for them, PSS afterwards; how many of them the program has read."""
+    with Scene(program) as scene:
+        owner = Owner(scene.desktop.name)
+        scene.start()
+        scene.settle()
+        before = processes.cpu(scene.pid)
+        read = 0
+        for number in range(count):
+            owner.copy(f"{number:5}".ljust(length, "x"))
+            time.sleep(interval)
+            read += bool(owner.served)
+        time.sleep(0.5)
+        result = {"cpu": processes.cpu(scene.pid) - before, "read": read}
+        scene.settle(2)
+        result["pss"] = scene.highest_pss(10)
+        owner.close()
+        result["entries"] = program.count(scene.desktop) if program.count else None
+        return result
+
+
+def after_hang(program, rounds=5):
+    """An owner hangs, another program copies a second later: seconds until that text has been read."""
+    with Scene(program) as scene:
+        scene.start()
+        scene.settle()
+        hanging, healthy = Owner(scene.desktop.name, hangs=True), Owner(scene.desktop.name)
+        taken = []
+        for number in range(rounds):
+            hanging.copy("never given")
+            time.sleep(1)
+            healthy.copy(f"after the hang {number}")
+            taken.append(wait_served(healthy, 20))
+        hanging.close()
+        healthy.close()
+        return None if None in taken else {"least": min(taken), "median": statistics.median(taken)}
+
+
+def large(program, size=50_000_000):
+    """One copy of `size` bytes: the peak of resident memory in MiB, and what stays when the next text has come."""
+    with Scene(program) as scene:
+        owner = Owner(scene.desktop.name)
+        scene.start()
+        scene.settle()
+        owner.copy("before")
+        scene.settle()
+        before = processes.rss(scene.pid)
+        processes.reset_peak(scene.pid)
+        owner.copy(b"x" * size)
+        read = wait_served(owner, 30)
+        scene.settle(2)
+        peak = processes.peak(scene.pid)
+        owner.copy("next")
+        scene.settle(2)
+        result = {"peak": peak, "stays": processes.rss(scene.pid) - before, "read": read}
+        owner.close()
+        return result
