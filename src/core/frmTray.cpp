@@ -110,15 +110,7 @@ void frmTray::Form_Load() {
   padPage.Text101.SetText(u"");
   toDoPage.Text1.SetText(u"");
   window.Timer1.SetEnabled(true);
-  if (settings.ReadSetting(section::kIntern, u"StartHelp", u"") != u"No") ShowStartHelpAlone();
-}
-
-void frmTray::ShowStartHelpAlone() {
-  // The help takes the place on top from the main window, which brings that up: a start leaves it in the
-  // tray.
-  const bool shown = form.GetVisible();
-  startHelp.Show();
-  if (!shown) form.Hide();
+  if (settings.ReadSetting(section::kIntern, u"StartHelp", u"") != u"No") startHelp.Show();
 }
 
 void frmTray::RefuseSecondInstance() {

@@ -66,7 +66,6 @@ class frmTray {
   void RefuseSecondInstance();
   void RestoreClipboard();
   void RecordVersion();
-  void ShowStartHelpAlone();
   void SaveLists();
   void RebuildMenus();
   void SysTrayMouseEventHandler();
