@@ -7,7 +7,7 @@ import time
 import Xlib.display
 import Xlib.error
 from Xlib import X, Xatom
-from Xlib.protocol import event
+from Xlib.protocol import event, request
 
 CHUNK = 200_000  # bytes
 
@@ -50,8 +50,10 @@ class Owner:
         self.display.sync()
 
     def clear(self):
-        """Gives the clipboard up: it is empty then, on purpose. Called from the thread of the owner only."""
-        self.display.set_selection_owner(X.NONE, self.atom("CLIPBOARD"), self.time)
+        """Gives the clipboard up: it is empty then, on purpose."""
+        request.SetSelectionOwner(display=self.display.display, window=X.NONE, selection=self.atom("CLIPBOARD"),
+                                  time=X.CurrentTime)
+        self.display.sync()
 
     def close(self):
         """The program ends: its windows and its selection go away."""
@@ -90,33 +92,33 @@ class Owner:
 
     # --- answers
 
-    def answer(self, request, target):
+    def answer(self, question, target):
         if target == "TARGETS":
-            self.put(request, Xatom.ATOM, 32, [self.atom(name) for name in ("TARGETS", *self.offers)])
+            self.put(question, Xatom.ATOM, 32, [self.atom(name) for name in ("TARGETS", *self.offers)])
         elif target in self.offers:
             data = self.offers[target]
             if len(data) > CHUNK:
-                self.begin(request, target, [data[at:at + CHUNK] for at in range(0, len(data), CHUNK)], len(data))
+                self.begin(question, target, [data[at:at + CHUNK] for at in range(0, len(data), CHUNK)], len(data))
             else:
-                self.put(request, self.atom(target), 8, data)
+                self.put(question, self.atom(target), 8, data)
                 self.served.set()
         else:
-            self.notify(request, X.NONE)
+            self.notify(question, X.NONE)
 
-    def put(self, request, kind, width, data):
-        request.requestor.change_property(request.property, kind, width, data)
-        self.notify(request, request.property)
+    def put(self, question, kind, width, data):
+        question.requestor.change_property(question.property, kind, width, data)
+        self.notify(question, question.property)
 
-    def notify(self, request, at):
-        request.requestor.send_event(event.SelectionNotify(
-            time=request.time, requestor=request.requestor, selection=request.selection, target=request.target,
+    def notify(self, question, at):
+        question.requestor.send_event(event.SelectionNotify(
+            time=question.time, requestor=question.requestor, selection=question.selection, target=question.target,
             property=at), 0)
 
-    def begin(self, request, target, parts, announced):
+    def begin(self, question, target, parts, announced):
         """Hands over in parts, each when the one before it was taken."""
-        request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-        self.transfers[(request.requestor.id, request.property)] = (self.atom(target), iter([*parts, b""]))
-        self.put(request, self.atom("INCR"), 32, [announced])
+        question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+        self.transfers[(question.requestor.id, question.property)] = (self.atom(target), iter([*parts, b""]))
+        self.put(question, self.atom("INCR"), 32, [announced])
 
     def go_on(self, window, at):
         transfer = self.transfers.get((window.id, at))
@@ -136,7 +138,7 @@ class Owner:
 class Silent(Owner):
     """Never answers."""
 
-    def answer(self, request, target):
+    def answer(self, question, target):
         pass
 
 
@@ -146,12 +148,12 @@ class Trickle(Owner):
     PAUSE = 0.05
     waiting = None
 
-    def answer(self, request, target):
+    def answer(self, question, target):
         if target in self.offers:
             data = self.offers[target]
-            self.begin(request, target, [data[at:at + 1] for at in range(len(data))], len(data))
+            self.begin(question, target, [data[at:at + 1] for at in range(len(data))], len(data))
         else:
-            super().answer(request, target)
+            super().answer(question, target)
 
     def go_on(self, window, at):
         if (window.id, at) in self.transfers:
@@ -173,11 +175,11 @@ class DiesInTheMiddle(Owner):
 
     left = 2
 
-    def answer(self, request, target):
+    def answer(self, question, target):
         if target in self.offers:
-            self.begin(request, target, [b"x" * 1000] * 10, 10_000)
+            self.begin(question, target, [b"x" * 1000] * 10, 10_000)
         else:
-            super().answer(request, target)
+            super().answer(question, target)
 
     def go_on(self, window, at):
         super().go_on(window, at)
@@ -201,38 +203,38 @@ class Liar(Owner):
         self.lie = lie
         super().__init__(name, {"UTF8_STRING": b"a lie: " + lie.encode()})
 
-    def answer(self, request, target):
+    def answer(self, question, target):
         lie, data = self.lie, self.offers.get(target)
         if target == "TARGETS" and lie == "targets as text":
-            self.put(request, Xatom.STRING, 8, b"UTF8_STRING")
+            self.put(question, Xatom.STRING, 8, b"UTF8_STRING")
         elif data is None:
-            super().answer(request, target)
+            super().answer(question, target)
         elif lie == "text as numbers":
-            self.put(request, Xatom.INTEGER, 32, [1, 2, 3])
+            self.put(question, Xatom.INTEGER, 32, [1, 2, 3])
         elif lie == "text of 16-bit units":
-            self.put(request, self.atom("UTF8_STRING"), 16, [65, 66, 67])
+            self.put(question, self.atom("UTF8_STRING"), 16, [65, 66, 67])
         elif lie == "no property":
-            self.notify(request, request.property)
+            self.notify(question, question.property)
         elif lie == "other target":
-            self.put(request, self.atom("image/png"), 8, data)
+            self.put(question, self.atom("image/png"), 8, data)
         elif lie == "incr too short":
-            self.begin(request, target, [b"more than was said"] * 1000, 3)
+            self.begin(question, target, [b"more than was said"] * 1000, 3)
         elif lie == "incr too long":
-            self.begin(request, target, [data], 0x7FFFFFFF)
+            self.begin(question, target, [data], 0x7FFFFFFF)
         elif lie == "incr of numbers":
-            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(request.requestor.id, request.property)] = (Xatom.INTEGER, iter([data, b""]))
-            self.put(request, self.atom("INCR"), 32, [len(data)])
+            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(question.requestor.id, question.property)] = (Xatom.INTEGER, iter([data, b""]))
+            self.put(question, self.atom("INCR"), 32, [len(data)])
         elif lie == "incr without length":
-            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(request.requestor.id, request.property)] = (self.atom(target), iter([data, b""]))
-            self.put(request, self.atom("INCR"), 8, b"")
+            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(question.requestor.id, question.property)] = (self.atom(target), iter([data, b""]))
+            self.put(question, self.atom("INCR"), 8, b"")
         elif lie == "incr twice":
-            request.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(request.requestor.id, request.property)] = (self.atom("INCR"), iter([b"", b""]))
-            self.put(request, self.atom("INCR"), 32, [5])
+            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
+            self.transfers[(question.requestor.id, question.property)] = (self.atom("INCR"), iter([b"", b""]))
+            self.put(question, self.atom("INCR"), 32, [5])
         else:
-            super().answer(request, target)
+            super().answer(question, target)
 
 
 class Reader:

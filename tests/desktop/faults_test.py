@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """Whatever an owner of the clipboard does: the program goes on, its window answers, the next copy is taken."""
+import pathlib
+import threading
 import time
 import unittest
 import zlib
 
 import datafiles
 from case import DesktopCase, TRIES
-from clients import DiesInTheMiddle, Liar, Owner, Reader, Silent, Trickle
+from clients import DiesInTheMiddle, Liar, Owner, Silent, Trickle
 from desktop import wait_for
 
 STOP = 50.0  # milliseconds that the event loop may stand still
@@ -15,7 +17,7 @@ MOST = 32_000  # characters of an entry
 
 def memory(process):
     """Resident memory in MiB."""
-    for line in open(f"/proc/{process.pid}/status"):
+    for line in pathlib.Path(f"/proc/{process.pid}/status").read_text().splitlines():
         if line.startswith("VmRSS"):
             return int(line.split()[1]) / 1024
     raise AssertionError("no VmRSS")
@@ -23,7 +25,7 @@ def memory(process):
 
 def processor_time(process):
     """Seconds of processor time used so far."""
-    fields = open(f"/proc/{process.pid}/stat").read().rsplit(")", 1)[1].split()
+    fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rsplit(")", 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / 100
 
 
@@ -121,17 +123,10 @@ class BadOwners(DesktopCase):
         before = memory(self.desktop.program)
 
         def changes():
-            start, number = time.monotonic(), 0
-            reader = Changer(self.desktop.name)
-            while (now := time.monotonic() - start) < 10:
-                if number < now * 200:
-                    number += 1
-                    reader.change(f"change {number}".encode())
-                else:
-                    time.sleep(0.001)
-            reader.change(b"the last change")
-            self.assertGreater(number, 1500, "changes made")
-            return reader
+            changer = Changer(self.desktop.name, 10)
+            self.assertTrue(changer.done.wait(30))
+            self.assertGreater(changer.number, 1500, "changes made")
+            return changer
 
         self.survive_changes(changes)
         self.assertLess(memory(self.desktop.program) - before, 30, "MiB more than before")
@@ -162,12 +157,10 @@ class BadOwners(DesktopCase):
     def test_explicit_clear_stays_a_clear(self):
         owner = Owner(self.desktop.name, {"UTF8_STRING": b"to be cleared"})
         self.newest_becomes("to be cleared")
-        clearer = Reader(self.desktop.name)
-        clearer.display.set_selection_owner(0, clearer.selection, 0)
-        clearer.display.sync()
+        owner.clear()
         time.sleep(1)
-        self.assertEqual(0, clearer.display.get_selection_owner(clearer.selection))
-        clearer.close()
+        atom = self.desktop.display.intern_atom("CLIPBOARD")
+        self.assertEqual(0, self.desktop.display.get_selection_owner(atom))
         owner.close()
         self.assertIsNone(self.desktop.paste())
         self.next_copy_is_taken()
@@ -189,16 +182,32 @@ class BadOwners(DesktopCase):
 
 
 class Changer(Owner):
-    """Copies again and again from one window, as a program that follows a selection does."""
+    """Copies RATE times a second for so many seconds, from one window, as a program that follows a selection does."""
 
-    def __init__(self, name):
+    RATE = 200
+
+    def __init__(self, name, seconds):
+        self.start = time.monotonic()
+        self.seconds, self.number = seconds, 0
+        self.done = threading.Event()
         super().__init__(name, {"UTF8_STRING": b"change 0"})
+
+    def tick(self):
+        if self.done.is_set():
+            return None
+        now = time.monotonic() - self.start
+        if now >= self.seconds:
+            self.change(b"the last change")
+            self.done.set()
+            return None
+        if (ahead := self.number / self.RATE - now) > 0:
+            return ahead
+        self.number += 1
+        self.change(f"change {self.number}".encode())
+        return 0
 
     def change(self, text):
         self.offers = {"UTF8_STRING": text}
-        self.own_again()
-
-    def own_again(self):
         self.window.set_selection_owner(self.atom("CLIPBOARD"), 0)
         self.display.flush()
 

@@ -27,7 +27,7 @@ class Asked:
 
 
 def question(display, window, number, protocols, ping):
-    return event.ClientMessage(window=window, client_type=protocols, data=(32, [ping, number, window, 0, 0]))
+    return event.ClientMessage(window=window, client_type=protocols, data=(32, [ping, number, window.id, 0, 0]))
 
 
 def echo(write):
@@ -48,7 +48,8 @@ def echo(write):
 def measure(target, comparison):
     display = Xlib.display.Display()
     root = display.screen().root
-    root.change_attributes(event_mask=X.SubstructureNotifyMask)
+    # Toolkits differ in whom they send the answer to.
+    root.change_attributes(event_mask=X.SubstructureNotifyMask | X.StructureNotifyMask)
     protocols, ping = (display.intern_atom(name) for name in ("WM_PROTOCOLS", "_NET_WM_PING"))
     asked = {window: Asked(display.create_resource_object("window", window)) for window in (target, comparison)}
     start = time.monotonic()

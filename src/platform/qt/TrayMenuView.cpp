@@ -6,6 +6,37 @@
 
 namespace quillbox {
 
+namespace {
+
+// For a host that draws the menu itself: there an underscore is the mark, a doubled one is shown, and an
+// ampersand is a plain character. Qt makes the first ampersand such a mark and leaves everything else as it
+// is.
+QString HostText(const QString& caption) {
+  constexpr QChar kMark = u'&';
+  QString text;
+  bool marked = false;
+  bool plain = false;
+  for (qsizetype at = 0; at < caption.size(); ++at) {
+    const QChar unit = caption[at];
+    if (unit == kMark && at + 1 < caption.size() && caption[at + 1] != kMark) {
+      if (!marked && !plain) {
+        text += kMark;
+        marked = true;
+      }
+      continue;
+    }
+    if (unit == kMark && at + 1 < caption.size()) ++at;
+    if (unit == u'_') text += unit;
+    plain = plain || unit == kMark;
+    text += unit;
+  }
+  // Its first ampersand would become a mark: the mark goes to a character that nobody sees.
+  if (plain && !marked) text.prepend(QStringLiteral("&\u200B"));
+  return text;
+}
+
+}  // namespace
+
 TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
     : dispatcher_(dispatcher), menu_(std::make_unique<QMenu>()) {
   menu_->setObjectName(QString::fromStdString(root.Name()));
@@ -13,7 +44,7 @@ TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
   QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(), [this] {
     if (following_ || !BeforeHostOpens) return;
     BeforeHostOpens();
-    Follow();
+    Follow(true);
   });
 }
 
@@ -39,12 +70,13 @@ void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
   }
 }
 
-void TrayMenuView::Follow() {
+void TrayMenuView::Follow(bool forHost) {
   for (const auto& [item, action] : actions_) {
     action->setVisible(item->GetVisible());
     if (item->IsSeparator() || !item->GetVisible()) continue;
     // A tab would begin a shortcut's column; captions hold none.
-    action->setText(ToQt(item->GetCaption()));
+    const QString caption = ToQt(item->GetCaption());
+    action->setText(forHost ? HostText(caption) : caption);
     if (item->Name() == "mnuOnTop") {
       action->setCheckable(true);
       action->setChecked(item->GetChecked());
@@ -53,7 +85,7 @@ void TrayMenuView::Follow() {
 }
 
 void TrayMenuView::OpenAt(const QPoint& place) {
-  Follow();
+  Follow(false);
   following_ = true;
   menu_->popup(place);
   following_ = false;

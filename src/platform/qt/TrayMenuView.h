@@ -16,7 +16,7 @@ class TrayMenuView {
   ~TrayMenuView();
 
   // Takes over captions, visibility and check marks.
-  void Follow();
+  void Follow(bool forHost);
   void OpenAt(const QPoint& place);
   QMenu* Menu() const { return menu_.get(); }
   // Before a host that draws the menu itself shows it: the items are brought up to date.
