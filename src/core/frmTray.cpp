@@ -97,6 +97,8 @@ void frmTray::Form_Load() {
   tray.SysTrayAdd();
   watcher.ResetBlink();
   setup.GetClesAndLists();
+  // Ended while a message about a data file stood open.
+  if (!Running()) return;
   IgnoreFailure([this] { RestoreClipboard(); });
   RebuildMenus();
   RecordVersion();

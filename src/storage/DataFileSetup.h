@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/Platform.h"
 #include "storage/DataFiles.h"
 
@@ -17,6 +19,9 @@ class DataFileSetup {
   void GetClesAndLists();
 
  private:
+  // Fills the list of that file; `own`: from the user's file, not from the template.
+  void Fill(TextView name, const std::function<void(const Text& path, bool own)>& read);
+
   DataFiles& files_;
   PadList& pad_;
   ClipList& clip_;

@@ -34,6 +34,10 @@ Text DataFiles::TemplateFile(TextView name) const {
 
 bool DataFiles::IsSaved(TextView name) const { return unsaved_.find(name) == unsaved_.end(); }
 
+void DataFiles::HoldSaves() {
+  for (const Kind* kind : {&kPad, &kClip, &kToDo}) held_.emplace(kind->fileName);
+}
+
 const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
   if (slots(index).Length() > kMaxEntryLength)
     slots.Set(index, SharedText(CutTo(slots(index).Get(), kMaxEntryLength)));
@@ -41,6 +45,7 @@ const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
 }
 
 void DataFiles::Save(const Kind& kind, const std::function<void(LineWriter&)>& appendEntries) {
+  if (IsHeld(kind.fileName)) return;
   const Text path = UserFile(kind.fileName);
   try {
     const auto put = [&](Encoding encoding) {

@@ -32,6 +32,13 @@ class DataFiles {
   // Whether the last save of that file succeeded. True before the first one.
   bool IsSaved(TextView name) const;
 
+  // The lists are about to be read. Until a list has been, its save does nothing: a message that stands open
+  // meanwhile lets other inputs in, an end of the program among them, and the file holds what the list lacks.
+  void HoldSaves();
+  // Whether the list of that file is still to be read.
+  bool IsHeld(TextView name) const { return held_.find(name) != held_.end(); }
+  void Release(TextView name) { held_.erase(Text(name)); }
+
   // Add the file's entries at the bottom of the list, up to the list's maximum.
   void ReadPadFile(const Text& path);
   void ReadClipFile(const Text& path);
@@ -62,6 +69,8 @@ class DataFiles {
   std::vector<Text> unread_;
   // The names of files whose last save failed: memory alone holds what their lists hold.
   std::set<Text, std::less<>> unsaved_;
+  // The names of files whose lists are being read or still to be read.
+  std::set<Text, std::less<>> held_;
 };
 
 }  // namespace quillbox

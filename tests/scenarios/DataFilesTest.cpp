@@ -1,5 +1,7 @@
 #include <filesystem>
+#include <utility>
 
+#include "platform/forms/Dispatcher.h"
 #include "scenarios/Scenario.h"
 
 namespace quillbox {
@@ -109,6 +111,51 @@ TEST_F(DataFilesOfTheProgram, AFileCutOffKeepsItsWholeEntries) {
   entries.resize(5);
   Do("end");
   EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", entries)) << "the next write replaces the damaged file";
+}
+
+// The icon is there while the lists are read, and a message about one of them waits for an answer.
+TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
+  const std::string damaged(91, 'x');
+  const std::string clips = File("CLIP", {{"newest"}, {"older"}, {"oldest of the three"}});
+  const std::string tasks = File("TODO", {{"False", "a task"}, {"True", "another task"}});
+  WriteData("PadData.qbx", damaged);
+  WriteData("ClipData.qbx", clips);
+  WriteData("ToDoData.qbx", tasks);
+  MemoryWorld& world = console.World();
+  world.messageBoxes.WhileOpen = [&] {
+    world.trayIcon.Press(516);
+    world.windows.OpenMenu()->Find("mnuEnd")->Click();
+  };
+  Do("start");
+  EXPECT_EQ(Do("running"), Values{"0"});
+  EXPECT_EQ(Box().size(), 3u);
+  EXPECT_EQ(Do("tray").at(0), "0");
+  EXPECT_EQ(DataFile("PadData.qbx"), damaged);
+  EXPECT_EQ(DataFile("ClipData.qbx"), clips);
+  EXPECT_EQ(DataFile("ToDoData.qbx"), tasks);
+  Tick();
+  EXPECT_EQ(Clipboard(), "") << "nothing of the start goes on";
+}
+
+// Of two reads one within the other, each list is filled by one.
+TEST_F(DataFilesOfTheProgram, AReloadWhileDamageIsReportedFillsEachListOnce) {
+  WriteData("PadData.qbx", std::string(91, 'x'));
+  WriteData("ClipData.qbx", File("CLIP", {{"newest"}, {"older"}, {"oldest of the three"}}));
+  MemoryWorld& world = console.World();
+  bool first = true;
+  world.messageBoxes.WhileOpen = [&] {
+    if (!std::exchange(first, false)) return;
+    world.trayIcon.Press(516);
+    world.windows.OpenMenu()->Find("mnuSettings")->Click();
+    for (Form* form : world.windows.Foreground()->GetDispatcher().Forms()) {
+      if (form->Name() != "frmSettings") continue;
+      form->Find("Command1")->PersonClick();
+      break;
+    }
+  };
+  Do("start");
+  EXPECT_EQ(Rows("List2"), (Values{"newest", "older", "oldest of the three"}));
+  EXPECT_EQ(Slots("ClipEntries"), Rows("List2"));
 }
 
 TEST_F(DataFilesOfTheProgram, AToDoFileCutOffKeepsTheRowsItHas) {
