@@ -35,8 +35,8 @@ int main(int argc, char** argv) {
     atExit = &program;
     std::atexit(SaveAtExit);
     const int result = program.Start() ? QApplication::exec() : 0;
+    program.Finish();
     atExit = nullptr;
-    program.HandClipboardOver();
     return result;
   } catch (const quillbox::RuntimeError& error) {
     qCritical("quillbox: %s", error.what());

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QFrame>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -20,32 +19,13 @@
 #include "platform/forms/Picture.h"
 #include "platform/forms/ScrollBar.h"
 #include "platform/forms/UpDown.h"
+#include "platform/qt/ClickLabel.h"
 #include "platform/qt/Icons.h"
 #include "platform/qt/QtText.h"
 
 namespace quillbox {
 
 namespace {
-
-// A label that hands its clicks on.
-class ClickLabel : public QLabel {
- public:
-  ClickLabel(QWidget* parent, Label& label) : QLabel(parent), label_(label) {
-    setTextFormat(Qt::PlainText);
-    if (label.Click || label.DblClick) setCursor(Qt::PointingHandCursor);
-  }
-
- protected:
-  void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) label_.PersonClick();
-  }
-  void mouseDoubleClickEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton && label_.DblClick) label_.PersonDoubleClick();
-  }
-
- private:
-  Label& label_;
-};
 
 void Name(QWidget& widget, const QString& name) {
   if (!name.isEmpty()) widget.setAccessibleName(name);

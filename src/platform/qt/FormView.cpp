@@ -97,9 +97,13 @@ void FormView::FollowTopmost() {
 
 void FormView::FollowFocus() {
   const Control* const focused = form_.GetDispatcher().Focused();
-  if (!focused) return;
+  // Only a change is followed: between two, a person may go through the labels, which the form knows nothing
+  // of.
+  if (!focused || focused == followed_) return;
   for (const Joined& joined : joined_) {
-    if (joined.control == focused && focusWidget() != joined.widget && joined.control->IsReachable()) {
+    if (joined.control == focused && joined.control->IsReachable()) {
+      followed_ = focused;
+      if (focusWidget() == joined.widget) return;
       const bool before = std::exchange(drawing_, true);
       joined.widget->setFocus(Qt::OtherFocusReason);
       drawing_ = before;
@@ -138,7 +142,9 @@ void FormView::keyPressEvent(QKeyEvent* event) {
   CommandButton* button = nullptr;
   if (event->key() == Qt::Key_Escape) button = form_.CancelButton();
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) button = form_.DefaultButton();
-  if (button && button->IsReachable()) {
+  if (event->key() == Qt::Key_F1) {
+    if (Help) Help();
+  } else if (button && button->IsReachable()) {
     button->PersonClick();
   } else {
     QWidget::keyPressEvent(event);

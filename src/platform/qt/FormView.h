@@ -20,6 +20,8 @@ class FormView : public QWidget {
   QtTips& Tips() const { return tips_; }
   // Joins a control and the widget that shows it. `draw` is called when the control has changed.
   void Join(Control& control, QWidget& widget, std::function<void()> draw);
+  // The person asks for help.
+  std::function<void()> Help;
   // Draws what has changed since the last time, and shows or hides the window.
   void Refresh();
 
@@ -51,6 +53,7 @@ class FormView : public QWidget {
   QtTips& tips_;
   std::deque<Joined> joined_;  // grows while it is drawn: a page is made when it is first in front
   unsigned long drawn_ = 0;
+  const Control* followed_ = nullptr;  // the focus that the window has taken over last
   bool drawing_ = false;
   bool above_ = false;
 };

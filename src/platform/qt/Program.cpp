@@ -4,6 +4,7 @@
 #include <QSessionManager>
 
 #include "platform/qt/AboutView.h"
+#include "platform/qt/Help.h"
 #include "platform/qt/MainView.h"
 #include "platform/qt/MessageView.h"
 #include "platform/qt/SettingsView.h"
@@ -35,7 +36,11 @@ Program::Program(EndingSignals& signals)
     views_.Refresh();
     OnShown();
   };
-  views_.Make = [this](Form& form) { return MakeView(form); };
+  views_.Make = [this](Form& form) {
+    std::unique_ptr<FormView> view = MakeView(form);
+    if (view) view->Help = [this, &form] { OpenHelp(system_.HelpFolder(), HelpPageFor(form)); };
+    return view;
+  };
   // Without a tray the hidden window stands in the task bar, and must be there for that.
   views_.IsNeeded = [this](const Form& form) { return &form == &frmTray_->form && !trayIcon_.Reachable(); };
   presence_.Changed = [this] {
@@ -126,7 +131,10 @@ void Program::End(CloseReason reason) {
   });
 }
 
-void Program::HandClipboardOver() { clipboard_.HandOver(); }
+void Program::Finish() {
+  End(CloseReason::System);
+  clipboard_.HandOver();
+}
 
 void Program::SaveAfterLoss() {
   if (!frmTray_ || !frmTray_->Running()) return;

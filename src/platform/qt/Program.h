@@ -34,8 +34,9 @@ class Program {
   bool Start();
   // Ends by itself: signals, the end of the session.
   void End(CloseReason reason);
-  // After the end: a text that we own outlives us where a clipboard manager takes it over.
-  void HandClipboardOver();
+  // After the event loop: ends what has not ended yet, the session being over; and a text that we own
+  // outlives us where a clipboard manager takes it over.
+  void Finish();
   // The X server has gone away: no window can be drawn any more, the lists are saved.
   void SaveAfterLoss();
 

@@ -6,13 +6,13 @@
 #include <QGroupBox>
 #include <QHelpEvent>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 #include <utility>
 
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"
+#include "platform/qt/ClickLabel.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtTips.h"
 #include "platform/qt/WindowHints.h"
@@ -21,25 +21,9 @@ namespace quillbox {
 
 namespace {
 
-class Clickable : public QLabel {
+class ElidedLabel : public ClickLabel {
  public:
-  Clickable(QWidget* parent, Control& control) : QLabel(parent), control_(control) {
-    setTextFormat(Qt::PlainText);
-    if (control.Click) setCursor(Qt::PointingHandCursor);
-  }
-
- protected:
-  void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) control_.PersonClick();
-  }
-
- private:
-  Control& control_;
-};
-
-class ElidedLabel : public Clickable {
- public:
-  using Clickable::Clickable;
+  using ClickLabel::ClickLabel;
   QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
  protected:
@@ -148,7 +132,7 @@ QGroupBox* MakeFrame(FormView& view, Picture& frame) {
 }
 
 QLabel* MakeImage(FormView& view, Picture& picture, const QIcon& icon, int size, const QString& name) {
-  auto* const widget = new Clickable(&view, picture);
+  auto* const widget = new ClickLabel(&view, picture);
   widget->setPixmap(icon.pixmap(QSize(size, size), view.devicePixelRatioF()));
   widget->setAccessibleName(name);
   view.Join(picture, *widget, {});
