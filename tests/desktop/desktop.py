@@ -5,6 +5,7 @@ Everything runs in scratch folders and is ended with the desktop, whatever happe
 import ctypes
 import os
 import pathlib
+import pwd
 import shutil
 import signal
 import subprocess
@@ -63,10 +64,6 @@ def wait_for(what, condition, seconds=15.0, pause=0.01):
         time.sleep(pause)
 
 
-def user_name():
-    import pwd
-
-    return pwd.getpwuid(os.getuid()).pw_name
 
 
 def _dies_with_its_test():
@@ -84,6 +81,7 @@ class Desktop:
         self.processes = []
         self.program = None
         self.display = None
+        self.user = os.getuid()  # whose data and settings they are
         try:
             self._start(window_manager, panel, bus, accessibility, screen)
         except BaseException:
@@ -238,7 +236,7 @@ class Desktop:
     @property
     def data(self):
         """The folder of the data files."""
-        return self.folder / "data" / "quillbox" / user_name()
+        return self.folder / "data" / "quillbox" / pwd.getpwuid(self.user).pw_name
 
     def settings(self, **intern):
         """Writes the settings of a user who has used the program before; names are those of section Intern."""
@@ -246,11 +244,25 @@ class Desktop:
         folder.mkdir(mode=0o700, exist_ok=True)
         lines = "".join(f'"{name}"="{value}"\n' for name, value in intern.items())
         (folder / "user.reg").write_bytes(
-            USED_BEFORE.format(user=user_name(), intern=lines).replace("\n", "\r\n").encode("cp1252"))
+            USED_BEFORE.format(user=pwd.getpwuid(self.user).pw_name, intern=lines).replace("\n", "\r\n").encode("cp1252"))
 
-    def start_program(self, wait=True, **options):
+    def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""
-        self.program = self.start(PROGRAM, **options)
+        return self._started(self.start(PROGRAM), wait)
+
+    def start_program_as(self, user, wait=True):
+        """The same as another user, for root only: all folders become the user's."""
+        program = self.folder / "quillbox"
+        if not program.exists():
+            # That user may have no right to the build folder.
+            shutil.copy(PROGRAM, program)
+        for path in (self.folder, *self.folder.rglob("*")):
+            if not path.is_symlink():
+                os.chown(path, user, user)
+        return self._started(self.start("setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", program), wait)
+
+    def _started(self, process, wait):
+        self.program = process
         if wait:
             wait_for("Quillbox in reach", self.reach, 10)
         return self.program
