@@ -47,8 +47,13 @@ need_packages() {
   fi
 }
 
+# What the package tools say matters only when they fail.
 install_packages() {
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "$@" >/dev/null
+  local said
+  said=$(as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "$@" 2>&1) || {
+    printf '%s\n' "$said" >&2
+    return 1
+  }
 }
 
 # build FOLDER PRESET TARGETS [CMAKE OPTION...]: configures and builds in FOLDER; TARGETS are words in one argument.
