@@ -86,7 +86,8 @@ int MainWindow::ShowMessage(const Text& text, int code, const Text& title) {
   if (exchange) onTop_.OnTopClear(form);
   const int button =
       form.GetDispatcher().WhileWaiting([&] { return platform_.messageBoxes.Show(text, code, title); });
-  if (exchange) onTop_.OnTopSet(form);
+  // The person may have ended the program meanwhile.
+  if (exchange && form.GetLoaded()) onTop_.OnTopSet(form);
   return button;
 }
 

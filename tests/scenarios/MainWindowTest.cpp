@@ -66,6 +66,16 @@ TEST_F(MainWindowOnItsOwn, AMessageBringsATopmostWindowUp) {
   EXPECT_EQ(Get("frmTray", "Topmost"), "1");
 }
 
+TEST_F(MainWindowOnItsOwn, AMessageThatOutlivesTheProgramBringsNothingUp) {
+  Set("Warning", "1");
+  Do("start");
+  console.World().messageBoxes.WhileOpen = [this] { Do("end"); };
+  Copy(std::string(32001, 'x'));
+  EXPECT_EQ(Do("boxes").size(), 3u);
+  EXPECT_EQ(Do("running"), Values{"0"});
+  EXPECT_EQ(Get("frmTray", "Visible"), "0");
+}
+
 TEST_F(MainWindowOnItsOwn, AMessageLeavesAWindowThatIsNotTopmostAlone) {
   Set("Warning", "1");
   Set("AlwaysOnTop", "2");
