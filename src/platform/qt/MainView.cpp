@@ -42,11 +42,13 @@ MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayRea
   layout->addWidget(tabs_);
   layout->addWidget(stack_, 1);
 
+  buttons_ = {MakeButton(*this, program_.window.Command47), MakeButton(*this, program_.window.Command48),
+              MakeButton(*this, program_.window.Command6)};
   auto* const buttons = new QHBoxLayout;
-  buttons->addWidget(MakeButton(*this, program_.window.Command47));
-  buttons->addWidget(MakeButton(*this, program_.window.Command48));
+  buttons->addWidget(buttons_[0]);
+  buttons->addWidget(buttons_[1]);
   buttons->addStretch(1);
-  buttons->addWidget(MakeButton(*this, program_.window.Command6));
+  buttons->addWidget(buttons_[2]);
   layout->addLayout(buttons);
 
   connect(tabs_, &QTabBar::currentChanged, this, [&tabs](int page) {
@@ -79,6 +81,12 @@ void MainView::ShowPage(int page) {
     auto* const layout = new QVBoxLayout(placeholder);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MakePage(page));
+    // The row of buttons comes behind the page.
+    QWidget* before = previousInFocusChain();
+    for (QWidget* button : buttons_) {
+      setTabOrder(before, button);
+      before = button;
+    }
     const QSize needed = placeholder->minimumSizeHint();
     if (isVisible() && needed.expandedTo(stack_->minimumSize()) != stack_->minimumSize()) Finish();
   }

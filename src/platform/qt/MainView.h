@@ -36,6 +36,7 @@ class MainView : public FormView {
   std::function<bool()> trayReachable_;
   QTabBar* tabs_ = nullptr;
   QStackedWidget* stack_ = nullptr;
+  std::array<QWidget*, 3> buttons_{};
   std::array<bool, 5> made_{};
   bool inTaskbar_ = false;
 };
