@@ -51,7 +51,7 @@ void CalcMemory::Command38_Click() {
 }
 
 void CalcMemory::Command39_Click() {
-  settings_.WriteSetting(section::kCalcEntry, kKey, {});
+  settings_.WriteSetting(section::kCalcEntry, kKey, Text());
   EnableRecall(false);
   display_.SetFinished();
 }

@@ -163,6 +163,7 @@ TEST_F(CalcExtras, MemoryKeepsTheTextAndSurvivesARestart) {
   EXPECT_EQ(Press("9 MC"), "9");
   EXPECT_EQ(State(), "||k");
   EXPECT_FALSE(Enabled("Command38") || Enabled("Command39"));
+  EXPECT_EQ(settings_.ReadSetting(section::kCalcEntry, u"M1", u"nothing"), u"nothing");
   Program third(world_);
   third.page.RestoreMemory();
   EXPECT_FALSE(third.form.Find("Command38")->GetEnabled());
