@@ -1,4 +1,5 @@
 """Other programs that copy: owners of the clipboard on a connection and a thread of their own."""
+import os
 import select
 import threading
 import time
@@ -26,6 +27,7 @@ class Owner:
         self.pieces = {}
         self.lock = threading.Lock()
         self.ended = False
+        self.wake_read, self.wake_write = os.pipe()
         self.thread = threading.Thread(target=self._run, daemon=True)
         self.thread.start()
 
@@ -36,20 +38,27 @@ class Owner:
             self.served = 0
             self.window.set_selection_owner(self.atoms["CLIPBOARD"], X.CurrentTime)
             self.display.sync()
+        self._wake()  # events may have been taken in with the answer
+
+    def _wake(self):
+        os.write(self.wake_write, b".")
 
     def close(self):
         self.ended = True
+        self._wake()
         self.thread.join()
         self.display.close()
 
     def _run(self):
         while not self.ended:
-            if not self.display.pending_events() and not select.select([self.display.fileno()], [], [], 0.05)[0]:
-                continue
+            ready = select.select([self.display.fileno(), self.wake_read], [], [])[0]
+            if self.wake_read in ready:
+                os.read(self.wake_read, 1)
             with self.lock:
-                while self.display.pending_events():
+                # Sending may take further events in, of which the descriptor then tells nothing.
+                while not self.ended and self.display.pending_events():
                     self._handle(self.display.next_event())
-                self.display.flush()
+                    self.display.flush()
 
     def _handle(self, what):
         if what.type == X.SelectionRequest and not self.hangs:

@@ -1,5 +1,8 @@
-"""What the kernel tells of a process: memory, processor time, wake-ups."""
+"""What the kernel tells of a program, its child processes included: memory, processor time, wake-ups."""
+import os
 import pathlib
+
+TICK = os.sysconf("SC_CLK_TCK")
 
 
 def _number(path, name):
@@ -9,22 +12,39 @@ def _number(path, name):
     raise KeyError(name)
 
 
+def _sum(process, figure):
+    """Adds a figure up over the process and its descendants; one that ends meanwhile counts nothing."""
+    total = 0
+    try:
+        total += figure(process)
+        for task in pathlib.Path(f"/proc/{process}/task").iterdir():
+            for child in (task / "children").read_text().split():
+                total += _sum(int(child), figure)
+    except (OSError, KeyError):
+        pass
+    return total
+
+
 def pss(process):
-    """Its share of the memory in use, in MiB."""
-    return _number(f"/proc/{process}/smaps_rollup", "Pss") / 1024
+    """The share of the memory in use, in MiB."""
+    return _sum(process, lambda each: _number(f"/proc/{each}/smaps_rollup", "Pss")) / 1024
 
 
 def rss(process):
-    return _number(f"/proc/{process}/status", "VmRSS") / 1024
+    return _sum(process, lambda each: _number(f"/proc/{each}/status", "VmRSS")) / 1024
 
 
 def reset_peak(process):
-    pathlib.Path(f"/proc/{process}/clear_refs").write_text("5")
+    def reset(each):
+        pathlib.Path(f"/proc/{each}/clear_refs").write_text("5")
+        return 0
+
+    _sum(process, reset)
 
 
 def peak(process):
     """The most resident memory since `reset_peak`, in MiB."""
-    return _number(f"/proc/{process}/status", "VmHWM") / 1024
+    return _sum(process, lambda each: _number(f"/proc/{each}/status", "VmHWM")) / 1024
 
 
 def _tasks(process):
@@ -32,21 +52,21 @@ def _tasks(process):
 
 
 def cpu(process):
-    """User and system time of its living threads, in seconds, to the nanosecond."""
-    total = 0
-    for task in _tasks(process):
-        total += int((task / "schedstat").read_text().split()[0])
-    return total / 1e9
+    """User and system time in seconds: of living threads to the nanosecond, of ended children in clock ticks."""
+
+    def used(each):
+        running = sum(int((task / "schedstat").read_text().split()[0]) for task in _tasks(each))
+        fields = pathlib.Path(f"/proc/{each}/stat").read_text().rpartition(")")[2].split()
+        return running / 1e9 + (int(fields[13]) + int(fields[14])) / TICK
+
+    return _sum(process, used)
 
 
 def wakeups(process):
-    """How often its threads went to sleep or gave way so far."""
-    return sum(
-        _number(task / "status", "voluntary_ctxt_switches") + _number(task / "status", "nonvoluntary_ctxt_switches")
-        for task in _tasks(process))
+    """How often the threads went to sleep or were interrupted so far."""
 
+    def switches(each):
+        return sum(_number(task / "status", "voluntary_ctxt_switches")
+                   + _number(task / "status", "nonvoluntary_ctxt_switches") for task in _tasks(each))
 
-def libraries(process):
-    """Names of the libraries that it has mapped."""
-    maps = pathlib.Path(f"/proc/{process}/maps").read_text().splitlines()
-    return sorted({line.split("/")[-1] for line in maps if ".so" in line})
+    return _sum(process, switches)

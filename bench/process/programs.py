@@ -56,12 +56,12 @@ def _gtk(name):
 
 
 def peers():
+    # The distribution's ClipIt is only a note that it is gone.
     return [
         Program("CopyQ", ["copyq"], lambda d: _write(
             d, "config/copyq/copyq.conf",
             "[Options]\nmaxitems=100\ndisable_tray=false\nhide_main_window=true\nclose_on_unfocus=false\n")),
         Program("Parcellite", ["parcellite"], _gtk("parcellite")),
-        Program("ClipIt", ["clipit"], _gtk("clipit")),
         Program("Diodon", ["diodon"]),
         Program("xfce4-clipman", ["xfce4-clipman"]),
         Program("Qlipper", ["qlipper"]),

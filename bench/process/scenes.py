@@ -109,6 +109,43 @@ def texts(program, length, count=100, interval=0.05):
         return result
 
 
+def on_disk(program, rounds=40):
+    """Copies of 40 characters: seconds until they stand in the file of the list."""
+    with Scene(program) as scene:
+        owner = Owner(scene.desktop.name)
+        scene.start()
+        scene.settle()
+        path = scene.desktop.data / "ClipData.qbx"
+        taken = []
+        for number in range(rounds):
+            text = f"to the disk {number:3}".ljust(40, ".").encode()
+            owner.copy(text)
+            begin = time.monotonic()
+            while text not in path.read_bytes():
+                if time.monotonic() - begin > 5:
+                    raise RuntimeError("a copy did not reach the disk")
+                time.sleep(0.0003)  # the owner answers on a thread of this process
+            taken.append(time.monotonic() - begin)
+            time.sleep(0.05)
+        owner.close()
+        return {"least": min(taken), "median": statistics.median(taken), "most": max(taken)}
+
+
+def menu(program, starts=5, openings=4):
+    """Seconds from the press on the icon to the menu on the screen: the first of a start, and later ones."""
+    first, later = [], []
+    with Scene(program) as scene:
+        for _ in range(starts):
+            scene.start()
+            scene.settle()
+            first.append(scene.tray.menu_time())
+            later += [scene.tray.menu_time() for _ in range(openings)]
+            scene.stop()
+    if None in first + later:
+        raise RuntimeError(f"the menu of {program.name} did not come up: {first} {later}")
+    return {"first": min(first), "first median": statistics.median(first), "later": statistics.median(later)}
+
+
 def after_hang(program, rounds=5):
     """An owner hangs, another program copies a second later: seconds until that text has been read."""
     with Scene(program) as scene:
