@@ -14,6 +14,7 @@ import time
 
 import Xlib.display
 import Xlib.error
+from Xlib.protocol import event
 
 PROGRAM = os.environ.get("QUILLBOX", "")
 PICTURES = pathlib.Path(os.environ.get("QUILLBOX_PICTURES", "pictures"))
@@ -81,6 +82,7 @@ class Desktop:
         self.processes = []
         self.program = None
         self.display = None
+        self.last_menu = 0.0
         self.user = os.getuid()  # whose data and settings they are
         try:
             self._start(window_manager, panel, bus, accessibility, screen)
@@ -377,7 +379,10 @@ class Desktop:
         self.xdotool("key", *keys)
 
     def open_menu(self):
+        # A second press within the time of a double click would be taken for one.
+        time.sleep(max(0.0, self.last_menu + 0.5 - time.monotonic()))
         self.click_icon(3)
+        self.last_menu = time.monotonic()
         return wait_for("the menu", self.menu)
 
     def show_window(self):
@@ -387,6 +392,13 @@ class Desktop:
             self.click_icon(1)
         wait_for("the main window", lambda: (w := self.window("Quillbox")) and self.is_viewable(w))
         return self.window("Quillbox")
+
+    def close_box(self, window):
+        """A click into the close box, as the window manager's decoration tells it."""
+        message = event.ClientMessage(window=window, client_type=self.display.intern_atom("_NET_CLOSE_WINDOW"),
+                                      data=(32, [Xlib.X.CurrentTime, 2, 0, 0, 0]))
+        self.root.send_event(message, Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
+        self.display.flush()
 
     def copy(self, text, target=None):
         """Copies a text in another program (xclip), which serves it in the background."""

@@ -109,9 +109,7 @@ class Icon(DesktopCase):
 
     def test_close_box_goes_to_the_tray_and_back(self):
         self.desktop.start_program()
-        window = self.desktop.show_window()
-        self.desktop.xdotool("windowactivate", "--sync", window.id)
-        self.desktop.key("alt+F4")
+        self.desktop.close_box(self.desktop.show_window())
         wait_for("the window in the tray", lambda: not self.shown())
         self.assertIsNone(self.desktop.program.poll())
         self.desktop.click_icon(1)

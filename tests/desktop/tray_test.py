@@ -59,9 +59,7 @@ class WithoutTray(DesktopCase):
         self.assertLessEqual(watch.most, 1, "icons at once")
 
     def close_window(self):
-        window = self.desktop.window("Quillbox")
-        self.desktop.xdotool("windowactivate", "--sync", window.id)
-        self.desktop.key("alt+F4")
+        self.desktop.close_box(self.desktop.window("Quillbox"))
 
     def test_start_shows_the_window_and_closing_minimises_it(self):
         self.desktop.start_program()
@@ -174,6 +172,16 @@ class StatusNotifier(DesktopCase):
         again.wait_for_item()
         self.assertEqual(1, len(again.items))
         again.activate()
+        wait_for("the window", self.shown)
+
+    def test_two_activations_in_time_are_a_double_click(self):
+        self.desktop.settings(ClicksToShow="2")
+        host = self.start_with_host()
+        host.activate()
+        time.sleep(1.5)
+        self.assertFalse(self.shown())
+        host.activate()
+        host.activate()
         wait_for("the window", self.shown)
 
     def test_both_kinds_of_tray_show_one_icon(self):
