@@ -19,7 +19,9 @@ RegistryPlaces Below(const std::string& folder) {
 
 int WatchedCalls::Sync(int fd) {
   if (syncSeconds > 0) std::this_thread::sleep_for(std::chrono::seconds(syncSeconds));
-  return SystemCalls::Sync(fd);
+  const int result = SystemCalls::Sync(fd);
+  ++syncs;
+  return result;
 }
 
 BenchProgram::BenchProgram(int clipEntriesMax)
@@ -51,6 +53,18 @@ void BenchProgram::Fill(int rows, std::size_t length) {
     Tick();
   }
   if (program.clip.List2.GetListCount() != rows) throw std::runtime_error("the list isn't filled");
+}
+
+void BenchProgram::AwaitDisk() {
+  // Quiet for a while: nothing was requested any more.
+  for (int before = -1; before != calls->syncs; std::this_thread::sleep_for(std::chrono::milliseconds(3)))
+    before = calls->syncs;
+}
+
+void BareSync(const std::string& path) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  ::fsync(fd);
+  ::close(fd);
 }
 
 void BareWrite(const std::string& path, const std::string& content) {

@@ -24,6 +24,7 @@ class WatchedCalls : public SystemCalls {
 
   std::atomic<int> renames{0};
   std::atomic<int> syncSeconds{0};
+  std::atomic<int> syncs{0};  // ended so far
 };
 
 // The whole program on real files and a real registry; clipboard, tray and windows are in memory. It has
@@ -39,6 +40,8 @@ class BenchProgram {
   }
   // So many different texts of that length, as if they had been copied one after another.
   void Fill(int rows, std::size_t length);
+  // Waits until what was written is on the disk: a measured write doesn't wait for the one before it.
+  void AwaitDisk();
   // A text of that length that no row has.
   Text NewText(std::size_t length);
 
@@ -61,6 +64,8 @@ class BenchProgram {
 
 // The same bytes written beside the file and renamed over it, without checks: what no writer can do without.
 void BareWrite(const std::string& path, const std::string& content);
+// Brings it to the disk, as the program does behind each write.
+void BareSync(const std::string& path);
 std::string BareRead(const std::string& path);
 
 // Seconds that `work` takes.

@@ -11,6 +11,7 @@ from Xlib.protocol import event
 class Tray:
     def __init__(self, name):
         self.display = Xlib.display.Display(name)
+        self.display.set_error_handler(lambda *_: None)  # windows go away while we look
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
         atom = self.display.intern_atom

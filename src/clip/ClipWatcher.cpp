@@ -27,7 +27,7 @@ void ClipWatcher::TimerAktion() {
   try {
     const TextView whole = clipboard_.Read();
     const TextView text = CutTo(whole, kMaxEntryLength);
-    if (text == clip_.ClipEntries(0).Get()) {
+    if (SameText(text, clip_.ClipEntries(0).Get())) {
       Blink();
     } else {
       TakeChange(text, text.size() < whole.size());
@@ -81,7 +81,7 @@ void ClipWatcher::Blink() {
 bool ClipWatcher::NothingToDo() {
   if (IconBlinkStep != 0) return false;
   try {
-    return CutTo(clipboard_.Read(), kMaxEntryLength) == clip_.ClipEntries(0).Get();
+    return SameText(CutTo(clipboard_.Read(), kMaxEntryLength), clip_.ClipEntries(0).Get());
   } catch (const RuntimeError&) {
     // What can't be opened now tells us when it can.
     return true;

@@ -22,7 +22,7 @@ class SharedText {
   std::size_t Length() const { return text_ ? text_->size() : 0; }
 
   friend bool operator==(const SharedText& a, const SharedText& b) {
-    return a.text_ == b.text_ || a.Get() == b.Get();
+    return a.text_ == b.text_ || SameText(a.Get(), b.Get());
   }
 
  private:

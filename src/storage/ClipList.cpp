@@ -32,7 +32,7 @@ void ClipList::ReplaceTop(const SharedText& text) {
 int ClipList::FindBelowTop(TextView text) const {
   int found = -1;
   for (int i = 1; i < List2.GetListCount(); ++i) {
-    if (ClipEntries(i).Get() == text) found = i;
+    if (SameText(ClipEntries(i).Get(), text)) found = i;
   }
   return found;
 }

@@ -21,7 +21,8 @@ Text MarkerLines::Entry(int number) const {
 
 Text MarkerLines::End() const { return Between(u" ENTRY FILE END"); }
 
-LineWriter::LineWriter(Encoding encoding) : encoding_(encoding) {
+LineWriter::LineWriter(Encoding encoding, std::size_t expected) : encoding_(encoding) {
+  bytes_.reserve(expected);
   if (encoding == Encoding::Utf8) bytes_ = kUtf8Mark;
 }
 

@@ -29,7 +29,8 @@ class MarkerLines {
 // A file that is being put together, line by line.
 class LineWriter {
  public:
-  explicit LineWriter(Encoding encoding);
+  // `expected`: bytes that it will about need.
+  LineWriter(Encoding encoding, std::size_t expected);
   void Line(TextView text);
   // False once a text had a character that the encoding lacks.
   bool Fits() const { return fits_; }

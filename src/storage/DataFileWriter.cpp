@@ -13,6 +13,22 @@ const DataFiles::Kind DataFiles::kToDo = {u"TODO", u"ToDoData.qbx", u"ToDo-List"
 
 namespace {
 
+// What a row needs beside its texts: a marker line and the ends of its lines.
+constexpr std::size_t kLineBytes = 48;
+
+// Units in the first `rows` slots together.
+std::size_t LengthOf(const EntrySlots& slots, int rows) {
+  std::size_t length = 0;
+  for (int i = 0; i < rows && i < EntrySlots::kCount; ++i) length += slots(i).Length();
+  return length;
+}
+
+std::size_t LengthOf(const ListBox& list) {
+  std::size_t length = 0;
+  for (int i = 0; i < list.GetListCount(); ++i) length += list.GetList(i).Length();
+  return length;
+}
+
 Text Described(const RuntimeError& error) {
   const std::string_view description = error.what();
   return Text(description.begin(), description.end());
@@ -44,13 +60,14 @@ const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
   return slots(index);
 }
 
-void DataFiles::Save(const Kind& kind, const std::function<void(LineWriter&)>& appendEntries) {
+void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
+                     const std::function<void(LineWriter&)>& appendEntries) {
   if (IsHeld(kind.fileName)) return;
   const Text path = UserFile(kind.fileName);
   try {
     const auto put = [&](Encoding encoding) {
       const MarkerLines markers(kind.marker);
-      LineWriter file(encoding);
+      LineWriter file(encoding, length + static_cast<std::size_t>(rows + 2) * kLineBytes);
       file.Line(markers.Header());
       appendEntries(file);
       file.Line(markers.End());
@@ -81,9 +98,10 @@ void DataFiles::Save(const Kind& kind, const std::function<void(LineWriter&)>& a
 
 void DataFiles::AktualisiereCle1() {
   if (RebuildPadMenu) RebuildPadMenu();
-  Save(kPad, [this](LineWriter& file) {
+  const int rows = pad_.List1.GetListCount();
+  Save(kPad, rows, LengthOf(pad_.List1) + LengthOf(pad_.PadEntries, rows), [this, rows](LineWriter& file) {
     const MarkerLines markers(kPad.marker);
-    for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
+    for (int i = 0; i < rows; ++i) {
       file.Line(markers.Entry(i));
       file.Line(pad_.List1.GetList(i).Get());
       file.Line(Cut(pad_.PadEntries, i).Get());
@@ -93,9 +111,10 @@ void DataFiles::AktualisiereCle1() {
 
 void DataFiles::AktualisiereCle2() {
   if (RebuildClipMenu) RebuildClipMenu();
-  Save(kClip, [this](LineWriter& file) {
+  const int rows = clip_.List2.GetListCount();
+  Save(kClip, rows, LengthOf(clip_.ClipEntries, rows), [this, rows](LineWriter& file) {
     const MarkerLines markers(kClip.marker);
-    for (int i = 0; i < clip_.List2.GetListCount(); ++i) {
+    for (int i = 0; i < rows; ++i) {
       file.Line(markers.Entry(i));
       file.Line(Cut(clip_.ClipEntries, i).Get());
     }
@@ -103,9 +122,10 @@ void DataFiles::AktualisiereCle2() {
 }
 
 void DataFiles::AktualisiereCle3() {
-  Save(kToDo, [this](LineWriter& file) {
+  const int rows = toDo_.List3.GetListCount();
+  Save(kToDo, rows, LengthOf(toDo_.List3), [this, rows](LineWriter& file) {
     const MarkerLines markers(kToDo.marker);
-    for (int i = 0; i < toDo_.List3.GetListCount(); ++i) {
+    for (int i = 0; i < rows; ++i) {
       file.Line(markers.Entry(i));
       file.Line(toDo_.List3.GetSelected(i) ? u"True" : u"False");
       file.Line(toDo_.List3.GetList(i).Get());

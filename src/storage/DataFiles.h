@@ -54,7 +54,9 @@ class DataFiles {
   class Reading;
   static const Kind kPad, kClip, kToDo;
 
-  void Save(const Kind& kind, const std::function<void(LineWriter&)>& appendEntries);
+  // `length`: units of the texts together, so that the file is put together in one piece of memory.
+  void Save(const Kind& kind, int rows, std::size_t length,
+            const std::function<void(LineWriter&)>& appendEntries);
   void Read(const Kind& kind, const Text& path, const std::function<void(Reading&)>& readEntries);
   // A slot's text, cut in memory too where it is longer than a text may be.
   const SharedText& Cut(EntrySlots& slots, int index);

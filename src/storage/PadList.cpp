@@ -27,7 +27,7 @@ void PadList::RemoveAll() {
 int PadList::FindText(TextView text) const {
   int found = -1;
   for (int i = 0; i < List1.GetListCount(); ++i) {
-    if (PadEntries(i).Get() == text) found = i;
+    if (SameText(PadEntries(i).Get(), text)) found = i;
   }
   return found;
 }

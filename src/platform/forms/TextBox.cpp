@@ -24,7 +24,7 @@ TextBox::TextBox(const Place& place, std::string_view name, Lines lines, const T
 void TextBox::Assign(Text text, std::size_t caret) {
   selStart_ = std::min(caret, text.size());
   selLength_ = 0;
-  if (text == text_) {
+  if (SameText(text, text_)) {
     Touch();
     return;
   }
