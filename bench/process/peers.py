@@ -5,25 +5,33 @@ import scenes
 from programs import peers
 
 
-def _figures(program):
-    found = {}
-    start = scenes.start(program)
-    if start is None:
-        return None
-    found.update(start)
-    found["pss"] = scenes.idle(program, None, 10)["pss"]
-    small = scenes.texts(program, 20)
-    found["copies read"], found["copies cpu"] = small["read"], small["cpu"]
-    full = scenes.texts(program, 32000)
-    if full["read"] == 100:  # a list that lacks texts can't be compared
-        found["full pss"] = full["pss"]
-    hang = scenes.after_hang(program, 3)
-    if hang:
-        found["hang"] = hang["median"]
-    large = scenes.large(program)
-    if large["read"] is not None:
-        found["large peak"], found["large stays"] = large["peak"], large["stays"]
-    return found
+def _start(program):
+    return scenes.start(program) or {}
+
+
+def _idle(program):
+    return {"pss": scenes.idle(program, None, 10)["pss"]}
+
+
+def _copies(program):
+    figures = scenes.texts(program, 20)
+    return {"copies read": figures["read"], "copies cpu": figures["cpu"]}
+
+
+def _full(program):
+    figures = scenes.texts(program, 32000)
+    # A list that lacks texts can't be compared.
+    return {"full pss": figures["pss"]} if figures["read"] == 100 else {}
+
+
+def _hang(program):
+    figures = scenes.after_hang(program, 3)
+    return {"hang": figures["median"]} if figures else {}
+
+
+def _large(program):
+    figures = scenes.large(program)
+    return {} if figures["read"] is None else {"large peak": figures["peak"], "large stays": figures["stays"]}
 
 
 def measure_peers():
@@ -33,13 +41,16 @@ def measure_peers():
         if not program.there():
             print(f"{program.name}: not installed, skipped")
             continue
-        try:
-            figures = _figures(program)
-        except (RuntimeError, OSError) as error:
-            print(f"{program.name}: skipped: {str(error).strip().splitlines()[0]}")
-            continue
-        if figures is None:
-            print(f"{program.name}: no icon in the tray, skipped")
+        figures = {}
+        for measure in (_start, _idle, _copies, _full, _hang, _large):
+            try:
+                figures.update(measure(program))
+            except (RuntimeError, OSError) as error:
+                print(f"{program.name}: {measure.__name__[1:]} left out: {str(error).strip().splitlines()[0]}")
+            if "icon" not in figures:
+                print(f"{program.name}: no icon in the tray, skipped")
+                break
+        if "icon" not in figures:
             continue
         result[program.name] = figures
         print(f"{program.name}: " + ", ".join(f"{name} {value:.4g}" for name, value in figures.items()))
