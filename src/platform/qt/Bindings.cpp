@@ -101,8 +101,8 @@ QCheckBox* MakeCheckBox(FormView& view, CheckBox& box) {
 
 QRadioButton* MakeOption(FormView& view, OptionButton& option) {
   auto* const widget = new QRadioButton(ToQt(option.GetCaption()), &view);
-  // The group is the form's: it deselects the others.
-  widget->setAutoExclusive(false);
+  // The group is the form's, and the widgets of a group lie in one frame: Tab goes to the chosen one, arrows
+  // choose.
   QObject::connect(widget, &QRadioButton::clicked, widget, [&option, widget] {
     option.PersonClick();
     widget->setChecked(option.GetValue());

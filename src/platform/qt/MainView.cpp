@@ -81,8 +81,10 @@ void MainView::ShowPage(int page) {
     auto* const layout = new QVBoxLayout(placeholder);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MakePage(page));
-    // The row of buttons comes behind the page.
+    // The row of buttons comes behind the page: behind its last control, which may have parts without the
+    // focus.
     QWidget* before = previousInFocusChain();
+    while (before != this && before->focusPolicy() == Qt::NoFocus) before = before->previousInFocusChain();
     for (QWidget* button : buttons_) {
       setTabOrder(before, button);
       before = button;

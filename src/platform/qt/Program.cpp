@@ -4,9 +4,11 @@
 #include <QSessionManager>
 
 #include "platform/qt/AboutView.h"
+#include "platform/qt/FormAccess.h"
 #include "platform/qt/Help.h"
 #include "platform/qt/MainView.h"
 #include "platform/qt/MessageView.h"
+#include "platform/qt/ReadableStyle.h"
 #include "platform/qt/SettingsView.h"
 #include "platform/qt/StartHelpView.h"
 
@@ -30,6 +32,8 @@ Program::Program(EndingSignals& signals)
       registry_(RegistryPlaces::FromEnvironment()),
       platform_{clipboard_, registry_, trayIcon_, windows_, messageBoxes_, keySender_,
                 sound_,     system_,   clock_,    files_,   tips_} {
+  UseFormAccess();
+  UseReadableStyle();
   dispatcher_.UseTimerHost(&timers_);
   dispatcher_.OnRefresh = [this] {
     timers_.WakeSleepers();
