@@ -1,5 +1,7 @@
 #pragma once
 
+#include <concepts>
+
 #include "core/RegEdit.h"
 #include "platform/Platform.h"
 
@@ -39,7 +41,10 @@ class Norvane {
   // An empty or missing value reads as the default.
   Text ReadSetting(TextView section, TextView key, TextView defaultText);
   void WriteSetting(TextView section, TextView key, Text value);
-  void WriteSetting(TextView section, TextView key, int value) { WriteSetting(section, key, Decimal(value)); }
+  // Of an int alone: braces mean the empty text.
+  void WriteSetting(TextView section, TextView key, std::same_as<int> auto value) {
+    WriteSetting(section, key, Decimal(value));
+  }
   // The numeric prefix as a whole number; 0 if there is none.
   long long ReadNumber(TextView section, TextView key, TextView defaultText);
   // On/off settings of section Intern: only "1" is on.
