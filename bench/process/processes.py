@@ -70,3 +70,29 @@ def wakeups(process):
                    + _number(task / "status", "nonvoluntary_ctxt_switches") for task in _tasks(each))
 
     return _sum(process, switches)
+
+
+def family(process):
+    """The process and its descendants."""
+    members = set()
+
+    def note(each):
+        members.add(int(each))
+        return 0
+
+    _sum(process, note)
+    return members
+
+
+def others_with(libraries, process):
+    """Whether a program outside this family has one of the libraries loaded."""
+    ours = family(process)
+    for each in pathlib.Path("/proc").iterdir():
+        if each.name.isdigit() and int(each.name) not in ours:
+            try:
+                maps = (each / "maps").read_text()
+            except OSError:
+                continue
+            if any(library in maps for library in libraries):
+                return True
+    return False

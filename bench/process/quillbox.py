@@ -10,7 +10,7 @@ def rows(table, with_peers=True, idle_seconds=scenes.IDLE_SECONDS):
     peers = measure_peers() if with_peers else {}
 
     start, toolkit = scenes.start(program), scenes.start(bare())
-    beside = f"bare Qt icon {milliseconds(toolkit['icon'])}"
+    beside = f"bare Qt icon {milliseconds(toolkit['icon'])}, {start['icon'] / toolkit['icon']:.2f} times"
     table.add("start to icon in the tray", "40 ms", milliseconds(start["icon"]), start["icon"] <= 0.04,
               beside + best(peers, "icon", milliseconds))
     table.add("CPU until then", "30 ms", milliseconds(start["cpu"]), start["cpu"] <= 0.03,

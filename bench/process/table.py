@@ -8,6 +8,7 @@ class Table:
 
     def add(self, name, target, measured, met, beside=""):
         """A row; `met` says whether the target is met, None where there is none."""
+        beside = beside.removeprefix("; ")
         self.rows.append((name, target, measured, {True: "yes", False: "NO", None: ""}[met], beside))
         print(f"{name}: {measured}" + (f" (target {target})" if target else "") + ("" if met is not False else " MISSED")
               + (f"; {beside}" if beside else ""))
