@@ -1,11 +1,13 @@
 #include "platform/qt/QtMessageBoxes.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
 
 #include "platform/qt/Icons.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/WindowHints.h"
 
 namespace quillbox {
 
@@ -50,8 +52,11 @@ int QtMessageBoxes::Show(const Text& text, int code, const Text& title) {
   box.setWindowIcon(WindowIcon());
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   if (asks) box.setEscapeButton(QMessageBox::No);
+  const QPointer<QWidget> from = QApplication::activeWindow();
   open_.emplace_back(&box);
   const int pressed = box.exec();
+  // The focus goes back to where the question came from; not every window manager sees to that.
+  if (from && from->isVisible()) ActivateWindow(*from);
   open_.erase(
       std::remove_if(open_.begin(), open_.end(), [&](const auto& other) { return !other || other == &box; }),
       open_.end());
