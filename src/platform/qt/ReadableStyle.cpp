@@ -4,6 +4,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/qt/ViewParts.h"
@@ -40,6 +41,23 @@ class ReadableStyle : public QProxyStyle {
     lighter->palette.setColor(QPalette::Window,
                               Blend(window, option->palette.color(QPalette::WindowText), 0.6));
     QProxyStyle::drawPrimitive(element, lighter, painter, widget);
+  }
+
+  // Boxes and pictures grow with a font that is larger than usual.
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    const int height = (widget ? widget->fontMetrics() : QFontMetrics(QApplication::font())).height();
+    switch (metric) {
+      case PM_IndicatorWidth:
+      case PM_IndicatorHeight:
+      case PM_ExclusiveIndicatorWidth:
+      case PM_ExclusiveIndicatorHeight:
+        return std::max(usual, height * 3 / 4);
+      case PM_ButtonIconSize:
+        return std::max(usual, height * 7 / 8);
+      default:
+        return usual;
+    }
   }
 
   void polish(QPalette& palette) override {
