@@ -110,6 +110,7 @@ QRadioButton* MakeOption(FormView& view, OptionButton& option) {
   view.Join(option, *widget, [widget, &option] {
     const QSignalBlocker quiet(widget);
     widget->setChecked(option.GetValue());
+    widget->setFocusPolicy(option.GetValue() ? Qt::StrongFocus : Qt::ClickFocus);
   });
   return widget;
 }
