@@ -82,7 +82,7 @@ class Desktop:
         self.processes = []
         self.program = None
         self.display = None
-        self.last_menu = 0.0
+        self.last_click = 0.0
         self.user = os.getuid()  # whose data and settings they are
         try:
             self._start(window_manager, panel, bus, accessibility, screen)
@@ -373,16 +373,16 @@ class Desktop:
 
     def click_icon(self, button=1, times=1):
         x, y, width, height = wait_for("the icon", self.icons)[0]
+        # A press within the time of a double click after the one before would make one of both.
+        time.sleep(max(0.0, self.last_click + 0.5 - time.monotonic()))
         self.click(x + width // 2, y + height // 2, button, times)
+        self.last_click = time.monotonic()
 
     def key(self, *keys):
         self.xdotool("key", *keys)
 
     def open_menu(self):
-        # A second press within the time of a double click would be taken for one.
-        time.sleep(max(0.0, self.last_menu + 0.5 - time.monotonic()))
         self.click_icon(3)
-        self.last_menu = time.monotonic()
         return wait_for("the menu", self.menu)
 
     def show_window(self):

@@ -112,7 +112,6 @@ class Icon(DesktopCase):
         self.desktop.close_box(self.desktop.show_window())
         wait_for("the window in the tray", lambda: not self.shown())
         self.assertIsNone(self.desktop.program.poll())
-        time.sleep(1)  # no double click
         self.desktop.click_icon(1)
         wait_for("the window", self.shown)
 

@@ -82,7 +82,10 @@ void FormView::AppearOrGo() {
 }
 
 void FormView::ShowWindow() {
-  move(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
+  const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
+  move(place);
+  // The place is the frame's. A window that comes back has no frame yet, and Qt would put its content there.
+  if (windowHandle()) windowHandle()->setFramePosition(place);
   show();
   FollowTopmost();
 }
@@ -119,6 +122,8 @@ const FormView::Joined* FormView::Of(const QObject* widget) const {
 }
 
 bool FormView::eventFilter(QObject* watched, QEvent* event) {
+  // The window manager may tell the size of its frame later than where it has put the window.
+  if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) TellPlace();
   if (event->type() == QEvent::FocusIn && !drawing_) {
     const Joined* const joined = Of(watched);
     // Another program's coming and going changes nothing: the control has the focus still.
@@ -153,8 +158,11 @@ void FormView::keyPressEvent(QKeyEvent* event) {
 
 void FormView::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
-  if (!isVisible() || drawing_ || !event->spontaneous()) return;
-  form_.PersonMove(pos().x() * kTwipsPerPixel, pos().y() * kTwipsPerPixel);
+  if (!drawing_ && event->spontaneous()) TellPlace();
+}
+
+void FormView::TellPlace() {
+  if (isVisible() && !isMinimized()) form_.PersonMove(pos().x() * kTwipsPerPixel, pos().y() * kTwipsPerPixel);
 }
 
 bool FormView::event(QEvent* event) {

@@ -46,6 +46,7 @@ class FormView : public QWidget {
   };
   void Draw(const Joined& joined);
   void FollowFocus();
+  void TellPlace();
   void FollowTopmost();
   const Joined* Of(const QObject* widget) const;
 
