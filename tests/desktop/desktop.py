@@ -81,6 +81,7 @@ class Desktop:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-desktop-"))
         self.processes = []
         self.program = None
+        self.program_file = PROGRAM
         self.display = None
         self.last_click = 0.0
         self.user = os.getuid()  # whose data and settings they are
@@ -250,7 +251,7 @@ class Desktop:
 
     def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""
-        return self._started(self.start(PROGRAM), wait)
+        return self._started(self.start(self.program_file), wait)
 
     def start_program_as(self, user, wait=True):
         """The same as another user, for root only: all folders become the user's."""

@@ -1,14 +1,17 @@
 #!/usr/bin/env python3
 """The timer's message: on top of other programs, without their focus, and with buttons only after a while."""
 import os
+import shutil
 import time
 import unittest
+import wave
 
-from desktop import wait_for
+from desktop import PROGRAM, wait_for
 from pages_test import Pages
 from screenreader import nodes
 
 RECEIVER = os.environ.get("QUILLBOX_KEY_RECEIVER", "")
+RECORDER = os.environ.get("QUILLBOX_SOUND_RECORDER", "")
 TITLE = "Quillbox Timer Message"
 DELAY = 3.0  # seconds until the buttons come
 
@@ -80,11 +83,31 @@ class Timer(Pages):
         self.desktop.key("Escape")
         wait_for("the message's end", lambda: not self.message(), 5)
 
-    def test_missing_sound_is_silent(self):
+    def sound(self, file):
+        """Has the message play a file."""
         path = self.desktop.folder / "config" / "quillbox" / "user.reg"
         section = path.read_text("cp1252").split("[")[1].split("]")[0].replace("Intern", "MessageEntry")
         with open(path, "a", encoding="cp1252", newline="") as settings:
-            settings.write(f'\r\n[{section}]\r\n"PlayWave"="1"\r\n"WavePath"="{self.desktop.folder}/none.wav"\r\n')
+            settings.write(f'\r\n[{section}]\r\n"PlayWave"="1"\r\n"WavePath"="{file}"\r\n')
+
+    def test_the_chosen_sound_is_played_once(self):
+        # The program with a sound module beside it that notes what it is to play.
+        place = self.desktop.folder / "bin"
+        place.mkdir()
+        self.desktop.program_file = shutil.copy(PROGRAM, place)
+        shutil.copy(RECORDER, place)
+        tone = self.desktop.folder / "tone.wav"
+        with wave.open(str(tone), "wb") as file:
+            file.setparams((1, 2, 8000, 0, "NONE", "not compressed"))
+            file.writeframes(bytes(1600))
+        self.sound(tone)
+        self.count_down(1)
+        wait_for("the message", self.message, 6)
+        wait_for("the sound", (place / "played").exists, 3)
+        self.assertEqual(f"{tone}\n", (place / "played").read_text())
+
+    def test_missing_sound_is_silent(self):
+        self.sound(self.desktop.folder / "none.wav")
         self.count_down(1)
         wait_for("the message", self.message, 6)
         self.assertEqual("", self.desktop.log("quillbox"))
