@@ -4,11 +4,9 @@
 
 namespace quillbox {
 
-void ClipList::AddEntry2(const SharedText& Eintrag, int Stelle) {
-  // The text may stand in a slot that moves.
-  const SharedText text = Eintrag;
-  List2.AddItem(text, Stelle);
-  ClipEntries.Insert(Stelle, text, List2.GetListCount() - 1);
+void ClipList::AddEntry2(SharedText Eintrag, int Stelle) {
+  List2.AddItem(Eintrag, Stelle);
+  ClipEntries.Insert(Stelle, std::move(Eintrag), List2.GetListCount() - 1);
 }
 
 void ClipList::DeleteEntry2(int Stelle) {

@@ -15,7 +15,7 @@ class ClipList {
   ListBox List2;
   EntrySlots ClipEntries;
 
-  void AddEntry2(const SharedText& Eintrag, int Stelle);
+  void AddEntry2(SharedText Eintrag, int Stelle);
   void DeleteEntry2(int Stelle);
   // Takes the selection from all rows and makes none current; the rows stay.
   void ClearList2();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 #include "platform/RuntimeError.h"
 #include "platform/SharedText.h"
@@ -23,10 +24,11 @@ class EntrySlots {
   }
   void EmptyAll() { slots_.fill(SharedText()); }
 
-  // Makes room at `index` in a list whose last row is `last` now, and fills it.
-  void Insert(int index, const SharedText& text, int last) {
+  // Makes room at `index` in a list whose last row is `last` now, and fills it. By value: the text may stand
+  // in a slot that moves.
+  void Insert(int index, SharedText text, int last) {
     for (int i = last; i > index; --i) Set(i, (*this)(i - 1));
-    Set(index, text);
+    Set(index, std::move(text));
   }
   // Closes the gap at `index` in a list whose last row is `last` now.
   void Remove(int index, int last) {

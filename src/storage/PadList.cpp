@@ -4,12 +4,10 @@
 
 namespace quillbox {
 
-void PadList::AddEntry1(Text& EintragName, const SharedText& Eintrag, int Stelle) {
+void PadList::AddEntry1(Text& EintragName, SharedText Eintrag, int Stelle) {
   if (EintragName.empty()) EintragName = kNoName;
-  // The text may stand in a slot that moves.
-  const SharedText text = Eintrag;
   List1.AddItem(EintragName, Stelle);
-  PadEntries.Insert(Stelle, text, List1.GetListCount() - 1);
+  PadEntries.Insert(Stelle, std::move(Eintrag), List1.GetListCount() - 1);
 }
 
 void PadList::DeleteEntry1(int Stelle) {

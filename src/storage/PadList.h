@@ -17,7 +17,7 @@ class PadList {
   static constexpr char16_t kNoName[] = u"[No Name]";
 
   // An empty name becomes "[No Name]", in the caller's variable too.
-  void AddEntry1(Text& EintragName, const SharedText& Eintrag, int Stelle);
+  void AddEntry1(Text& EintragName, SharedText Eintrag, int Stelle);
   void DeleteEntry1(int Stelle);
   // Takes the selection from all rows and makes none current; the rows stay.
   void ClearList1();
