@@ -38,7 +38,7 @@ constexpr char16_t kText[] =
 }  // namespace
 
 frmStartHelp::frmStartHelp(Dispatcher& dispatcher, MainWindow& window, Norvane& settings,
-                           std::function<void()> openAbout)
+                           const std::function<void()>& openAbout)
     : form(dispatcher, "frmStartHelp", u"General Starting Information on Quillbox"),
       Label2(form, "Label2", u"Norvane's"),
       Label1(form, "Label1", u"Quillbox"),

@@ -13,7 +13,7 @@ namespace quillbox {
 class frmStartHelp {
  public:
   frmStartHelp(Dispatcher& dispatcher, MainWindow& window, Norvane& settings,
-               std::function<void()> openAbout);
+               const std::function<void()>& openAbout);
 
   Form form;
   Label Label2;
