@@ -16,6 +16,7 @@ FLOORS = {
     "core/MainWindow": 4,
     "core/StatusArea": 4,
     "core/PadRoom": 4,
+    "core/DeleteKey": 4,
     "tray/": 5,
     "clip/": 6,
     "pad/": 6,

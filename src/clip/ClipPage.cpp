@@ -1,5 +1,6 @@
 #include "clip/ClipPage.h"
 
+#include "core/DeleteKey.h"
 #include "core/PadRoom.h"
 #include "core/PollPause.h"
 
@@ -136,12 +137,8 @@ void ClipPage::SelectTopRow() {
 void ClipPage::List2_KeyDown(const KeyEvent& key) {
   switch (key.code) {
     case keys::kDelete:
-      if (settings_.IsOn(u"AskDelKey", u"1") &&
-          window_.MessageBox(u"Do you really want to delete the selected entries?", 36,
-                             u"Delete selected entries?") != 6) {
-        return;
-      }
-      return Command003_Click();
+      if (MayDeleteByKey(window_, settings_)) Command003_Click();
+      return;
     case keys::kEnter:
       return List2_DblClick();
     case keys::kHome:

@@ -1,6 +1,7 @@
 // The page's controls: the list, the two fields, the status label. What its buttons do is in PadCommands.cpp.
 #include "pad/PadPage.h"
 
+#include "core/DeleteKey.h"
 #include "pad/Rot47.h"
 
 namespace quillbox {
@@ -151,12 +152,8 @@ void PadPage::List1_LostFocus() {
 void PadPage::List1_KeyDown(const KeyEvent& key) {
   switch (key.code) {
     case keys::kDelete:
-      if (settings_.IsOn(u"AskDelKey", u"1") &&
-          window_.MessageBox(u"Do you really want to delete the selected entries?", 36,
-                             u"Delete selected entries?") != 6) {
-        return;
-      }
-      return Command105_Click();
+      if (MayDeleteByKey(window_, settings_)) Command105_Click();
+      return;
     case keys::kEnter:
       return Command102_Click();
     default:

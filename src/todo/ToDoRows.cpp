@@ -1,6 +1,7 @@
 // The list of the ToDo page: its selection, its keys, and the rows that move.
 #include <algorithm>
 
+#include "core/DeleteKey.h"
 #include "todo/ToDoPage.h"
 
 namespace quillbox {
@@ -10,7 +11,6 @@ namespace {
 // Fit the height of the list: where the row stands when the list has to scroll along.
 constexpr int kLowRow = 10;
 constexpr int kHighRow = 1;
-constexpr int kYes = 6;
 
 }  // namespace
 
@@ -75,12 +75,7 @@ void ToDoPage::List3_KeyDown(KeyEvent& key) {
 }
 
 void ToDoPage::DeleteKey() {
-  const bool ask = settings_.IsOn(u"AskDelKey", u"1");
-  if (ask && window_.MessageBox(u"Do you really want to delete the selected entries?", 36,
-                                u"Delete selected entries?") != kYes) {
-    return;
-  }
-  Command3_Click();
+  if (MayDeleteByKey(window_, settings_)) Command3_Click();
 }
 
 void ToDoPage::List3_OLEDragDrop(const DragData& data) {
