@@ -46,8 +46,13 @@ class CalcWalk : public CalcFixture {
     }
   }
 
+  // A hand can put it together from what is left of a number: "-" and a 0, "-0." without its point.
+  static bool IsOneKeyFromMinusZero(const std::string& text) {
+    return text == "-" || text == "-0" || (text.size() == 3 && text[0] == '-' && text.find('0') != text.npos);
+  }
+
   // What holds between any two inputs.
-  void CheckState() {
+  void CheckState(const std::string& shownBefore) {
     const std::string operation = Value("Text8");
     EXPECT_TRUE(operation.empty() || (operation.size() == 1 && std::string("+-x/^").find(operation) < 5));
     EXPECT_TRUE(!operation.empty() || Value("Text9").empty());
@@ -56,7 +61,9 @@ class CalcWalk : public CalcFixture {
     EXPECT_EQ(Value("Text23"), hasFocus ? "got" : "");
     EXPECT_EQ(Named("Label9").GetVisible(), hasFocus);
     EXPECT_EQ(Shown().find(','), std::string::npos);
-    EXPECT_NE(Shown(), "-0");
+    if (Shown() == "-0") {
+      EXPECT_TRUE(IsOneKeyFromMinusZero(shownBefore)) << "a result is never -0: " << shownBefore;
+    }
     if (!hasFocus) {
       EXPECT_NE(Shown(), "");
       EXPECT_EQ(Value("Text22"), "");
@@ -78,8 +85,9 @@ TEST_F(CalcWalk, StateHoldsTogetherWhateverIsPressed) {
   std::mt19937 random(seed);
   for (int step = 0; step < 20'000 && !HasFailure(); ++step) {
     system_.separator = step / 1000 % 2 == 0 ? u'.' : u',';
+    const std::string shown = Shown();
     RandomStep(random);
-    CheckState();
+    CheckState(shown);
   }
 }
 
