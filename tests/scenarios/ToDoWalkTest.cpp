@@ -1,27 +1,21 @@
 // A long random walk over the ToDo page, beside a plain model of the list: after each step the rows, the
 // marks, the current row and the data file are what the model says.
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
-#include <random>
 
-#include "scenarios/RecordScenario.h"
+#include "scenarios/WalkScenario.h"
 
 namespace quillbox {
 namespace {
 
 const std::string kList = "frmTray.List3";
-constexpr int kDefaultSteps = 6000;
 
-class ToDoWalkTest : public RecordScenario {
+class ToDoWalkTest : public WalkScenario {
  protected:
   struct Task {
     std::string text;
     bool marked = false;
   };
 
-  int Random(int below) { return std::uniform_int_distribution<>(0, below - 1)(random_); }
-  bool Chance(int percent) { return Random(100) < percent; }
   int Count() const { return static_cast<int>(tasks_.size()); }
   // Few texts, so that they meet again; some that a file could be confused by.
   std::string AnyText() {
@@ -231,7 +225,6 @@ class ToDoWalkTest : public RecordScenario {
     return text;
   }
 
-  std::mt19937 random_;
   std::vector<Task> tasks_;
   int index_ = -1;
   int maximum_ = 49;
@@ -241,19 +234,12 @@ class ToDoWalkTest : public RecordScenario {
 };
 
 TEST_F(ToDoWalkTest, RowsMarksAndFileAgree) {
-  const char* const givenSeed = std::getenv("QUILLBOX_SEED");
-  const char* const givenSteps = std::getenv("QUILLBOX_WALK_STEPS");
-  const unsigned seed = givenSeed ? static_cast<unsigned>(std::strtoul(givenSeed, nullptr, 10))
-                                  : static_cast<unsigned>(std::random_device()());
-  const int steps = givenSteps ? std::atoi(givenSteps) : kDefaultSteps;
-  std::cout << "QUILLBOX_SEED=" << seed << ", " << steps << " steps\n";
-  random_.seed(seed);
+  const int steps = StepsOr(6000);
   Begin();
   for (int i = 0; i < steps; ++i) {
-    SCOPED_TRACE("QUILLBOX_SEED=" + std::to_string(seed) + ", step " + std::to_string(i));
     Step();
     Compare();
-    if (HasFailure()) return;
+    ASSERT_FALSE(HasFailure()) << "step " << i;
   }
 }
 
