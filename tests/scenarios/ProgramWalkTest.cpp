@@ -180,7 +180,7 @@ class ProgramWalkTest : public ProgramWalk {
     const std::size_t limit = Limit(key);
     if (columns[0]->size() <= limit) return;
     for (Values* column : columns) column->resize(limit);
-    behind_.emplace(file, Writes(file));
+    behind_[file] = Writes(file);
   }
   void Restarted(bool droppedMarked) override {
     Lists expected = before_;
