@@ -46,7 +46,7 @@ class ProgramWalk : public WalkScenario {
   bool leftovers_ = false;
 
  private:
-  bool ClipsBeyondLimit() { return before_.clips.size() > Limit("ClipEntriesMax"); }
+  MayLose OneComesIn();
   std::string AnyText();
   MayLose Copies();
   MayLose Uses();

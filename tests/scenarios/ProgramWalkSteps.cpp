@@ -37,6 +37,15 @@ std::size_t ProgramWalk::Limit(const std::string& key) {
   return static_cast<std::size_t>(stored.at(0) == "1" ? std::stoi(stored.at(1)) : 49) + 1;
 }
 
+// An entry that is put on the clipboard comes in like any other text: into a list that may be beyond its
+// limit, and it may be cut.
+ProgramWalk::MayLose ProgramWalk::OneComesIn() {
+  const bool isBeyond = before_.clips.size() > Limit("ClipEntriesMax");
+  const Values cut = Do("reg.get", "HKCU", Intern(), "CutURL");
+  const bool isCut = cut.at(0) == "1" && cut.at(1) != "" && cut.at(1) != "0";
+  return {(isBeyond ? 1u : 0u) + (isCut ? 1u : 0u)};
+}
+
 ProgramWalk::MayLose ProgramWalk::Copies() {
   switch (Random(6)) {
     case 0:
@@ -75,8 +84,7 @@ ProgramWalk::MayLose ProgramWalk::Uses() {
     default:
       Try({"click", "frmTray.Command102"});
   }
-  // The clipboard's text comes in like any other, in a list that may be beyond its limit.
-  return {ClipsBeyondLimit() ? 1u : 0u};
+  return OneComesIn();
 }
 
 ProgramWalk::MayLose ProgramWalk::Moves() {
@@ -92,7 +100,7 @@ ProgramWalk::MayLose ProgramWalk::Moves() {
       return {};
     default:
       Try({"key", kClip, OneOf(kArrows), "ctrl"});
-      return {ClipsBeyondLimit() ? 1u : 0u};
+      return OneComesIn();
   }
 }
 
@@ -230,7 +238,7 @@ ProgramWalk::MayLose ProgramWalk::Calculates() {
                                                      : key == 4 ? 50
                                                                 : 15 + key)});
   }
-  return {ClipsBeyondLimit() ? 1u : 0u};
+  return OneComesIn();
 }
 
 ProgramWalk::MayLose ProgramWalk::SetsTheTimer() {
@@ -255,7 +263,7 @@ ProgramWalk::MayLose ProgramWalk::SetsTheTimer() {
       return {};
     default:
       Try({"click", "frmTray.Command" + OneOf({"1", "42", "43", "45", "46"})});
-      return {ClipsBeyondLimit() ? 1u : 0u};
+      return OneComesIn();
   }
 }
 
