@@ -207,7 +207,8 @@ ProgramWalk::MayLose ProgramWalk::UsesToDo() {
     case 2:
       Try({"settext", "frmTray.Text1", OneOf({"", "True", "task " + Number(20), "größer"})});
       Try({"click", "frmTray.Command2"});
-      return {0, 0, 1};
+      // The text that was there before, and on Yes the oldest of a full list.
+      return {0, 0, 2};
     case 3:
       Try({"drop", kToDo, "task " + Number(20)});
       return {0, 0, 1};
@@ -216,7 +217,7 @@ ProgramWalk::MayLose ProgramWalk::UsesToDo() {
       return {0, 0, kAny};
     case 5:
       Try({"key", OneOf({"frmTray.Text1", kToDo}), OneOf({"Enter", "Space"})});
-      return {0, 0, 1};
+      return {0, 0, 2};
     default:
       Try({"check", kToDo, Number(10), Number(2)});
       return {};
