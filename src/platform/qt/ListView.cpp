@@ -179,7 +179,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
 
 void ListView::focusInEvent(QFocusEvent* event) {
   // Not QListView's own: it would make a row current.
-  QAbstractScrollArea::focusInEvent(event);
+  QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
   viewport()->update();
 }
 
