@@ -1,6 +1,7 @@
 #include "clip/ClipWatcher.h"
 
 #include "clip/UrlCut.h"
+#include "core/NumberText.h"
 
 namespace quillbox {
 
@@ -53,7 +54,7 @@ void ClipWatcher::TakeChange(TextView view, bool truncated) {
   // The blank row that stood for a clipboard without text.
   if (clip_.ClipEntries(1).IsEmpty() && clip_.List2.GetListCount() > 1) clip_.DeleteEntry2(1);
   files_.AktualisiereCle2();
-  if (settings_.ReadNumber(section::kIntern, u"CutURL", u"0") > 1) Label7_DblClick();
+  if (CutUrlGrade() > 1) Label7_DblClick();
   tray_.ShowImage(TrayImage::Picture1);
   IconBlinkStep = 1;
   if (truncated && settings_.IsOn(u"Warning", u"2")) {
@@ -88,8 +89,12 @@ bool ClipWatcher::NothingToDo() {
   }
 }
 
+double ClipWatcher::CutUrlGrade() {
+  return GetNumberFromText(settings_.ReadSetting(section::kIntern, u"CutURL", u"0"));
+}
+
 void ClipWatcher::Label7_DblClick() {
-  if (settings_.ReadNumber(section::kIntern, u"CutURL", u"0") > 0) Text0.SetText(CutUrlPart(Text0.GetText()));
+  if (CutUrlGrade() > 0) Text0.SetText(CutUrlPart(Text0.GetText()));
 }
 
 void ClipWatcher::Text0_Change() {

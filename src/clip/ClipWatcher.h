@@ -40,6 +40,8 @@ class ClipWatcher {
   void Blink();
   void Text0_Change();
   bool NothingToDo();
+  // Above 0 a text is cut by hand, above 1 each new one by itself.
+  double CutUrlGrade();
 
   MainWindow& window_;
   ClipList& clip_;

@@ -191,6 +191,11 @@ TEST_F(Watcher, TheUrlCutByHand) {
   Do("dblclick", "frmTray.Label7");
   EXPECT_EQ(Clipboard(), "b");
   ExpectClips({"b"});
+  Set("CutURL", "0.5");
+  Copy("c=d");
+  EXPECT_EQ(Clipboard(), "c=d");
+  Do("dblclick", "frmTray.Label7");
+  EXPECT_EQ(Clipboard(), "d");
   Set("CutURL", "0");
   Copy("a=b&c");
   Do("dblclick", "frmTray.Label7");
