@@ -2,25 +2,18 @@
 #include <utility>
 
 #include "platform/forms/Dispatcher.h"
-#include "scenarios/Scenario.h"
+#include "scenarios/RecordScenario.h"
 
 namespace quillbox {
 namespace {
 
-class DataFilesOfTheProgram : public Scenario {
+class DataFilesOfTheProgram : public RecordScenario {
  protected:
-  // The lists as they come back from the files after a restart.
-  void Restart() {
-    Do("end");
-    Do("start");
-  }
-  Values Box() { return Do("boxes"); }
-  void ExpectDamage(const std::string& list) {
-    EXPECT_EQ(Box(),
-              (Values{"64", "Quillbox " + list + " file damaged",
-                      "The " + list +
-                          " data file has been damaged. Quillbox recovered entries as far as possible. "
-                          "The damaged file will be replaced automatically."}));
+  static Box Damage(const std::string& list) {
+    return {"64", "Quillbox " + list + " file damaged",
+            "The " + list +
+                " data file has been damaged. Quillbox recovered entries as far as possible. The damaged "
+                "file will be replaced automatically."};
   }
 };
 
@@ -88,29 +81,28 @@ TEST_F(DataFilesOfTheProgram, SmallFilesHoldNothing) {
   WriteTemplate("PadData.qbx", File("PAD", {{"template", "text", "to be long enough to be read"}}));
   Do("clip.set", "text");
   Do("start");
-  EXPECT_EQ(Box(), Values{});
+  EXPECT_TRUE(Boxes().empty());
   for (const char* list : {"List1", "List2", "List3"}) EXPECT_EQ(Rows(list), Values{});
   EXPECT_EQ(Clipboard(), "text") << "there is a Clip file";
 }
 
-TEST_F(DataFilesOfTheProgram, AFileWithoutMarkers) {
+TEST_F(DataFilesOfTheProgram, WhatIsWholeInADamagedFileIsReadAndReplacesIt) {
+  const std::string pad =
+      File("PAD", {{"name 0", "text 0"}, {"name 1", "text 1"}, {"name 2", "text 2"}, {"name 3", "text 3"}});
+  const std::string toDo =
+      File("TODO", {{"True", "first task"}, {"true", "second task"}, {"False", "third"}});
   WriteData("ClipData.qbx", std::string(91, 'x'));
+  WriteData("PadData.qbx", pad.substr(0, pad.find("text 2") + 3));
+  WriteData("ToDoData.qbx", toDo.substr(0, toDo.find("third") + 7));
   Do("start");
-  ExpectDamage("Clip-List");
+  EXPECT_EQ(Boxes(), (std::vector<Box>{Damage("Pad-List"), Damage("Clip-List"), Damage("ToDo-List")}));
   EXPECT_EQ(Rows("List2"), Values{});
-}
-
-TEST_F(DataFilesOfTheProgram, AFileCutOffKeepsItsWholeEntries) {
-  std::vector<Values> entries;
-  for (int i = 0; i < 8; ++i) entries.push_back({"name " + std::to_string(i), "text " + std::to_string(i)});
-  const std::string file = File("PAD", entries);
-  WriteData("PadData.qbx", file.substr(0, file.find("text 5") + 3));
-  Do("start");
-  ExpectDamage("Pad-List");
-  EXPECT_EQ(Rows("List1").size(), 5u);
-  entries.resize(5);
+  EXPECT_EQ(Rows("List1"), (Values{"name 0", "name 1"}));
+  EXPECT_EQ(Rows("List3"), (Values{"first task", "second task", "third"}));
+  EXPECT_EQ(Marks("List3"), "100") << "only True is a mark";
   Do("end");
-  EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", entries)) << "the next write replaces the damaged file";
+  EXPECT_EQ(DataFile("ClipData.qbx"), File("CLIP", {}));
+  EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", {{"name 0", "text 0"}, {"name 1", "text 1"}}));
 }
 
 // The icon is there while the lists are read, and a message about one of them waits for an answer.
@@ -128,7 +120,7 @@ TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
   };
   Do("start");
   EXPECT_EQ(Do("running"), Values{"0"});
-  EXPECT_EQ(Box().size(), 3u);
+  EXPECT_EQ(Boxes().size(), 1u);
   EXPECT_EQ(Do("tray").at(0), "0");
   EXPECT_EQ(DataFile("PadData.qbx"), damaged);
   EXPECT_EQ(DataFile("ClipData.qbx"), clips);
@@ -158,16 +150,6 @@ TEST_F(DataFilesOfTheProgram, AReloadWhileDamageIsReportedFillsEachListOnce) {
   EXPECT_EQ(Slots("ClipEntries"), Rows("List2"));
 }
 
-TEST_F(DataFilesOfTheProgram, AToDoFileCutOffKeepsTheRowsItHas) {
-  const std::string file =
-      File("TODO", {{"True", "first task"}, {"true", "second task"}, {"False", "third"}});
-  WriteData("ToDoData.qbx", file.substr(0, file.find("third") + 7));
-  Do("start");
-  ExpectDamage("ToDo-List");
-  EXPECT_EQ(Rows("List3"), (Values{"first task", "second task", "third"}));
-  EXPECT_EQ(Do("get", "frmTray.List3", "Selected"), (Values{"1", "0", "0"})) << "only True is a mark";
-}
-
 TEST_F(DataFilesOfTheProgram, MarkersWithinATextCutIt) {
   WriteData("ClipData.qbx",
             File("CLIP", {{"before", kMark + " [CLIP ENTRY 1] " + kMark, "remainder"}, {"joined"}}));
@@ -187,7 +169,7 @@ TEST_F(DataFilesOfTheProgram, ForeignMarkersAndVersionsLoad) {
   WriteData("ClipData.qbx", file);
   Do("start");
   EXPECT_EQ(Rows("List2"), (Values{"first", "second", "third entry"}));
-  EXPECT_EQ(Box(), Values{});
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(DataFilesOfTheProgram, ALoweredLimitReadsLess) {
@@ -198,7 +180,7 @@ TEST_F(DataFilesOfTheProgram, ALoweredLimitReadsLess) {
   Do("start");
   EXPECT_EQ(Rows("List1").size(), 10u);
   EXPECT_EQ(Rows("List1").at(3), "[No Name]");
-  EXPECT_EQ(Box(), Values{});
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(DataFilesOfTheProgram, TemplatesForWhoeverHasNoFile) {
@@ -212,8 +194,7 @@ TEST_F(DataFilesOfTheProgram, TemplatesForWhoeverHasNoFile) {
   EXPECT_EQ(Rows("List2").at(0), "template clip");
   EXPECT_EQ(Rows("List3"), (Values{"template task", "more"}));
   EXPECT_EQ(Clipboard(), "template clip") << "emptied first, then filled by the first entry";
-  for (const char* list : {"List1", "List2", "List3"})
-    EXPECT_EQ(Get(std::string("frmTray.") + list, "ListIndex"), "-1");
+  for (const std::string list : {"List1", "List2", "List3"}) EXPECT_EQ(Of(list, "ListIndex"), "-1");
   Do("end");
   Do("user", "second user");
   Do("start");
@@ -225,27 +206,26 @@ TEST_F(DataFilesOfTheProgram, AFolderThatCannotBeMade) {
   Do("folder", Folder() + "/nowhere/deep");
   Do("start");
   Copy("text");
-  const Values box = Box();
-  ASSERT_EQ(box.size(), 3u);
-  EXPECT_EQ(box[0], "64");
-  EXPECT_EQ(box[1], "Quillbox Message");
-  EXPECT_EQ(box[2].rfind("An error (", 0), 0u);
-  EXPECT_NE(box[2].find(") occured while Quillbox tried to write to its data files. Try to fix the problem. "
-                        "The error description is: \""),
+  const auto boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].code + " " + boxes[0].title, "64 Quillbox Message");
+  EXPECT_EQ(boxes[0].text.rfind("An error (", 0), 0u);
+  EXPECT_NE(boxes[0].text.find(") occured while Quillbox tried to write to its data files. Try to fix the "
+                               "problem. The error description is: \""),
             std::string::npos);
   EXPECT_EQ(Rows("List2"), Values{"text"}) << "the list in memory is unharmed";
   Copy("next");
-  EXPECT_EQ(Box().size(), 3u) << "each attempt reports";
+  EXPECT_EQ(Boxes().size(), 1u) << "each attempt reports";
 }
 
 TEST_F(DataFilesOfTheProgram, AFileThatCannotBeReadReportsItself) {
   std::filesystem::create_directories(Folder() + "/user/ClipData.qbx");
   Do("start");
-  const Values box = Box();
-  ASSERT_GE(box.size(), 3u);
-  EXPECT_EQ(box[1], "Quillbox Message");
-  EXPECT_EQ(box[2].rfind("An error (#", 0), 0u);
-  EXPECT_NE(box[2].find("tried to read from the Clip-List data file"), std::string::npos);
+  const auto boxes = Boxes();
+  ASSERT_GE(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, "Quillbox Message");
+  EXPECT_EQ(boxes[0].text.rfind("An error (#", 0), 0u);
+  EXPECT_NE(boxes[0].text.find("tried to read from the Clip-List data file"), std::string::npos);
   EXPECT_EQ(Do("running"), Values{"1"});
 }
 

@@ -22,6 +22,7 @@ class Scenario : public ::testing::Test {
   Values Do(const Parts&... parts) {
     return Run({std::string(parts)...});
   }
+  Values Do(const Values& request) { return Run(request); }
   template <class... Parts>
   bool Fails(const Parts&... parts) {
     return IsError({std::string(parts)...});

@@ -1,5 +1,5 @@
 // Pad entries that type themselves.
-#include "scenarios/Scenario.h"
+#include "scenarios/RecordScenario.h"
 
 namespace quillbox {
 namespace {
@@ -7,11 +7,12 @@ namespace {
 const std::string kList = "frmTray.List1";
 const std::string kText = "frmTray.Text101";
 const std::string kButton = "frmTray.Command102";
-const Values kError{"16", "Quillbox Script Error",
-                    "Sorry, an error occured while executing the script. Please check your syntax (listed in "
-                    "the StartHelp) and try again!"};
+const std::vector<Box> kError{
+    {"16", "Quillbox Script Error",
+     "Sorry, an error occured while executing the script. Please check your syntax (listed in "
+     "the StartHelp) and try again!"}};
 
-class ScriptTest : public Scenario {
+class ScriptTest : public RecordScenario {
  protected:
   ScriptTest() {
     Do("start");
@@ -20,7 +21,6 @@ class ScriptTest : public Scenario {
   }
 
   std::string Status() { return Get("frmTray.Label13", "Caption"); }
-  bool Hidden() { return Get("frmTray", "Visible") == "0" && Get("frmTray", "WindowState") == "0"; }
 };
 
 TEST_F(ScriptTest, OnlyTheMarkAtTheVeryBeginningMakesAScript) {
@@ -61,16 +61,15 @@ TEST_F(ScriptTest, TheButtonTypesTheField) {
   EXPECT_EQ(Status(), "Executed");
   Show();
   Do("settext", kText, "{SCRIPT}");
-  Do("boxes");
   Do("key", kList, "Enter");
   EXPECT_EQ(Do("keys"), (Values{""})) << "nothing is typed";
-  EXPECT_EQ(Do("boxes"), Values{});
+  EXPECT_TRUE(Boxes().empty());
   EXPECT_TRUE(Hidden());
   EXPECT_EQ(Do("clip.writes"), writes);
   EXPECT_EQ(Rows("List2"), (Values{"kept"}));
 }
 
-TEST_F(ScriptTest, ADoubleClickTypesTheEntryAndMovesItIfSet) {
+TEST_F(ScriptTest, AUsedScriptMovesToTheTopIfSet) {
   AddPad("s", "{Script}abc");
   AddPad("t", "text");
   const int writes = Writes("PadData.qbx");
@@ -91,7 +90,6 @@ TEST_F(ScriptTest, ADoubleClickTypesTheEntryAndMovesItIfSet) {
     }
     EXPECT_EQ(Do("keys"), (Values{"abc"}));
     EXPECT_EQ(Rows("List1"), (Values{"s", "t"}));
-    EXPECT_EQ(Slots("PadEntries"), (Values{"{Script}abc", "text"}));
     EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", {{"s", "{Script}abc"}, {"t", "text"}}));
     EXPECT_EQ(Status(), "Executed");
   }
@@ -101,25 +99,26 @@ TEST_F(ScriptTest, AFailureIsToldAndLosesNothing) {
   Set("LastSort", "1");
   AddPad("bad", "{SCRIPT}{");
   AddPad("t", "text");
-  Do("boxes");
   Do("dblrow", kList, "1");
   EXPECT_EQ(Do("keys"), Values{});
-  EXPECT_EQ(Do("boxes"), kError);
+  EXPECT_EQ(Boxes(), kError);
   EXPECT_EQ(Get("frmTray", "WindowState"), "2");
   EXPECT_EQ(Slots("PadEntries"), (Values{"{SCRIPT}{", "text"})) << "it has moved already";
+  Do("pick", "mnuPad1");
+  EXPECT_EQ(Boxes(), kError) << "from the tray, too";
   Show();
   Do("click", kButton);
-  EXPECT_EQ(Do("boxes"), kError);
+  EXPECT_EQ(Boxes(), kError);
   Do("keys.fail", "1");
   Show();
   Do("settext", kText, "{SCRIPT}abc");
   Do("click", kButton);
-  EXPECT_EQ(Do("boxes"), kError);
+  EXPECT_EQ(Boxes(), kError);
   Do("keys.fail", "0");
   Show();
   Do("click", kButton);
   EXPECT_EQ(Do("keys"), (Values{"abc"})) << "after a failure the next one runs";
-  EXPECT_EQ(Do("boxes"), Values{});
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(ScriptTest, KeysGoOutWhenTheFileIsSavedAndTheWindowIsGone) {
@@ -162,14 +161,13 @@ TEST_F(ScriptTest, NoSecondScriptJoinsOneUnderWay) {
 
 TEST_F(ScriptTest, AProgramThatEndsMeanwhileReportsNothing) {
   AddPad("one", "{SCRIPT}1");
-  Do("boxes");
   console.World().keySender.WhileSending = [&] {
     Do("pick", "mnuEnd");
     throw RuntimeError(errors::kPermission, "the connection is gone");
   };
   Do("dblrow", kList, "0");
   EXPECT_EQ(Do("running"), (Values{"0"}));
-  EXPECT_EQ(Do("boxes"), Values{});
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(ScriptTest, OnlyAPersonsPickStartsAScript) {

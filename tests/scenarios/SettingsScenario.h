@@ -10,47 +10,6 @@ namespace quillbox {
 inline const std::string kRunPath = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
 inline const std::string kProgramPath = "Software\\Norvane\\Quillbox";
 
-// The settings dialog in a person's hands. Controls are those of the dialog.
-class SettingsScenario : public RecordScenario {
- protected:
-  SettingsScenario() {
-    Do("start");
-    Show();
-  }
-
-  void Open(int page = 0) {
-    Do("click", "frmTray.Command47");
-    Do("tab", "frmSettings.SSTab1", std::to_string(page));
-  }
-  void Click(const std::string& control) { Do("click", "frmSettings." + control); }
-  void Ok() {
-    Click("Command1");
-    EXPECT_FALSE(Is("frmSettings", "Loaded"));
-  }
-  // On the page that is in front: types over the whole field, without leaving it.
-  void Enter(const std::string& field, const std::string& text) {
-    Do("settext", "frmSettings." + field, text);
-  }
-  void Leave(const std::string& field) {
-    Do("focus", "frmSettings." + field);
-    Do("focus", "frmSettings.Command2");
-  }
-  std::string In(const std::string& control, const std::string& property) {
-    return Get("frmSettings." + control, property);
-  }
-  std::string Text(const std::string& field) { return In(field, "Text"); }
-  std::string Bar(const std::string& field) { return In("VScroll" + field.substr(4), "Value"); }
-  bool Checked(const std::string& box) { return In(box, "Value") == "1"; }
-  std::string Intern(const std::string& key) { return Setting("Intern", key); }
-  void FillLists(int count) {
-    for (int i = 0; i < count; ++i) {
-      Copy("clip " + std::to_string(i));
-      AddPad("pad " + std::to_string(i), "text " + std::to_string(i));
-      AddToDo("task " + std::to_string(i));
-    }
-  }
-};
-
 // A number field, its bar and label, with bounds, key, default and page.
 struct SettingsField {
   std::string name;
@@ -86,6 +45,61 @@ struct SettingsSwitch {
 inline const std::vector<SettingsSwitch> kSwitches{
     {"Check1", "Warning", false},     {"Check2", "Minimize", false},     {"Check3", "LastSort", false},
     {"Check4", "AutoRefresh", false}, {"Check7", "AutoRefresh2", false}, {"Check6", "AskDelKey", true},
+};
+
+// The settings dialog in a person's hands. Controls are those of the dialog.
+class SettingsScenario : public RecordScenario {
+ protected:
+  SettingsScenario() {
+    Do("start");
+    Show();
+  }
+
+  void Open(int page = 0) {
+    Do("click", "frmTray.Command47");
+    OpenTab(page);
+  }
+  void OpenTab(int page) { Do("tab", "frmSettings.SSTab1", std::to_string(page)); }
+  void Click(const std::string& control) { Do("click", "frmSettings." + control); }
+  void Ok() {
+    Click("Command1");
+    EXPECT_FALSE(Is("frmSettings", "Loaded"));
+  }
+  // On the page that is in front: types over the whole field, without leaving it.
+  void Enter(const std::string& field, const std::string& text) {
+    Do("settext", "frmSettings." + field, text);
+  }
+  void Leave(const std::string& field) {
+    Do("focus", "frmSettings." + field);
+    Do("focus", "frmSettings.Command2");
+  }
+  std::string In(const std::string& control, const std::string& property) {
+    return Get("frmSettings." + control, property);
+  }
+  std::string Text(const std::string& field) { return In(field, "Text"); }
+  std::string Bar(const std::string& field) { return In("VScroll" + field.substr(4), "Value"); }
+  bool Checked(const std::string& box) { return In(box, "Value") == "1"; }
+  std::string Intern(const std::string& key) { return Setting("Intern", key); }
+  void ExpectDefaults() {
+    for (const SettingsSwitch& box : kSwitches) EXPECT_EQ(Checked(box.name), box.byDefault) << box.name;
+    for (const std::string box : {"Check5", "Option2", "Option3"}) EXPECT_TRUE(Checked(box)) << box;
+    EXPECT_FALSE(Is("frmSettings.Check7", "Enabled"));
+    EXPECT_FALSE(Checked("Check8"));
+    EXPECT_FALSE(Is("frmSettings.Text8", "Enabled"));
+    EXPECT_EQ(In("Text8", "BackColor"), "menu");
+    EXPECT_EQ(In("Combo1", "ListIndex"), "2");
+    for (const SettingsField& field : kFields) {
+      EXPECT_EQ(Text(field.name), std::to_string(field.byDefault)) << field.name;
+      EXPECT_EQ(In(field.bar, "Value"), std::to_string(-field.byDefault)) << field.bar;
+    }
+  }
+  void FillLists(int count) {
+    for (int i = 0; i < count; ++i) {
+      Copy("clip " + std::to_string(i));
+      AddPad("pad " + std::to_string(i), "text " + std::to_string(i));
+      AddToDo("task " + std::to_string(i));
+    }
+  }
 };
 
 }  // namespace quillbox

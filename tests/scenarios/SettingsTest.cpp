@@ -8,49 +8,43 @@ class SettingsStore : public Scenario {
   void SetBytes(const std::string& key, const std::string& type, const std::string& hex) {
     Do("reg.bytes", "HKCU", Intern(), key, type, hex);
   }
-  // How many normal Clip entries the menu would show of three: a number read from the store.
+  // How many normal Clip entries the menu shows of three: a number read from the store, 5 by default.
   int ShownClips() {
     Do("tray.mouse", "516");
     int shown = 0;
     for (const std::string& value : Do("menu")) shown += value.rfind("mnuClip", 0) == 0 ? 1 : 0;
-    return shown - (Get("frmTray.mnuClips", "Visible") == "1" ? 1 : 0);
-  }
-  void StartWithThree() {
-    Do("start");
-    for (const char* text : {"c", "b", "a"}) Copy(text);
+    return shown;
   }
 };
 
-TEST_F(SettingsStore, ValuesThatReadAsTheDefault) {
-  Set("MenuEntriesMax", "");
-  StartWithThree();
-  EXPECT_EQ(ShownClips(), 3) << "an empty value";
-  SetBytes("MenuEntriesMax", "1", std::string(2 * 1025, '3'));
-  EXPECT_EQ(ShownClips(), 3) << "a value of more than 1024 bytes";
-  SetBytes("MenuEntriesMax", "3", "31");
-  EXPECT_EQ(ShownClips(), 3) << "a value of another type";
-  SetBytes("MenuEntriesMax", "1", "3100");
-  EXPECT_EQ(ShownClips(), 1) << "one closing NUL doesn't count";
-  Do("reg.delete", "HKCU", Intern(), "MenuEntriesMax");
+TEST_F(SettingsStore, HowValuesAreRead) {
+  struct Case {
+    std::string type;   // 1 is a text, 4 a number
+    std::string bytes;  // in hexadecimal digits
+    int shown;
+  };
+  const Case cases[] = {
+      {"1", "", 3},                          // empty: the default
+      {"1", std::string(2 * 1025, '3'), 3},  // more than 1024 bytes
+      {"3", "31", 3},                        // of another type
+      {"1", "3100", 1},                      // one closing NUL doesn't count
+      {"1", "3220616e64206d6f7265", 2},      // "2 and more": the numeric prefix
+      {"1", "6e6f6e65", 0},                  // "none"
+      {"1", "2d34", 0},                      // "-4"
+      {"4", "02000000", 2},                  // its digits, from the last byte to the first
+  };
+  Do("start");
+  for (const char* text : {"c", "b", "a"}) Copy(text);
   EXPECT_EQ(ShownClips(), 3);
-}
-
-TEST_F(SettingsStore, NumbersAreTheirNumericPrefix) {
-  Set("MenuEntriesMax", "2 and more");
-  StartWithThree();
-  EXPECT_EQ(ShownClips(), 2);
-  Set("MenuEntriesMax", "none");
-  EXPECT_EQ(ShownClips(), 0);
-  Set("MenuEntriesMax", "-4");
-  EXPECT_EQ(ShownClips(), 0);
-  // A number of four bytes is its hexadecimal digits, from the last byte to the first.
-  SetBytes("MenuEntriesMax", "4", "02000000");
-  EXPECT_EQ(ShownClips(), 2);
+  for (const Case& c : cases) {
+    SetBytes("MenuEntriesMax", c.type, c.bytes);
+    EXPECT_EQ(ShownClips(), c.shown) << c.type << " " << c.bytes.substr(0, 40);
+  }
 }
 
 TEST_F(SettingsStore, WithoutRightsOnTheMachine) {
   Do("reg.deny", "HKLM", "1");
-  StartWithThree();
+  Do("start");
   EXPECT_EQ(Do("running"), Values{"1"});
   EXPECT_EQ(Do("reg.get", "HKLM", "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillbox"),
             Values{"0"});

