@@ -78,7 +78,7 @@ class ListPageScenario : public RecordScenario {
 
   std::string ListName() const { return "frmTray." + page_.list; }
   Values AllRows() { return Rows(page_.list); }
-  // The rows of one letter as one word. Each has its slot, and no slot behind them is used.
+  // The rows as one word. Each has its slot, and no slot behind them is used.
   std::string List() {
     const Values rows = AllRows();
     std::string word;
@@ -91,6 +91,21 @@ class ListPageScenario : public RecordScenario {
       EXPECT_EQ(Do("slots", "PadEntries"), Padded(texts));
     }
     return word;
+  }
+  // The list as it is seen: [] around the current row, * behind each one that is selected or marked, _ for a
+  // blank one; then the status.
+  std::string Page() {
+    const Values rows = AllRows();
+    const std::string marks = Marks();
+    const int current = std::stoi(Index());
+    std::string seen;
+    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
+      const auto at = static_cast<std::size_t>(i);
+      const std::string row = (rows[at].empty() ? "_" : rows[at]) + (marks[at] == '1' ? "*" : "");
+      seen += i == current ? "[" + row + "]" : row;
+    }
+    List();
+    return seen + " | " + Status();
   }
   std::string Index() { return Of(page_.list, "ListIndex"); }
   std::string Top() { return Of(page_.list, "TopIndex"); }

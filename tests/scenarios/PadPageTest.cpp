@@ -12,31 +12,34 @@ class PadPageTest : public ListPageScenario {
   PadPageTest() : ListPageScenario(kPadPage) {}
 
   Values Texts() { return Slots("PadEntries"); }
-  Values Fields() { return {Get(kName, "Text"), Get(kText, "Text")}; }
-  // The caption of the button that puts the fields into the list.
-  std::string Mode() { return Of("Command101", "Caption"); }
+  // The two fields, and the caption of the button that puts them into the list.
+  std::string Fields() {
+    return Get(kName, "Text") + "=" + Get(kText, "Text") + " " + Of("Command101", "Caption");
+  }
+  std::string Page() { return ListPageScenario::Page() + " | " + Fields(); }
+  void EnterFields(const std::string& name, const std::string& text) {
+    Enter("Text101", text);
+    Enter("Text3", name);
+  }
   void PutIn() { Click("Command101"); }
 };
 
 TEST_F(PadPageTest, ATextEnablesTheButtonsThatUseIt) {
   EXPECT_EQ(Tip(), "Length of Pad-List entry");
-  Do("type", kText, "x");
-  EXPECT_EQ(Tip(), "");
-  EXPECT_TRUE(Is("frmTray.Command101", "Enabled"));
-  EXPECT_TRUE(Is("frmTray.Command102", "Enabled"));
-  EXPECT_EQ(Of("Command102", "ToolTipText"), "Use the current text as clipboard entry");
-  Do("type", kText, "\b");
-  EXPECT_FALSE(Is("frmTray.Command101", "Enabled"));
-  EXPECT_FALSE(Is("frmTray.Command102", "Enabled"));
+  for (const std::string typed : {"x", "\b"}) {
+    Do("type", kText, typed);
+    for (const std::string button : {"Command101", "Command102"})
+      EXPECT_EQ(Is("frmTray." + button, "Enabled"), typed == "x");
+    EXPECT_EQ(Tip(), "");
+    EXPECT_EQ(Of("Command102", "ToolTipText"), "Use the current text as clipboard entry");
+  }
 }
 
 TEST_F(PadPageTest, AddsAtTheTopOrWhereTheTextStood) {
   Fill("abc");
-  EXPECT_EQ(List(), "abc");
+  EXPECT_EQ(Page(), "abc | Added | = Add");
   EXPECT_EQ(Stored(), File("PAD", {{"a", "A"}, {"b", "B"}, {"c", "C"}}));
-  EXPECT_EQ(Status(), "Added");
-  EXPECT_EQ(Fields(), (Values{"", ""}));
-  Enter("Text101", "X");
+  EnterFields("", "X");
   PutIn();
   EXPECT_EQ(AllRows()[0], "[No Name]");
   AddPad("", "C");
@@ -53,24 +56,17 @@ TEST_F(PadPageTest, AddsAtTheTopOrWhereTheTextStood) {
 TEST_F(PadPageTest, UpdatesInPlace) {
   Fill("abcde");
   Select(2);
-  EXPECT_EQ(Mode(), "Update");
-  EXPECT_EQ(Fields(), (Values{"c", "C"}));
-  Enter("Text101", "X");
-  Enter("Text3", "x");
+  EXPECT_EQ(Page(), "ab[c*]de | L: 1 | c=C Update");
+  EnterFields("x", "X");
   PutIn();
-  EXPECT_EQ(List(), "abxde");
-  EXPECT_EQ(Status(), "Updated");
-  EXPECT_EQ(Mode(), "Add");
-  EXPECT_EQ(Index(), "-1");
-  EXPECT_EQ(Fields(), (Values{"", ""}));
+  EXPECT_EQ(Page(), "abxde | Updated | = Add");
   EXPECT_EQ(Of("Text2", "Text"), "") << "the name field has the focus and left the word";
 }
 
 TEST_F(PadPageTest, AnUpdateToAKnownTextTakesBothRows) {
   Fill("abc");
   Select(2);
-  Enter("Text101", "A");
-  Enter("Text3", "");
+  EnterFields("", "A");
   PutIn();
   EXPECT_EQ(List(), "ba") << "the place behind the end is the end";
   Select(0);
@@ -86,15 +82,15 @@ TEST_F(PadPageTest, AFullListAsksForItsOldestEntry) {
   Do("answer", "7", "6");
   AddPad("n", "N");
   EXPECT_EQ(List(), "abc");
-  EXPECT_EQ(Fields(), (Values{"n", "N"})) << "the fields keep what found no room";
+  EXPECT_EQ(Fields(), "n=N Add") << "the fields keep what found no room";
   PutIn();
   EXPECT_EQ(List(), "nab");
   EXPECT_EQ(Boxes(), (std::vector<Box>{kPadIsFull, kPadIsFull}));
   AddPad("", "B");
   Select(1);
-  Enter("Text101", "X");
+  EnterFields("x", "X");
   PutIn();
-  EXPECT_EQ(Texts(), (Values{"B", "X", "A"}));
+  EXPECT_EQ(List(), "bxa");
   EXPECT_TRUE(Boxes().empty()) << "neither a repeat nor an update lets the list grow";
 }
 
@@ -102,22 +98,21 @@ TEST_F(PadPageTest, AListBeyondItsLimitLosesNothingByItself) {
   Fill("abcdef");
   Set("PermEntriesMax", "2");
   Select(4);
-  Enter("Text101", "X");
+  EnterFields("x", "X");
   PutIn();
-  EXPECT_EQ(Texts(), (Values{"A", "B", "C", "D", "X", "F"}));
+  EXPECT_EQ(List(), "abcdxf");
   EXPECT_TRUE(Boxes().empty());
-  AddPad("n", "N");
-  EXPECT_EQ(Texts(), (Values{"N", "A", "B", "D", "X", "F"})) << "the row at the limit goes";
+  Add("n");
+  EXPECT_EQ(List(), "nabdxf") << "the row at the limit goes";
 }
 
 TEST_F(PadPageTest, TheLargestListStaysWithinItsSlots) {
   Set("PermEntriesMax", "500");
-  for (int i = 0; i < 103; ++i) AddPad("n" + std::to_string(i), "t" + std::to_string(i));
-  EXPECT_EQ(AllRows().size(), 100u);
-  EXPECT_EQ(Texts().size(), 100u);
-  EXPECT_EQ(Texts().front() + " " + Texts().back(), "t102 t3");
+  for (int i = 0; i < 103; ++i) Add("t" + std::to_string(i));
   Do("drop", ListName(), "dropped");
   EXPECT_EQ(AllRows().size(), 100u);
+  EXPECT_EQ(Texts().size(), 100u);
+  EXPECT_EQ(Texts()[1] + " " + Texts().back(), "T102 T4");
 }
 
 TEST_F(PadPageTest, AnUpdateWhoseRowIsGoneSparesTheOthers) {
@@ -127,7 +122,7 @@ TEST_F(PadPageTest, AnUpdateWhoseRowIsGoneSparesTheOthers) {
   Click("Command47");
   Do("click", "frmSettings.Command1");
   ASSERT_EQ(Index(), "-1");
-  ASSERT_EQ(Fields(), (Values{"b", "B"}));
+  ASSERT_EQ(Fields(), "b=B Update");
   Enter("Text3", "bb");
   PutIn();
   EXPECT_EQ(Texts(), (Values{"B", "A", "C"}));
@@ -136,24 +131,17 @@ TEST_F(PadPageTest, AnUpdateWhoseRowIsGoneSparesTheOthers) {
 TEST_F(PadPageTest, SeveralRowsEmptyTheFieldsAndCannotBeMoved) {
   Fill("abcd");
   Select(1, 3);
+  EXPECT_EQ(Page(), "ab*c[d*] | L: 2 | = Add");
   EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled"));
-  EXPECT_EQ(Fields(), (Values{"", ""}));
-  EXPECT_EQ(Mode(), "Add");
-  EXPECT_EQ(Status(), "L: 2");
   EXPECT_EQ(Do("drag", ListName()), (Values{"B\r\nD"})) << "the texts, not the names";
   Do("focus", kText);
-  EXPECT_EQ(Marks(), "0001");
-  EXPECT_EQ(Index(), "3");
-  EXPECT_EQ(Fields(), (Values{"d", "D"}));
-  EXPECT_EQ(Mode(), "Update");
+  EXPECT_EQ(Page(), "abc[d*] | L: 1 | d=D Update");
   SelectNone();
-  EXPECT_EQ(Mode(), "Add");
+  EXPECT_EQ(Page(), "abcd | hidden | d=D Add");
   EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled"));
   Select(0, 2, 3);
   Click("Command105");
-  EXPECT_EQ(List(), "b");
-  EXPECT_EQ(Status(), "Deleted");
-  EXPECT_EQ(Mode(), "Add");
+  EXPECT_EQ(Page(), "b | Deleted | = Add");
 }
 
 TEST_F(PadPageTest, FocusOfTheFields) {
@@ -165,7 +153,7 @@ TEST_F(PadPageTest, FocusOfTheFields) {
   Do("focus", kText);
   EXPECT_EQ(Status(), "L: 1");
   Do("type", kName, "!\rA");
-  EXPECT_EQ(Fields(), (Values{"long name!", "BA"})) << "Enter goes on to the text";
+  EXPECT_EQ(Fields(), "long name!=BA Update") << "Enter goes on to the text";
 }
 
 TEST_F(PadPageTest, CopiesToTheClipboardAndMovesTheEntryIfSet) {
@@ -173,15 +161,13 @@ TEST_F(PadPageTest, CopiesToTheClipboardAndMovesTheEntryIfSet) {
   Enter("Text101", "free text");
   Click("Command102");
   EXPECT_EQ(Clipboard(), "free text");
-  EXPECT_EQ(Status(), "Inserted");
+  EXPECT_EQ(Page(), "abc | Inserted | =free text Add");
   Tick();
   EXPECT_EQ(Rows("List2")[0], "free text");
   EXPECT_TRUE(Is("frmTray", "Visible"));
-  EXPECT_EQ(List(), "abc");
   Do("dblrow", ListName(), "2");
   EXPECT_EQ(Clipboard(), "C");
-  EXPECT_EQ(List(), "abc");
-  EXPECT_EQ(Index(), "2");
+  EXPECT_EQ(Page(), "ab[c*] | L: 1 | c=C Update");
   Select(1);
   Key("Enter");
   EXPECT_EQ(Clipboard(), "B");
@@ -193,10 +179,8 @@ TEST_F(PadPageTest, CopiesToTheClipboardAndMovesTheEntryIfSet) {
   EXPECT_TRUE(Hidden());
   Show();
   Do("dblrow", ListName(), "2");
-  EXPECT_EQ(List(), "cba");
-  EXPECT_EQ(Marks(), "100");
+  EXPECT_EQ(Page(), "[c*]ba | Inserted | c=C Update");
   EXPECT_EQ(Stored(), File("PAD", {{"c", "C"}, {"b", "B"}, {"a", "A"}}));
-  EXPECT_EQ(Of("Label13", "Caption"), "Inserted");
   EXPECT_TRUE(Hidden());
   Show();
   Enter("Text101", "unknown");
@@ -231,34 +215,26 @@ TEST_F(PadPageTest, GetsAndClears) {
   Copy("from outside");
   Select(0);
   Click("Command103");
-  EXPECT_EQ(Fields(), (Values{"", "from outside"}));
-  EXPECT_EQ(Status(), "Got Entry");
-  EXPECT_EQ(Mode(), "Add");
-  EXPECT_EQ(Index(), "-1");
+  EXPECT_EQ(Page(), "a | Got Entry | =from outside Add");
   Do("clip.lock", "1");
   Enter("Text3", "n");
   Click("Command103");
-  EXPECT_EQ(Fields(), (Values{"", "from outside"})) << "what can't be read changes nothing, the rest is done";
-  EXPECT_EQ(Status(), "Got Entry");
+  EXPECT_EQ(Page(), "a | Got Entry | =from outside Add") << "what can't be read changes nothing else";
   Do("clip.lock", "0");
   Select(0);
   Click("Command104");
-  EXPECT_EQ(Fields(), (Values{"", ""}));
-  EXPECT_EQ(Status(), "Cleared");
-  EXPECT_EQ(Mode(), "Add");
+  EXPECT_EQ(Page(), "a | Cleared | = Add");
   EXPECT_FALSE(Is("frmTray.Command101", "Enabled"));
-  EXPECT_EQ(List(), "a");
 }
 
 TEST_F(PadPageTest, ADroppedTextBecomesAnEntry) {
   Fill("ab");
   Select(1);
   Do("drop", ListName(), "Dropped");
+  Do("dropother", ListName());
   EXPECT_EQ(AllRows(), (Values{"[No Name]", "a", "b"}));
   EXPECT_EQ(Texts(), (Values{"Dropped", "A", "B"}));
-  EXPECT_EQ(Fields(), (Values{"", ""}));
-  Do("dropother", ListName());
-  EXPECT_EQ(AllRows().size(), 3u);
+  EXPECT_EQ(Fields(), "= Add");
 }
 
 TEST_F(PadPageTest, ATooLongTextIsCut) {
