@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Writes ../unit/CalcTable.h: what each function and unit button of the calculator shows for a number.
+"""Writes ../unit/calc_table.txt: what each function and unit button of the calculator shows for a number.
+
+A line is the caption of the button, the number shown before and the text shown after, with tabs between them.
 
 The values are computed here with mpmath (50 digits) from the exact value of each double, and rounded and written
 with the decimal module, so that they owe nothing to the program's own arithmetic.
@@ -157,20 +159,15 @@ def inputs(caption):
 
 
 def main():
-    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "unit", "CalcTable.h")
-    with open(path, "w", encoding="ascii") as out:
-        out.write("#pragma once\n\n// Written by tests/tools/calc_table.py; not to be edited by hand.\n\n")
-        out.write("namespace quillbox {\n\nstruct CalcRow {\n  const char* button;  // caption\n")
-        out.write("  const char* number;  // shown before\n  const char* result;  // shown after\n};\n\n")
-        out.write("// clang-format off\ninline constexpr CalcRow kCalcTable[] = {\n")
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "unit", "calc_table.txt")
+    with open(path, "w", encoding="ascii", newline="\n") as out:
         for caption, show in FUNCTIONS.items():
             for text in inputs(caption):
                 try:
                     result = show(number_of(text))
                 except Failure:
                     result = ERROR
-                out.write(f'    {{"{caption}", "{text}", "{result}"}},\n')
-        out.write("};\n// clang-format on\n\n}  // namespace quillbox\n")
+                out.write(f"{caption}\t{text}\t{result}\n")
 
 
 if __name__ == "__main__":

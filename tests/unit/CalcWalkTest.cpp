@@ -18,7 +18,7 @@ class CalcWalk : public CalcFixture {
         break;
       }
       case 1:
-        FocusDisplay();
+        display.PersonFocus();
         break;
       case 2:
         display.SetSelStart(random() % (display.GetText().size() + 1));

@@ -1,15 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <stdexcept>
 #include <vector>
 
 #include "core/NumberText.h"
-#include "memory/MemoryWorld.h"
-#include "platform/Utf8.h"
-#include "platform/forms/Dispatcher.h"
 #include "timer/TimerPage.h"
+#include "unit/PageFixture.h"
 
 namespace quillbox {
 
@@ -32,27 +27,12 @@ class CountingClock : public Clock {
   MemoryClock& clock_;
 };
 
-// The Timer page in front of a shown main window, with the clock and the time in the test's hand.
-class TimerFixture : public testing::Test {
+// The Timer page, with the clock and the time in the test's hand.
+class TimerFixture : public PageFixture {
  protected:
-  TimerFixture() {
-    settings_.PrepareRegistry();
-    form_.Load();
-    form_.SetVisible(true);
-    window_.SSTab1.SetTab(static_cast<int>(Page::Timer));
-  }
+  TimerFixture() { ShowWith(Page::Timer); }
 
-  template <class Kind>
-  Kind& Named(const std::string& name) {
-    auto* const control = dynamic_cast<Kind*>(form_.Find(name));
-    if (!control) throw std::invalid_argument("no control " + name);
-    return *control;
-  }
-  TextBox& Field(const std::string& name) { return Named<TextBox>(name); }
-  std::string Value(const std::string& name) { return ToUtf8(Field(name).GetText()); }
-  std::string Caption(const std::string& name) { return ToUtf8(Named<Label>(name).GetCaption()); }
   std::string ButtonCaption() { return ToUtf8(Named<CommandButton>("Command45").GetCaption()); }
-  void Click(const std::string& name) { Named<Control>(name).PersonClick(); }
   // Hours, minutes and seconds as they stand in the fields.
   std::string Fields() { return Value("Text16") + " " + Value("Text17") + " " + Value("Text14"); }
   std::string StartingValues() { return Value("Text18") + " " + Value("Text19") + " " + Value("Text20"); }
@@ -92,21 +72,13 @@ class TimerFixture : public testing::Test {
     Message()->form.PersonClose();
     return text;
   }
-
+  std::string MessageAfter(std::int64_t seconds) {
+    PassSeconds(seconds);
+    return TakeMessage();
+  }
   std::string Stored() { return ToUtf8(settings_.ReadSetting(u"MessageEntry", u"MessageEntry", u"")); }
-  void Set(TextView key, TextView value) { settings_.WriteSetting(u"Intern", key, Text(value)); }
 
-  // Tells the timers, before any is made, who lets their time pass.
-  struct TimedDispatcher : Dispatcher {
-    explicit TimedDispatcher(TimerHost& host) { UseTimerHost(&host); }
-  };
-
-  MemoryWorld world_;
   CountingClock clock_{world_.clock};
-  TimedDispatcher dispatcher_{world_.timers};
-  Form form_{dispatcher_, "frmTray", u"Quillbox"};
-  Norvane settings_{world_.registry, world_.system};
-  MainWindow window_{form_, settings_, world_.platform};
   FormSlot<frmMessage> message_{dispatcher_, [this] {
                                   return std::make_unique<frmMessage>(
                                       dispatcher_, window_, settings_, world_.sound,
