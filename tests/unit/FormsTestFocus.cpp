@@ -1,28 +1,16 @@
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "platform/forms/CommandButton.h"
-#include "platform/forms/Dispatcher.h"
-#include "platform/forms/Form.h"
 #include "platform/forms/FormSlot.h"
-#include "platform/forms/Label.h"
-#include "platform/forms/TextBox.h"
+#include "unit/FormsFixture.h"
 
 namespace quillbox {
 namespace {
 
 using Log = std::vector<std::string>;
 
-class FormsFocus : public ::testing::Test {
+class FormsFocus : public FormsFixture {
  protected:
   FormsFocus() {
-    form.SetActivates(false);
-    form.Show();
     for (Control* control : form.Controls()) Record(*control);
   }
-
   void Record(Control& control) {
     const std::string name = control.Name();
     control.GotFocus = [this, name] { log.push_back(name + " got"); };
@@ -31,22 +19,23 @@ class FormsFocus : public ::testing::Test {
   }
 
   Log log;
-  Dispatcher dispatcher;
-  Form form{dispatcher, "form", u"Form"};
   TextBox first{form, "first", TextBox::Lines::One};
   TextBox second{form, "second", TextBox::Lines::One};
   CommandButton button{form, "button", u"Button"};
   Label label{form, "label"};
 };
 
-TEST_F(FormsFocus, AClickMovesTheFocusBeforeItClicks) {
+TEST_F(FormsFocus, OutsideOfHandlersItMovesAtOnce) {
   first.PersonFocus();
   log.clear();
-  button.PersonClick();
-  EXPECT_EQ(log, (Log{"first lost", "button got", "button click"}));
+  EXPECT_FALSE(first.SetFocus()) << "it has it already";
+  EXPECT_FALSE(label.SetFocus());
+  EXPECT_TRUE(second.SetFocus());
+  EXPECT_EQ(log, (Log{"first lost", "second got"}));
   log.clear();
+  button.PersonClick();
   label.PersonClick();
-  EXPECT_EQ(log, Log{"label click"});
+  EXPECT_EQ(log, (Log{"second lost", "button got", "button click", "label click"}));
   EXPECT_EQ(dispatcher.Focused(), &button);
 }
 
@@ -68,16 +57,6 @@ TEST_F(FormsFocus, SetFocusInAHandlerComesAfterTheOutermostHandler) {
   EXPECT_EQ(dispatcher.Focused(), &second);
 }
 
-TEST_F(FormsFocus, SetFocusOnTheFocusedControlRaisesNothing) {
-  first.PersonFocus();
-  log.clear();
-  EXPECT_FALSE(first.SetFocus());
-  EXPECT_FALSE(label.SetFocus());
-  EXPECT_EQ(log, Log{});
-  EXPECT_TRUE(second.SetFocus());
-  EXPECT_EQ(log, (Log{"first lost", "second got"})) << "outside of handlers at once";
-}
-
 TEST_F(FormsFocus, AFailureEndsItsHandlerAlone) {
   first.PersonFocus();
   first.LostFocus = [] { throw RuntimeError(errors::kBadIndex, "no row"); };
@@ -89,13 +68,14 @@ TEST_F(FormsFocus, AFailureEndsItsHandlerAlone) {
   EXPECT_FALSE(dispatcher.Busy());
 }
 
-TEST_F(FormsFocus, HidingAFormRaisesNothingAndAQueuedChangeIsDelivered) {
+TEST_F(FormsFocus, WhatAHandlerAsksForComesBeforeWhatItPosts) {
   button.Click = [this] {
+    dispatcher.Post([this] { log.push_back("posted"); });
     first.SetFocus();
-    form.Hide();
+    form.Hide();  // raises nothing, and the queued change is delivered
   };
   button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "button lost", "first got"}));
+  EXPECT_EQ(log, (Log{"button got", "button lost", "first got", "posted"}));
 }
 
 TEST_F(FormsFocus, AnotherFormInFrontTakesTheFocusAndAnUnloadedOneHasNone) {
@@ -141,15 +121,6 @@ TEST_F(FormsFocus, ViewsDrawAfterTheOutermostHandlerAndBeforeAWait) {
   };
   button.PersonClick();
   EXPECT_EQ(log, (Log{"button got", "before", "drawn", "waiting", "after", "drawn"}));
-}
-
-TEST_F(FormsFocus, PostedActionsComeAfterTheFocusChanges) {
-  button.Click = [this] {
-    dispatcher.Post([this] { log.push_back("posted"); });
-    first.SetFocus();
-  };
-  button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "button lost", "first got", "posted"}));
 }
 
 // A dialog that is unloaded while one of its handlers waits lives until that handler has ended.

@@ -1,28 +1,19 @@
-#include <gtest/gtest.h>
-
-#include "platform/RuntimeError.h"
-#include "platform/forms/Dispatcher.h"
-#include "platform/forms/Form.h"
 #include "platform/forms/ListBox.h"
+#include "unit/FormsFixture.h"
 
 namespace quillbox {
 namespace {
 
-class FormsList : public ::testing::Test {
+class FormsList : public FormsFixture {
  protected:
   FormsList() {
-    form.SetActivates(false);
-    form.Show();
     for (const char16_t* text : {u"a", u"b", u"c", u"d", u"e", u"f"}) {
       list.AddItem(text);
       marks.AddItem(text);
     }
-    list.Click = [this] { ++clicks; };
-    marks.Click = [this] { ++clicks; };
-    marks.ItemCheck = [this](int row) {
-      ++checks;
-      checkedRow = row;
-    };
+    list.Click = Count();
+    marks.Click = Count();
+    marks.ItemCheck = [this](int row) { checked.push_back(row); };
   }
 
   // A digit a row, 1 for selected.
@@ -31,42 +22,29 @@ class FormsList : public ::testing::Test {
     for (int row = 0; row < of.GetListCount(); ++row) rows += of.GetSelected(row) ? '1' : '0';
     return rows;
   }
-  void Press(ListBox& on, int code, bool ctrl = false, bool shift = false) {
-    KeyEvent key;
-    key.code = code;
-    key.ctrl = ctrl;
-    key.shift = shift;
-    on.PersonKey(key);
-  }
-  int TakeClicks() { return std::exchange(clicks, 0); }
 
-  Dispatcher dispatcher;
-  Form form{dispatcher, "form", u"Form"};
   ListBox list{form, "list", ListBox::Kind::ExtendedSelection, 3};
   ListBox marks{form, "marks", ListBox::Kind::CheckBoxes, 3};
-  int clicks = 0;
-  int checks = 0;
-  int checkedRow = -1;
+  std::vector<int> checked;
 };
 
 TEST_F(FormsList, EventsComeOnlyWithARealChange) {
   list.SetListIndex(2);
   list.SetListIndex(2);
-  EXPECT_EQ(TakeClicks(), 1);
+  EXPECT_EQ(Take(), 1);
   list.SetSelected(3, true);
   list.SetSelected(3, true);
-  EXPECT_EQ(TakeClicks(), 1);
+  EXPECT_EQ(Take(), 1);
   marks.SetSelected(4, true);
   marks.SetSelected(4, true);
-  EXPECT_EQ(checks, 1);
-  EXPECT_EQ(checkedRow, 4);
-  EXPECT_EQ(TakeClicks(), 0) << "a check mark is no click";
+  EXPECT_EQ(checked, std::vector{4});
+  EXPECT_EQ(Take(), 0) << "a check mark is no click";
 }
 
 TEST_F(FormsList, TheCurrentRowMovesAlongWithoutEvents) {
   list.SetListIndex(2);
   list.SetSelected(2, true);
-  TakeClicks();
+  Take();
   list.AddItem(u"x", 2);
   EXPECT_EQ(list.GetListIndex(), 3);
   EXPECT_EQ(Selection(list), "0001000");
@@ -76,41 +54,33 @@ TEST_F(FormsList, TheCurrentRowMovesAlongWithoutEvents) {
   list.RemoveItem(2);
   EXPECT_EQ(list.GetListIndex(), -1);
   EXPECT_EQ(Selection(list), "000000");
-  EXPECT_EQ(TakeClicks(), 0);
+  EXPECT_EQ(Take(), 0);
 }
 
 TEST_F(FormsList, ARowThatIsNotThereIsAFailure) {
-  const auto fails = [](auto&& statement) {
-    try {
-      statement();
-    } catch (const RuntimeError& failure) {
-      return failure.Number();
-    }
-    return 0;
+  const std::function<void()> failing[] = {
+      [&] { list.SetListIndex(6); },       [&] { list.SetListIndex(-2); }, [&] { list.GetList(-1); },
+      [&] { list.GetSelected(6); },        [&] { list.RemoveItem(6); },    [&] { list.AddItem(u"x", 7); },
+      [&] { list.SetSelected(6, false); },
   };
-  EXPECT_EQ(fails([&] { list.SetListIndex(6); }), errors::kBadIndex);
-  EXPECT_EQ(fails([&] { list.SetListIndex(-2); }), errors::kBadIndex);
-  EXPECT_EQ(fails([&] { list.GetList(-1); }), errors::kBadIndex);
-  EXPECT_EQ(fails([&] { list.GetSelected(6); }), errors::kBadIndex);
-  EXPECT_EQ(fails([&] { list.SetSelected(6, false); }), errors::kBadIndex);
-  EXPECT_EQ(fails([&] { list.RemoveItem(6); }), errors::kBadIndex);
-  EXPECT_NE(fails([&] { list.AddItem(u"x", 7); }), 0);
+  for (const auto& statement : failing) EXPECT_THROW(statement(), RuntimeError) << &statement - failing;
   EXPECT_EQ(list.GetListCount(), 6);
-  EXPECT_EQ(fails([&] { list.AddItem(u"x", 6); }), 0);
+  list.AddItem(u"x", 6);
+  EXPECT_EQ(list.GetListCount(), 7);
 }
 
 TEST_F(FormsList, ClicksOfThePersonClickOnce) {
   list.PersonSelect(1);
-  EXPECT_EQ(TakeClicks(), 1);
+  EXPECT_EQ(Take(), 1);
   EXPECT_EQ(Selection(list), "010000");
   list.PersonSelect(1);
-  EXPECT_EQ(TakeClicks(), 0);
+  EXPECT_EQ(Take(), 0);
   list.PersonSelect(4, true);
   EXPECT_EQ(Selection(list), "010010");
   list.PersonSelect(4, true);
   EXPECT_EQ(Selection(list), "010000") << "a Ctrl-click takes back what one gave";
   EXPECT_EQ(list.GetListIndex(), 4);
-  EXPECT_EQ(TakeClicks(), 2);
+  EXPECT_EQ(Take(), 2);
   list.PersonSelect(2, false, true);
   EXPECT_EQ(Selection(list), "001110") << "Shift selects from the row of the last click on";
   list.PersonSelectNone();
@@ -124,23 +94,22 @@ TEST_F(FormsList, KeysMoveTheCurrentRowAndTheSelection) {
   Press(list, keys::kDown);
   EXPECT_EQ(list.GetListIndex(), 0);
   Press(list, keys::kPageDown);
-  EXPECT_EQ(list.GetListIndex(), 2) << "a page is one row less than the list shows";
-  EXPECT_EQ(Selection(list), "001000");
-  TakeClicks();
+  EXPECT_EQ(Selection(list), "001000") << "a page is one row less than the list shows";
+  Take();
   Press(list, keys::kDown, false, true);
   Press(list, keys::kDown, false, true);
   EXPECT_EQ(Selection(list), "001110");
   Press(list, keys::kUp, false, true);
   EXPECT_EQ(Selection(list), "001100");
-  EXPECT_EQ(TakeClicks(), 3);
+  EXPECT_EQ(Take(), 3);
   Press(list, keys::kEnd, true);
   EXPECT_EQ(list.GetListIndex(), 5);
   EXPECT_EQ(Selection(list), "001100") << "with Ctrl the selection stays";
   Press(list, keys::kEnd);
   EXPECT_EQ(Selection(list), "000001");
-  TakeClicks();
+  Take();
   Press(list, keys::kDown);
-  EXPECT_EQ(TakeClicks(), 0) << "there is no way on";
+  EXPECT_EQ(Take(), 0) << "there is no way on";
   Press(list, keys::kHome);
   EXPECT_EQ(list.GetTopIndex(), 0);
   Press(list, keys::kPageDown);
@@ -163,24 +132,14 @@ TEST_F(FormsList, AHandlerMayTakeAKeyOrMakeAnotherOfIt) {
 TEST_F(FormsList, CheckMarks) {
   marks.PersonCheck(2, true);
   EXPECT_EQ(marks.GetListIndex(), 2) << "a click into a check box makes its row current";
-  EXPECT_EQ(checks, 1);
-  EXPECT_EQ(TakeClicks(), 1);
+  EXPECT_EQ(Take(), 1);
   marks.PersonSelect(4);
   EXPECT_EQ(Selection(marks), "001000") << "a click on a row marks nothing";
   Press(marks, keys::kSpace);
   EXPECT_EQ(Selection(marks), "001010");
   Press(marks, keys::kSpace);
   EXPECT_EQ(Selection(marks), "001000");
-  EXPECT_EQ(checks, 3);
-}
-
-// The focus handlers may take rows away before the click arrives.
-TEST_F(FormsList, AClickOnARowThatGoesMeanwhileDoesNothing) {
-  list.GotFocus = [this] { list.Clear(); };
-  list.PersonDoubleClick(5);
-  EXPECT_EQ(list.GetListCount(), 0);
-  EXPECT_EQ(list.GetListIndex(), -1);
-  EXPECT_EQ(TakeClicks(), 0);
+  EXPECT_EQ(checked, (std::vector{2, 4, 4}));
 }
 
 TEST_F(FormsList, DraggedText) {
@@ -191,6 +150,15 @@ TEST_F(FormsList, DraggedText) {
   EXPECT_EQ(list.PersonStartDrag(), u"own");
   marks.PersonSelect(1);
   EXPECT_EQ(marks.PersonStartDrag(), u"b");
+}
+
+// The focus handlers may take rows away before the click arrives.
+TEST_F(FormsList, AClickOnARowThatGoesMeanwhileDoesNothing) {
+  list.GotFocus = [this] { list.Clear(); };
+  list.PersonDoubleClick(5);
+  EXPECT_EQ(list.GetListCount(), 0);
+  EXPECT_EQ(list.GetListIndex(), -1);
+  EXPECT_EQ(Take(), 0);
 }
 
 }  // namespace
