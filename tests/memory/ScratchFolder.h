@@ -15,7 +15,8 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-  const std::string& Path() const { return path_; }
+  // Its own path, or that of `name` in it.
+  std::string Path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
   Text PathText() const;
 
  private:

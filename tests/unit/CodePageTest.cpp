@@ -47,9 +47,7 @@ TEST(CodePage, OneForeignCharacterMakesTheWholeTextUtf8) {
 
 TEST(CodePage, ATextThatLooksLikeTheMarkComesBack) {
   EXPECT_EQ(ToBytes(u"ï»¿x"), "\xEF\xBB\xBF\xC3\xAF\xC2\xBB\xC2\xBFx");
-  EXPECT_EQ(ToBytes(u"xï»¿"), "x\xEF\xBB\xBF");
-  EXPECT_EQ(ToBytes(u"ï»"), "\xEF\xBB");
-  for (const Text& text : {Text(u"ï»¿"), Text(u"xï»¿"), Text(u"ï»"), Text(u"ï»¿ï»¿α"), Text(u"\xFEFFï»¿")}) {
+  for (const Text text : {u"ï»¿", u"xï»¿", u"ï»", u"ï»¿ï»¿α", u"\xFEFFï»¿"}) {
     EXPECT_EQ(FromBytes(ToBytes(text)), text);
   }
 }

@@ -1,31 +1,36 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <optional>
 #include <string>
 
+#include "memory/ScratchFolder.h"
 #include "platform/linux/InstanceLock.h"
 #include "unit/ChildProcess.h"
-#include "unit/TemporaryFolder.h"
+#include "unit/FileContent.h"
 
 namespace quillbox {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Whether a new process finds another one running; 2 if that process failed.
-int AnotherProcessFinds(const std::string& runtime, const std::string& temporary) {
-  return RunInChild([&] { return InstanceLock(runtime, temporary).AnotherRuns() ? 1 : 0; });
+// Whether a new process finds another one running; it is killed then if asked to.
+int AnotherProcessFinds(const std::string& runtime, const std::string& temporary, bool killed = false) {
+  return RunInChild([&] {
+    InstanceLock lock(runtime, temporary);
+    const int found = lock.AnotherRuns() ? 1 : 0;
+    return killed ? ::raise(SIGKILL) : found;
+  });
 }
 
 TEST(InstanceLock, HoldsFromTheQuestionToTheEnd) {
-  const TemporaryFolder folder;
+  const ScratchFolder folder;
   std::optional<InstanceLock> first(std::in_place, folder.Path(), "/none");
   EXPECT_EQ(AnotherProcessFinds(folder.Path(), "/none"), 0);  // nobody has asked yet
+  EXPECT_EQ(AnotherProcessFinds(folder.Path(), "/none", true), -1);
   EXPECT_FALSE(first->AnotherRuns());
   EXPECT_FALSE(first->AnotherRuns());
   EXPECT_EQ(AnotherProcessFinds(folder.Path(), "/none"), 1);
@@ -33,31 +38,8 @@ TEST(InstanceLock, HoldsFromTheQuestionToTheEnd) {
   EXPECT_EQ(AnotherProcessFinds(folder.Path(), "/none"), 0);
 }
 
-TEST(InstanceLock, DiesWithAKilledProcess) {
-  const TemporaryFolder folder;
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t holder = ::fork();
-  if (holder == 0) {
-    InstanceLock lock(folder.Path(), "/none");
-    const char answer = lock.AnotherRuns() ? 'y' : 'n';
-    if (::write(ready[1], &answer, 1) != 1) ::_exit(1);
-    for (;;) ::pause();
-  }
-  char answer = 0;
-  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
-  EXPECT_EQ(answer, 'n');
-  InstanceLock second(folder.Path(), "/none");
-  EXPECT_TRUE(second.AnotherRuns());
-  ::kill(holder, SIGKILL);
-  ::waitpid(holder, nullptr, 0);
-  EXPECT_FALSE(second.AnotherRuns());
-  ::close(ready[0]);
-  ::close(ready[1]);
-}
-
 TEST(InstanceLock, WithoutARuntimeFolderTheTemporaryOneServes) {
-  const TemporaryFolder folder;
+  const ScratchFolder folder;
   const mode_t before = ::umask(0);
   InstanceLock first("", folder.Path());
   EXPECT_FALSE(first.AnotherRuns());
@@ -70,7 +52,7 @@ TEST(InstanceLock, WithoutARuntimeFolderTheTemporaryOneServes) {
 }
 
 TEST(InstanceLock, WhatOthersPlantedIsLeftAlone) {
-  const TemporaryFolder folder;
+  const ScratchFolder folder;
   const std::string file = folder.Path("quillbox-" + std::to_string(::geteuid()) + ".lock");
   PutContent(folder.Path("victim"), "x");
   fs::permissions(folder.Path("victim"), fs::perms::owner_all);

@@ -116,48 +116,21 @@ TEST(KeyNotation, BracesNameQuoteAndRepeat) {
 }
 
 TEST(KeyNotation, WhatCannotBeReadFailsAsAWhole) {
-  const char16_t loneHigh[] = {u'a', 0xD83D, 0};
-  const char16_t loneLow[] = {0xDE00, u'a', 0};
-  const char16_t nul[] = {u'a', 0};
-  for (const TextView keys : std::initializer_list<TextView>{u"abc{",
-                                                             u"abc{END",
-                                                             u"{",
-                                                             u"}",
-                                                             u"a}",
-                                                             u"{}",
-                                                             u"{}a",
-                                                             u"{}a}",
-                                                             u"(",
-                                                             u"(a",
-                                                             u")",
-                                                             u"a)",
-                                                             u"(a))",
-                                                             u"+",
-                                                             u"ab^",
-                                                             u"+(a%)",
-                                                             u"(+)",
-                                                             u"{NAME}",
-                                                             u"{SCRIPT}",
-                                                             u"{ab}",
-                                                             u"{F0}",
-                                                             u"{F25}",
-                                                             u"{F01}",
-                                                             u"{F 1x}",
-                                                             u"{F999999999999999999999}",
-                                                             u"{LEFT }",
-                                                             u"{LEFT x}",
-                                                             u"{LEFT -1}",
-                                                             u"{LEFT 1 }",
-                                                             u"{LEFT 32768}",
-                                                             u"{LEFT 99999999999999999999999}",
-                                                             u"{LEFT 1.5}",
-                                                             u"{ LEFT}",
-                                                             u"{ 3}",
-                                                             u"\x1B",
-                                                             u"\x7F",
-                                                             TextView(loneHigh),
-                                                             TextView(loneLow),
-                                                             TextView(nul, 2)}) {
+  for (const Text keys :
+       {// Braces and parentheses that don't match.
+        u"abc{", u"abc{END", u"{", u"}", u"a}", u"{}", u"{}a", u"{}a}", u"(", u"(a", u")", u"a)", u"(a))",
+        // Signs without a key.
+        u"+", u"ab^", u"+(a%)", u"(+)",
+        // No such key.
+        u"{NAME}", u"{SCRIPT}", u"{ab}", u"{F0}", u"{F25}", u"{F01}", u"{F 1x}", u"{F999999999999999999999}",
+        // No such count.
+        u"{LEFT }", u"{LEFT x}", u"{LEFT -1}", u"{LEFT 1 }", u"{LEFT 32768}",
+        u"{LEFT 99999999999999999999999}", u"{LEFT 1.5}", u"{ LEFT}", u"{ 3}",
+        // Control characters.
+        u"\x1B", u"\x7F"}) {
+    EXPECT_EQ(TryParse(keys), std::nullopt) << ToUtf8(keys);
+  }
+  for (const Text& keys : {Text{u'a', 0xD83D}, Text{0xDE00, u'a'}, Text{u'a', 0}}) {
     EXPECT_EQ(TryParse(keys), std::nullopt) << ToUtf8(keys);
   }
 }

@@ -22,8 +22,9 @@ class MLToolTipTest : public testing::Test {
   // The lines, with "|" between them; what is underlined stands in brackets.
   std::string Lines(const Text& tip) {
     Text lines;
-    for (const TipLine& line : Lay(tip).lines) {
-      if (&line != &Lay(tip).lines.front() && !lines.empty()) lines += u'|';
+    const TipLayout layout = Lay(tip);
+    for (const TipLine& line : layout.lines) {
+      if (&line != &layout.lines.front()) lines += u'|';
       std::size_t next = 0;
       for (std::size_t i = 0; i < line.text.size(); ++i) {
         const bool underlined = next < line.underlined.size() && line.underlined[next] == i;
@@ -82,16 +83,19 @@ TEST_F(MLToolTipTest, WidthIsWithoutLimitUntilItIsSet) {
 }
 
 TEST_F(MLToolTipTest, MarksAlignAndAreNotShown) {
-  EXPECT_EQ(Lay(u"plain").alignment, 0);
-  for (const Text mark : {u"<c>", u"<C>"}) {
-    EXPECT_EQ(Lay(mark + u"text").alignment, 1);
-    EXPECT_EQ(Lines(mark + u"text"), "text");
-  }
-  for (const Text mark : {u"<r>", u"<R>"}) EXPECT_EQ(Lay(mark + u"text").alignment, 2);
-  EXPECT_EQ(Lines(u"<c><r>text"), "<r>text") << "one mark at most";
-  for (const Text unmarked : {u"a<c>b", u" <r>b", u"<l>b", u"<c"}) {
-    EXPECT_EQ(Lay(unmarked).alignment, 0);
-    EXPECT_EQ(Lines(unmarked), ToUtf8(unmarked));
+  const struct {
+    Text tip;
+    int alignment;
+    std::string shown;
+  } cases[] = {
+      {u"plain", 0, "plain"},  {u"<c>text", 1, "text"}, {u"<C>text", 1, "text"},
+      {u"<r>text", 2, "text"}, {u"<R>text", 2, "text"}, {u"<c><r>text", 1, "<r>text"},  // one mark at most
+      {u"a<c>b", 0, "a<c>b"},  {u" <r>b", 0, " <r>b"},  {u"<l>b", 0, "<l>b"},
+      {u"<c", 0, "<c"},
+  };
+  for (const auto& [tip, alignment, shown] : cases) {
+    EXPECT_EQ(Lay(tip).alignment, alignment) << ToUtf8(tip);
+    EXPECT_EQ(Lines(tip), shown);
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <chrono>
-#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -60,74 +59,62 @@ std::string Expected(double value) {
   return (value < 0 ? "-" : "") + text;
 }
 
+struct Reading {
+  const char* text;
+  double value;
+};
+
+void ExpectRead(std::initializer_list<Reading> readings) {
+  for (const Reading& reading : readings) EXPECT_EQ(Read(reading.text), reading.value) << reading.text;
+}
+
+void ExpectOverflow(std::initializer_list<const char*> texts) {
+  for (const char* text : texts) EXPECT_EQ(FailureOf(text), errors::kOverflow) << text;
+}
+
 TEST(NumberText, WritesPlainOrScientific) {
-  struct Case {
-    double value;
-    const char* text;
-  };
-  const Case cases[] = {
-      {0.5, "0.5"},
-      {1.0 / 3, "0.333333333333333"},
-      {1.0 / 30, "3.33333333333333E-02"},
-      {0.05, "0.05"},
-      {123456789012345, "123456789012345"},
-      {1234567890123456, "1.23456789012346E+15"},
-      {1e15, "1E+15"},
-      {-2.5, "-2.5"},
+  const std::pair<double, const char*> cases[] = {
       {0, "0"},
       {-0.0, "0"},
+      {-2.5, "-2.5"},
+      {0.1 + 0.2, "0.3"},
+      {1.0 / 3, "0.333333333333333"},
+      {1.0 / 30, "3.33333333333333E-02"},
       {1e14, "100000000000000"},
+      {1e15, "1E+15"},
+      {1234567890123456, "1.23456789012346E+15"},
       {999999999999999.4, "999999999999999"},
       {999999999999999.6, "1E+15"},  // it is the rounded value that counts
-      {0.1 + 0.2, "0.3"},
       {1e-15, "0.000000000000001"},
       {1e-16, "1E-16"},
-      {1.5e-15, "1.5E-15"},
-      {0.00012345678901, "0.00012345678901"},
       {0.000123456789012, "0.000123456789012"},
       {0.0001234567890123, "1.234567890123E-04"},
       {-1.5e300, "-1.5E+300"},
-      {2e-9, "0.000000002"},
-      {Limits::max(), "1.79769313486232E+308"},
-      {Limits::min(), "2.2250738585072E-308"},
       {Limits::denorm_min(), "4.94065645841247E-324"},
   };
-  for (const Case& c : cases) EXPECT_EQ(Written(c.value), c.text);
+  for (const auto& [value, text] : cases) EXPECT_EQ(Written(value), text);
+  for (const double value : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+    EXPECT_THROW(MakeTextFromNumber(value), RuntimeError);
+  }
 }
 
 TEST(NumberText, WritesTheSeparatorThatIsAskedFor) {
   EXPECT_EQ(MakeTextFromNumber(-2.5, u','), u"-2,5");
   EXPECT_EQ(MakeTextFromNumber(1.25e-20, u','), u"1,25E-20");
   EXPECT_EQ(MakeTextFromNumber(1000000, u','), u"1000000");
-  EXPECT_EQ(MakeTextFromNumber(0.5, u'\x66B'),
-            u"0\x66B"
-            u"5");
-}
-
-TEST(NumberText, OnlyFiniteValuesAreWritten) {
-  for (const double value : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
-    EXPECT_THROW(MakeTextFromNumber(value), RuntimeError);
-  }
+  EXPECT_EQ(MakeTextFromNumber(0.5, u'\x66B'), (Text{u'0', u'\x66B', u'5'}));
 }
 
 TEST(NumberText, ReadsTheNumberThatATextBeginsWith) {
-  struct Case {
-    const char* text;
-    double value;
-  };
-  const Case cases[] = {
-      {"", 0},
-      {"Error!", 0},
-      {"Sorry... no complex numbers!", 0},
-      {"-", 0},
-      {"+", 0},
-      {".", 0},
-      {"-.E5", 0},
-      {"E5", 0},
-      {"--5", 0},
-      {"+-5", 0},
-      {"0\r\n", 0},
-      {"1\r2", 1},
+  for (const char* text : {"", "Error!", "Sorry... no complex numbers!", "-", "+", ".", "-.E5", "E5", "--5",
+                           "+-5", "0\r\n", "FF", "inf", "nan", "0x10", "-0"}) {
+    EXPECT_EQ(Read(text), 0) << text;
+  }
+  for (const char* text : {"1\r2", "1e", "1e+", "1e-x", "1ee5", "1F", "1\xA0\x32"}) {
+    EXPECT_EQ(Read(text), 1) << text;
+  }
+  EXPECT_EQ(GetNumberFromText(Text{u'1', u'\0', u'2'}), 1);
+  ExpectRead({
       {"1.5.5", 1.5},
       {"12,5", 12},
       {"12.5 kg", 12.5},
@@ -139,78 +126,32 @@ TEST(NumberText, ReadsTheNumberThatATextBeginsWith) {
       {"1E5", 1e5},
       {"1d-2", 0.01},
       {"1D+2", 100},
-      {"1e", 1},
-      {"1e+", 1},
-      {"1e-x", 1},
-      {"1ee5", 1},
       {"1e5.5", 1e5},
       {"1E5E5", 1e5},
       {"007", 7},
       {"  - 1 2\t.\n5 E - 1 ", -1.25},
-      {"1F", 1},
-      {"FF", 0},
-      {"inf", 0},
-      {"nan", 0},
-      {"0x10", 0},
-      {"1\xA0"
-       "2",
-       1},
-      {"-0", 0},
-      {"4.35", 4.35},
       {"9007199254740993", 9007199254740992},
-  };
-  for (const Case& c : cases) EXPECT_EQ(Read(c.text), c.value) << c.text;
-  EXPECT_EQ(GetNumberFromText(TextView(u"1\0"
-                                       u"2",
-                                       3)),
-            1);
+  });
 }
 
 TEST(NumberText, ReadsHexadecimalAndOctalAsSigned) {
-  struct Case {
-    const char* text;
-    double value;
-  };
-  const Case cases[] = {
-      {"&HFF", 255},
+  ExpectRead({
+      // The limits of each size are in the tests of the calculator's bases.
       {"&h7fff", 32767},
-      {"&H8000", -32768},
-      {"&HFFFF", -1},
       {"&H0000FFFF", -1},
-      {"&H10000", 65536},
-      {"&H7FFFFFFF", 2147483647},
-      {"&H80000000", -2147483648.0},
-      {"&HFFFFFFFF", -1},
       {"&H00000000000FF", 255},
-      {"&O377", 255},
       {"&o77777", 32767},
-      {"&O100000", -32768},
-      {"&O177777", -1},
-      {"&O200000", 65536},
-      {"&O17777777777", 2147483647},
-      {"&O37777777777", -1},
       {"&O189", 1},
       {"&H1G", 1},
-      {"&H", 0},
-      {"&", 0},
-      {"&X1", 0},
-      {"&H-1", 0},
-      {"-&H1", 0},
       {" & H\tF\nF ", 255},
-  };
-  for (const Case& c : cases) EXPECT_EQ(Read(c.text), c.value) << c.text;
-  for (const char* text : {"&H100000000", "&HFFFFFFFFFFFFFFFFFFFF", "&O40000000000"}) {
-    EXPECT_EQ(FailureOf(text), errors::kOverflow) << text;
-  }
+  });
+  for (const char* text : {"&H", "&", "&X1", "&H-1", "-&H1"}) EXPECT_EQ(Read(text), 0) << text;
+  ExpectOverflow({"&H100000000", "&HFFFFFFFFFFFFFFFFFFFF", "&O40000000000"});
 }
 
 TEST(NumberText, TooLargeFailsAndTooSmallIsZero) {
-  for (const char* text : {"1E309", "-1E309", "1.8E308", "1E99999999999999999999", "1D400", "2E+308"}) {
-    EXPECT_EQ(FailureOf(text), errors::kOverflow) << text;
-  }
-  EXPECT_EQ(Read("1.7976931348623157E308"), Limits::max());
+  ExpectOverflow({"1E309", "-1E309", "1.8E308", "1.7976931348623159E308", "1E99999999999999999999", "1D400"});
   EXPECT_EQ(Read("1.7976931348623158E308"), Limits::max());
-  EXPECT_EQ(FailureOf("1.7976931348623159E308"), errors::kOverflow);
   EXPECT_EQ(Read("5E-324"), Limits::denorm_min());
   for (const char* text : {"1E-400", "-1E-400", "2E-324", "1E-99999999999999999999", "0E99999", "0.0E400"}) {
     EXPECT_EQ(Read(text), 0) << text;
@@ -266,17 +207,17 @@ TEST(NumberText, PowersHalvesAndNeighbours) {
 TEST(NumberText, EveryDigitOfALongTextCounts) {
   // The middle between 1 and its successor rounds down to even; any digit above it, however far, rounds up.
   const std::string middle = "1.00000000000000011102230246251565404236316680908203125";
-  const double successor = std::nextafter(1.0, 2.0);
+  const std::string zeros(100'000, '0');
   EXPECT_EQ(Read(middle), 1.0);
-  EXPECT_EQ(Read(middle + std::string(100'000, '0')), 1.0);
-  EXPECT_EQ(Read(middle + std::string(100'000, '0') + "1"), successor);
-  EXPECT_EQ(Read(std::string(100'000, '0') + middle), 1.0);
+  EXPECT_EQ(Read(middle + zeros), 1.0);
+  EXPECT_EQ(Read(middle + zeros + "1"), std::nextafter(1.0, 2.0));
+  EXPECT_EQ(Read(zeros + middle), 1.0);
   EXPECT_EQ(Read("0." + std::string(99'999, '0') + "25E99999"), 0.25);
-  EXPECT_EQ(Read("25" + std::string(100'000, '0') + "E-100002"), 0.25);
-  EXPECT_EQ(Read("0." + std::string(100'000, '0') + "1"), 0);
-  EXPECT_EQ(FailureOf("1" + std::string(100'000, '0')), errors::kOverflow);
-  EXPECT_EQ(Read("1E-" + std::string(100'000, '0') + "2"), 0.01);
-  EXPECT_EQ(Read("&H" + std::string(100'000, '0') + "10"), 16);
+  EXPECT_EQ(Read("25" + zeros + "E-100002"), 0.25);
+  EXPECT_EQ(Read("0." + zeros + "1"), 0);
+  EXPECT_EQ(FailureOf("1" + zeros), errors::kOverflow);
+  EXPECT_EQ(Read("1E-" + zeros + "2"), 0.01);
+  EXPECT_EQ(Read("&H" + zeros + "10"), 16);
 }
 
 TEST(NumberText, LongTextsAreReadInOnePass) {
@@ -297,13 +238,8 @@ TEST(NumberText, LongTextsAreReadInOnePass) {
 }
 
 TEST(NumberText, WholeNumbersOfSettings) {
-  struct Case {
-    const char* text;
-    long long value;
-  };
-  const Case cases[] = {
+  const std::pair<const char*, long long> cases[] = {
       {"", 0},
-      {"49", 49},
       {"-3", -3},
       {"2.5", 2},
       {"3.5", 4},
@@ -313,24 +249,20 @@ TEST(NumberText, WholeNumbersOfSettings) {
       {"1E400", 2147483648LL},
       {"-1E400", -2147483648LL},
       {"99999999999", 2147483648LL},
-      {"-2147483648", -2147483648LL},
       {"2147483647", 2147483647},
       {"&HFFFFFFFFF", 2147483648LL},
       {"&HFFFF", -1},
-      {"x", 0},
   };
-  for (const Case& c : cases) EXPECT_EQ(WholeNumber(Wide(c.text)), c.value) << c.text;
+  for (const auto& [text, value] : cases) EXPECT_EQ(WholeNumber(Wide(text)), value) << text;
 }
 
 TEST(NumberText, RoundsTheDecimalDigitsAndTiesToEven) {
-  struct Case {
+  const struct {
     double value;
     int decimals;
     double rounded;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {2.5, 0, 2},
-      {3.5, 0, 4},
       {-2.5, 0, -2},
       {-3.5, 0, -4},
       {0.5, 0, 0},
@@ -340,20 +272,16 @@ TEST(NumberText, RoundsTheDecimalDigitsAndTiesToEven) {
       {99.96, 1, 100},
       {2.675, 2, 2.68},  // its digits are what is rounded, not the bits, which lie below the tie
       {2.665, 2, 2.66},
-      {1.005, 2, 1},
-      {0.123456789012345, 14, 0.12345678901234},
       {0.123456789012355, 14, 0.12345678901236},
       {1.22464679914735e-16, 14, 0},
       {5e-15, 14, 0},
       {5.00000000000001e-15, 14, 1e-14},
       {-9.9e-15, 14, -1e-14},
       {1e300, 14, 1e300},
-      {Limits::max(), 14, Limits::max()},
       {Limits::denorm_min(), 14, 0},
-      {30.0000000000001, 12, 30},
       {1.23456789012345e+15, 14, 1.23456789012345e+15},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(RoundToDecimals(c.value, c.decimals), c.rounded) << c.value << ", " << c.decimals;
   }
   EXPECT_FALSE(std::signbit(RoundToDecimals(-1e-20, 14)));
@@ -371,18 +299,6 @@ TEST(NumberText, RoundsLikeTheCLibraryAwayFromTies) {
     std::snprintf(buffer, sizeof buffer, "%.*f", decimals, value);
     ASSERT_EQ(RoundToDecimals(value, decimals), std::strtod(buffer, nullptr)) << value << ", " << decimals;
   }
-}
-
-TEST(NumberText, TheLocaleOfTheProcessChangesNothing) {
-  const std::string before = std::setlocale(LC_ALL, nullptr);
-  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE.utf8", ""}) {
-    if (std::setlocale(LC_ALL, name) != nullptr) break;
-  }
-  EXPECT_EQ(Written(-1234.5), "-1234.5");
-  EXPECT_EQ(Read("1234.5"), 1234.5);
-  EXPECT_EQ(Read("1,5"), 1);
-  EXPECT_EQ(RoundToDecimals(1.25, 1), 1.2);
-  std::setlocale(LC_ALL, before.c_str());
 }
 
 }  // namespace

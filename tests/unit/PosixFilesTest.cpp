@@ -1,22 +1,20 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <thread>
 
+#include "memory/ScratchFolder.h"
 #include "platform/Utf8.h"
 #include "platform/linux/PosixFiles.h"
 #include "unit/ChildProcess.h"
-#include "unit/TemporaryFolder.h"
+#include "unit/FileContent.h"
 
 namespace quillbox {
 namespace {
@@ -28,8 +26,6 @@ using std::chrono::steady_clock;
 constexpr std::size_t kSize = 200000;
 const std::string kOld(kSize, 'o');
 const std::string kNew(kSize, 'n');
-
-Text T(const std::string& path) { return FromUtf8(path); }
 
 // The number of the RuntimeError that `statement` throws, 0 for none.
 template <class Statement>
@@ -93,247 +89,195 @@ class FaultyCalls : public SystemCalls {
   int error_;
 };
 
-// Kills a writer at each of its calls; gives how many there were.
-int KillAtEachCall(FaultyCalls::Fault fault) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Path("ClipData.qbx");
+class PosixFilesTest : public testing::Test {
+ protected:
+  std::string Path(const std::string& name = "") const { return folder_.Path(name); }
+  Text In(const std::string& name) const { return FromUtf8(Path(name)); }
+  // The numbers of the failures, 0 for none.
+  int ReadFails(const std::string& name) {
+    return NumberOf([&] { PosixFiles().Read(In(name)); });
+  }
+  int WriteFails(const std::string& name) {
+    return NumberOf([&] { PosixFiles().Write(In(name), "x"); });
+  }
+  int FolderFails(const std::string& name) {
+    return NumberOf([&] { PosixFiles().MakeFolder(In(name)); });
+  }
+  // Kills a writer at each of its calls; gives how many there were.
+  int KillAtEachCall(FaultyCalls::Fault fault);
+
+  const ScratchFolder folder_;
+  const std::string list_ = Path("ClipData.qbx");
+  const Text listPath_ = FromUtf8(list_);
+};
+
+int PosixFilesTest::KillAtEachCall(FaultyCalls::Fault fault) {
   int call = 1;
   for (;; ++call) {
-    PutContent(path, kOld);
+    PutContent(list_, kOld);
     const int code = RunInChild([&] {
       PosixFiles files(std::make_shared<FaultyCalls>(call, fault));
-      files.Write(T(path), kNew);
+      files.Write(listPath_, kNew);
       return 0;
     });
-    const std::string content = ContentOf(path);
+    const std::string content = ContentOf(list_);
     EXPECT_TRUE(content == kOld || content == kNew) << "killed at call " << call;
     if (code == 0) {
       EXPECT_EQ(content, kNew);
-      break;
+      return call - 1;
     }
     EXPECT_EQ(code, 7);
     // The next write goes through and takes away what the killed one left.
-    PosixFiles().Write(T(path), kOld);
-    EXPECT_EQ(EntriesIn(folder.Path()), 1U);
+    PosixFiles().Write(listPath_, kOld);
+    EXPECT_EQ(EntriesIn(Path()), 1U);
   }
-  return call - 1;
 }
 
-TEST(PosixFiles, AKilledWriterLeavesTheOldFileOrTheNewOne) {
+TEST_F(PosixFilesTest, AKilledWriterLeavesTheOldFileOrTheNewOne) {
   // At least open, mode, three writes, close and rename.
   EXPECT_GE(KillAtEachCall(FaultyCalls::Fault::DieBefore), 7);
   EXPECT_GE(KillAtEachCall(FaultyCalls::Fault::DieAfter), 7);
 }
 
-TEST(PosixFiles, AFailedCallLeavesTheOldFileAndNothingBesideIt) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Path("ClipData.qbx");
-  PutContent(path, kOld);
-  const struct {
-    int error;
-    int number;
-  } cases[] = {{ENOSPC, errors::kDiskFull},
-               {EDQUOT, errors::kDiskFull},
-               {EIO, errors::kDeviceError},
-               {EROFS, errors::kPermission},
-               {EACCES, errors::kPermission}};
+TEST_F(PosixFilesTest, AFailedCallLeavesTheOldFileAndNothingBesideIt) {
+  PutContent(list_, kOld);
+  const std::pair<int, int> cases[] = {{ENOSPC, errors::kDiskFull},
+                                       {EDQUOT, errors::kDiskFull},
+                                       {EIO, errors::kDeviceError},
+                                       {EROFS, errors::kPermission},
+                                       {EACCES, errors::kPermission}};
   for (const auto& [error, number] : cases) {
     for (int call = 1; call <= 7; ++call) {
       PosixFiles files(std::make_shared<FaultyCalls>(call, FaultyCalls::Fault::Fail, error));
-      EXPECT_EQ(NumberOf([&] { files.Write(T(path), kNew); }), number) << "call " << call;
-      EXPECT_EQ(ContentOf(path), kOld);
-      EXPECT_EQ(EntriesIn(folder.Path()), 1U);
+      EXPECT_EQ(NumberOf([&] { files.Write(listPath_, kNew); }), number) << "call " << call;
+      EXPECT_EQ(ContentOf(list_), kOld);
+      EXPECT_EQ(EntriesIn(Path()), 1U);
     }
   }
 }
 
-TEST(PosixFiles, AFullDiskKeepsTheOldFile) {
-  const TemporaryFolder folder;
-  constexpr int kNoMount = 97;
-  const int code = RunInChild([&] {
-    // A disk of 256 KiB that only this child sees.
-    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        ::mount("none", folder.Path().c_str(), "tmpfs", 0, "size=256k") != 0) {
-      return kNoMount;
-    }
-    const Text path = T(folder.Path("ClipData.qbx"));
-    PosixFiles files;
-    files.Write(path, "old");
-    if (NumberOf([&] { files.Write(path, std::string(300000, 'n')); }) != errors::kDiskFull) return 1;
-    if (files.Read(path) != "old" || EntriesIn(folder.Path()) != 1) return 2;
-    files.Write(path, std::string(200000, 'n'));
-    return files.Read(path).size() == 200000 ? 0 : 3;
-  });
-  if (code == kNoMount) GTEST_SKIP() << "needs the right to mount";
-  EXPECT_EQ(code, 0);
-}
-
-TEST(PosixFiles, AnInterruptedCallGoesOn) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Path("ClipData.qbx");
+TEST_F(PosixFilesTest, AnInterruptedCallGoesOn) {
   for (const int call : {1, 4, 6}) {  // opening, the second write, closing
     const auto calls = std::make_shared<FaultyCalls>(call, FaultyCalls::Fault::Fail, EINTR);
     PosixFiles files(calls);
-    files.Write(T(path), kNew);
+    files.Write(listPath_, kNew);
     EXPECT_TRUE(calls->Reached());
-    EXPECT_EQ(ContentOf(path), kNew);
-    fs::remove(path);
+    EXPECT_EQ(ContentOf(list_), kNew);
+    fs::remove(list_);
   }
 }
 
-TEST(PosixFiles, ReadersSeeWholeFilesWhileOneWrites) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Path("ClipData.qbx");
-  PosixFiles files;
-  files.Write(T(path), kOld);
-  std::atomic<bool> ended = false;
-  std::atomic<int> torn = 0;
-  std::thread reader([&] {
-    while (!ended) {
-      const std::string content = ContentOf(path);
-      if (content != kOld && content != kNew) ++torn;
-    }
-  });
-  for (int round = 0; round < 100; ++round) files.Write(T(path), round % 2 == 0 ? kNew : kOld);
-  ended = true;
-  reader.join();
-  EXPECT_EQ(torn, 0);
-}
-
-TEST(PosixFiles, ModesHoldWhateverTheUmask) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, ModesHoldWhateverTheUmask) {
   for (const mode_t mask : {0000U, 0022U, 0277U}) {
     const mode_t before = ::umask(mask);
     PosixFiles files;
-    files.MakeOnDemand(T(folder.Path("share/quillbox")));
-    files.MakeFolder(T(folder.Path("share/quillbox/ann")));
-    files.MakeFolder(T(folder.Path("share/quillbox/ann")));
-    files.Write(T(folder.Path("share/quillbox/ann/PadData.qbx")), "x");
+    files.MakeOnDemand(In("share/quillbox"));
+    files.MakeFolder(In("share/quillbox/ann"));
+    files.MakeFolder(In("share/quillbox/ann"));
+    files.Write(In("share/quillbox/ann/PadData.qbx"), "x");
     ::umask(before);
-    EXPECT_EQ(ModeOf(folder.Path("share")), 0700U);
-    EXPECT_EQ(ModeOf(folder.Path("share/quillbox")), 0700U);
-    EXPECT_EQ(ModeOf(folder.Path("share/quillbox/ann")), 0700U);
-    EXPECT_EQ(ModeOf(folder.Path("share/quillbox/ann/PadData.qbx")), 0600U);
-    fs::remove_all(folder.Path("share"));
+    for (const char* name : {"share", "share/quillbox", "share/quillbox/ann"}) {
+      EXPECT_EQ(ModeOf(Path(name)), 0700U) << name;
+    }
+    EXPECT_EQ(ModeOf(Path("share/quillbox/ann/PadData.qbx")), 0600U);
+    fs::remove_all(Path("share"));
   }
 }
 
-TEST(PosixFiles, FoldersAreMadeOneLevelDeep) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, LinkedFilesStayLinked) {
+  fs::create_directories(Path("sync"));
+  fs::create_directories(Path("data"));
   PosixFiles files;
-  EXPECT_EQ(NumberOf([&] { files.MakeFolder(T(folder.Path("a/b"))); }), errors::kPathNotFound);
-  PutContent(folder.Path("file"), "x");
-  EXPECT_EQ(NumberOf([&] { files.MakeFolder(T(folder.Path("file"))); }), errors::kPathAccess);
-  EXPECT_EQ(NumberOf([&] { files.MakeFolder(T(folder.Path("file/b"))); }), errors::kPathAccess);
-  EXPECT_EQ(NumberOf([&] { files.Write(T(folder.Path("file/b")), "y"); }), errors::kPathAccess);
-  EXPECT_EQ(NumberOf([&] { files.Write(T(folder.Path("a/b")), "y"); }), errors::kPathNotFound);
-  EXPECT_EQ(ContentOf(folder.Path("file")), "x");
-}
-
-TEST(PosixFiles, LinkedFilesStayLinked) {
-  const TemporaryFolder folder;
-  fs::create_directories(folder.Path("sync"));
-  fs::create_directories(folder.Path("data"));
-  PosixFiles files;
-  const std::string link = folder.Path("data/PadData.qbx");
-  fs::create_symlink("../sync/Pad", link);
-  EXPECT_FALSE(files.Exists(T(link)));
-  files.Write(T(link), "made");
-  EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_TRUE(files.Exists(T(link)));
-  EXPECT_EQ(ContentOf(folder.Path("sync/Pad")), "made");
-
-  fs::create_symlink(link, folder.Path("second"));
-  files.Write(T(folder.Path("second")), "again");
-  EXPECT_TRUE(fs::is_symlink(folder.Path("second")));
-  EXPECT_EQ(ContentOf(folder.Path("sync/Pad")), "again");
-
-  fs::create_symlink("loop", folder.Path("loop"));
-  EXPECT_EQ(NumberOf([&] { files.Write(T(folder.Path("loop")), "x"); }), errors::kPathAccess);
-  EXPECT_TRUE(fs::is_symlink(folder.Path("loop")));
-  EXPECT_EQ(EntriesIn(folder.Path("sync")), 1U);
-}
-
-TEST(PosixFiles, OnlyFilesAreReadAndReplaced) {
-  const TemporaryFolder folder;
-  PosixFiles files;
-  ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
-  for (const std::string& path : {folder.Path("pipe"), std::string("/dev/zero"), folder.Path()}) {
-    EXPECT_EQ(NumberOf([&] { files.Read(T(path)); }), errors::kPathAccess) << path;
-    EXPECT_EQ(NumberOf([&] { files.Write(T(path), "x"); }), errors::kPathAccess) << path;
+  fs::create_symlink("../sync/Pad", Path("data/PadData.qbx"));
+  fs::create_symlink(Path("data/PadData.qbx"), Path("second"));
+  for (const std::string link : {"data/PadData.qbx", "second"}) {
+    EXPECT_EQ(files.Exists(In(link)), link == "second");  // the first write makes it
+    files.Write(In(link), link);
+    EXPECT_TRUE(fs::is_symlink(Path(link)));
+    EXPECT_TRUE(files.Exists(In(link)));
+    EXPECT_EQ(ContentOf(Path("sync/Pad")), link);
   }
-  EXPECT_TRUE(fs::is_fifo(folder.Path("pipe")));
-  EXPECT_EQ(NumberOf([&] { files.Read(T(folder.Path("none"))); }), errors::kFileNotFound);
-  EXPECT_EQ(NumberOf([&] { files.Read(T(folder.Path("none/none"))); }), errors::kPathNotFound);
-
-  PutContent(folder.Path("a"), "a");
-  Text cut = T(folder.Path("a"));
-  cut += u'\0';
-  cut += u"b";
-  EXPECT_FALSE(files.Exists(cut));
-  EXPECT_EQ(NumberOf([&] { files.Write(cut, "x"); }), errors::kPathAccess);
-  EXPECT_EQ(ContentOf(folder.Path("a")), "a");
-
-  fs::resize_file(folder.Path("a"), (std::uintmax_t{1} << 30) + 1);
-  EXPECT_EQ(NumberOf([&] { files.Read(T(folder.Path("a"))); }), errors::kDeviceError);
+  fs::create_symlink("loop", Path("loop"));
+  EXPECT_EQ(WriteFails("loop"), errors::kPathAccess);
+  EXPECT_TRUE(fs::is_symlink(Path("loop")));
+  EXPECT_EQ(EntriesIn(Path("sync")), 1U);
 }
 
-TEST(PosixFiles, ContentComesBackByteByByte) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, OnlyFilesAreReadAndReplacedAndFoldersMadeOneLevelDeep) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  for (const std::string name : {"pipe", "../../../../../../dev/zero", ""}) {
+    EXPECT_EQ(ReadFails(name), errors::kPathAccess) << name;
+    EXPECT_EQ(WriteFails(name), errors::kPathAccess) << name;
+  }
+  EXPECT_TRUE(fs::is_fifo(Path("pipe")));
+  EXPECT_EQ(ReadFails("none"), errors::kFileNotFound);
+  EXPECT_EQ(ReadFails("none/none"), errors::kPathNotFound);
+  EXPECT_EQ(WriteFails("none/none"), errors::kPathNotFound);
+  EXPECT_EQ(FolderFails("none/none"), errors::kPathNotFound);
+
+  PutContent(Path("file"), "x");
+  EXPECT_EQ(FolderFails("file"), errors::kPathAccess);
+  EXPECT_EQ(FolderFails("file/b"), errors::kPathAccess);
+  EXPECT_EQ(WriteFails("file/b"), errors::kPathAccess);
+  const Text cut = In("file") + u'\0' + u"b";
+  EXPECT_FALSE(PosixFiles().Exists(cut));
+  EXPECT_EQ(NumberOf([&] { PosixFiles().Write(cut, "y"); }), errors::kPathAccess);
+  EXPECT_EQ(ContentOf(Path("file")), "x");
+  fs::resize_file(Path("file"), (std::uintmax_t{1} << 30) + 1);
+  EXPECT_EQ(ReadFails("file"), errors::kDeviceError);
+}
+
+TEST_F(PosixFilesTest, ContentComesBackByteByByte) {
   PosixFiles files;
-  const Text path = T(folder.Path("J\xC3\xBCrgen \xE2\x82\xAC"));
+  const Text path = In("J\xC3\xBCrgen \xE2\x82\xAC");
   std::string content;
   for (int i = 0; i < 70000; ++i) content += static_cast<char>(i * 7);
-  files.Write(path, content);
-  EXPECT_EQ(files.Read(path), content);
-  files.Write(path, "");
-  EXPECT_EQ(files.Read(path), "");
-  files.Rename(path, T(folder.Path("renamed")));
+  for (const std::string& written : {content, std::string()}) {
+    files.Write(path, written);
+    EXPECT_EQ(files.Read(path), written);
+  }
+  files.Rename(path, In("renamed"));
   EXPECT_FALSE(files.Exists(path));
-  EXPECT_TRUE(files.Exists(T(folder.Path("renamed"))));
-  EXPECT_EQ(NumberOf([&] { files.Rename(path, T(folder.Path("x"))); }), errors::kFileNotFound);
+  EXPECT_TRUE(files.Exists(In("renamed")));
+  EXPECT_EQ(NumberOf([&] { files.Rename(path, In("x")); }), errors::kFileNotFound);
 }
 
-TEST(PosixFiles, WithoutPermissionNothingChanges) {
-  const TemporaryFolder folder;
-  fs::permissions(folder.Path(), fs::perms::all);
+TEST_F(PosixFilesTest, WithoutPermissionNothingChanges) {
+  fs::permissions(Path(), fs::perms::all);
+  const auto chmod = [this](const std::string& name, mode_t mode) { ::chmod(Path(name).c_str(), mode); };
   const int code = RunAsOrdinaryUser([&] {
     PosixFiles files;
-    const std::string own = folder.Path("own");
-    files.MakeFolder(T(own));
-    files.Write(T(own + "/file"), "old");
-    ::chmod((own + "/file").c_str(), 0);
-    if (NumberOf([&] { files.Read(T(own + "/file")); }) != errors::kPermission) return 1;
-    if (NumberOf([&] { files.Write(T(own + "/file"), "new"); }) != errors::kPermission) return 2;
-    ::chmod((own + "/file").c_str(), 0600);
-    ::chmod(own.c_str(), 0500);
-    if (NumberOf([&] { files.Write(T(own + "/file"), "new"); }) != errors::kPermission) return 3;
-    if (NumberOf([&] { files.MakeFolder(T(own + "/sub")); }) != errors::kPermission) return 4;
-    ::chmod(own.c_str(), 0);
-    if (!files.Exists(T(own + "/file"))) return 5;
-    ::chmod(own.c_str(), 0700);
-    return files.Read(T(own + "/file")) == "old" && EntriesIn(own) == 1 ? 0 : 6;
+    files.MakeFolder(In("own"));
+    files.Write(In("own/file"), "old");
+    chmod("own/file", 0);
+    if (ReadFails("own/file") != errors::kPermission) return 1;
+    if (WriteFails("own/file") != errors::kPermission) return 2;
+    chmod("own/file", 0600);
+    chmod("own", 0500);
+    if (WriteFails("own/file") != errors::kPermission) return 3;
+    if (FolderFails("own/sub") != errors::kPermission) return 4;
+    chmod("own", 0);
+    if (!files.Exists(In("own/file"))) return 5;
+    chmod("own", 0700);
+    return files.Read(In("own/file")) == "old" && EntriesIn(Path("own")) == 1 ? 0 : 6;
   });
   EXPECT_EQ(code, 0);
 }
 
-TEST(PosixFiles, StaleTemporariesOfOthersStay) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, StaleTemporariesOfOthersStay) {
   const auto gone = std::to_string(RunInChild([] { return 0; }) + 4194304);  // above the largest process id
-  PutContent(folder.Path(".quillbox-" + gone + "-1f.tmp"), "left by a killed process");
   const std::string alive = ".quillbox-" + std::to_string(::getpid()) + "-";
-  PutContent(folder.Path(alive + "1.tmp"), "being written");
-  PutContent(folder.Path(alive + "2.tmp"), "too old");
+  // Of a killed process, and of one that lives but too old.
+  const std::string stale[] = {".quillbox-" + gone + "-1f.tmp", alive + "2.tmp"};
+  const std::string kept[] = {alive + "1.tmp", ".quillbox-" + gone + "-1g.tmp", ".quillbox-" + gone + ".tmp",
+                              gone + ".tmp"};
+  for (const std::string& name : stale) PutContent(Path(name), "x");
+  for (const std::string& name : kept) PutContent(Path(name), "x");
   const timeval past[2] = {{::time(nullptr) - 100, 0}, {::time(nullptr) - 100, 0}};
-  ::utimes(folder.Path(alive + "2.tmp").c_str(), past);
-  for (const std::string& name :
-       {".quillbox-" + gone + "-1g.tmp", ".quillbox-" + gone + ".tmp", gone + ".tmp"}) {
-    PutContent(folder.Path(name), "not ours");
-  }
-  PosixFiles().Write(T(folder.Path("file")), "x");
-  EXPECT_FALSE(fs::exists(folder.Path(".quillbox-" + gone + "-1f.tmp")));
-  EXPECT_FALSE(fs::exists(folder.Path(alive + "2.tmp")));
-  EXPECT_EQ(EntriesIn(folder.Path()), 5U);
+  ::utimes(Path(alive + "2.tmp").c_str(), past);
+  PosixFiles().Write(In("file"), "x");
+  for (const std::string& name : stale) EXPECT_FALSE(fs::exists(Path(name))) << name;
+  EXPECT_EQ(EntriesIn(Path()), 5U);
 }
 
 // Counts syncs and lets each take its time.
@@ -353,15 +297,14 @@ class SlowDisk : public SystemCalls {
   milliseconds time_;
 };
 
-TEST(PosixFiles, ASlowDiskHoldsNobodyUp) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, ASlowDiskHoldsNobodyUp) {
   const auto disk = std::make_shared<SlowDisk>(milliseconds(5000));
   const auto start = steady_clock::now();
   {
     PosixFiles files(disk);
-    for (int round = 0; round < 20; ++round) files.Write(T(folder.Path("file")), std::to_string(round));
+    for (int round = 0; round < 20; ++round) files.Write(In("file"), std::to_string(round));
     EXPECT_LT(steady_clock::now() - start, milliseconds(800));
-    EXPECT_EQ(ContentOf(folder.Path("file")), "19");
+    EXPECT_EQ(ContentOf(Path("file")), "19");
   }
   // The end waits a second and no longer.
   EXPECT_GT(steady_clock::now() - start, milliseconds(900));
@@ -369,13 +312,12 @@ TEST(PosixFiles, ASlowDiskHoldsNobodyUp) {
   EXPECT_EQ(disk->begun, 1);
 }
 
-TEST(PosixFiles, WhatIsWrittenIsSyncedBeforeTheEnd) {
-  const TemporaryFolder folder;
+TEST_F(PosixFilesTest, WhatIsWrittenIsSyncedBeforeTheEnd) {
   const auto disk = std::make_shared<SlowDisk>(milliseconds(20));
   {
     PosixFiles files(disk);
-    for (int round = 0; round < 20; ++round) files.Write(T(folder.Path("a")), "x");
-    files.Write(T(folder.Path("b")), "x");
+    for (int round = 0; round < 20; ++round) files.Write(In("a"), "x");
+    files.Write(In("b"), "x");
   }
   EXPECT_EQ(disk->begun, disk->ended);
   EXPECT_GE(disk->ended, 4);   // each file and its folder

@@ -34,11 +34,7 @@ Text RandomText(std::mt19937& random) {
 }
 
 TEST(Utf8, EdgesOfEachLengthOfSequence) {
-  struct Case {
-    Text text;
-    std::string bytes;
-  };
-  const Case cases[] = {
+  const std::pair<Text, std::string> cases[] = {
       {u"", ""},
       {Text(1, u'\0'), std::string(1, '\0')},
       {u"\x7F", "\x7F"},
@@ -52,24 +48,18 @@ TEST(Utf8, EdgesOfEachLengthOfSequence) {
       {u"\U0010FFFF", "\xF4\x8F\xBF\xBF"},
       {u"a\u00BD\u4E2D\U0001F600z", "a\xC2\xBD\xE4\xB8\xAD\xF0\x9F\x98\x80z"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(ToUtf8(c.text), c.bytes);
-    EXPECT_EQ(ToLosslessUtf8(c.text), c.bytes);
-    EXPECT_EQ(FromUtf8(c.bytes), c.text);
-    EXPECT_EQ(FromLosslessUtf8(c.bytes), c.text);
+  for (const auto& [text, bytes] : cases) {
+    EXPECT_EQ(ToUtf8(text), bytes);
+    EXPECT_EQ(ToLosslessUtf8(text), bytes);
+    EXPECT_EQ(FromUtf8(bytes), text);
+    EXPECT_EQ(FromLosslessUtf8(bytes), text);
   }
 }
 
 TEST(Utf8, EachByteOfABrokenSequenceIsReplaced) {
-  struct Case {
-    std::string bytes;
-    Text text;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, Text> cases[] = {
       {"\x80", u"\uFFFD"},
-      {"a\xFF\xFE"
-       "b",
-       u"a\uFFFD\uFFFDb"},
+      {"a\xFF\xFEz", u"a\uFFFD\uFFFDz"},
       {"\xC0\x80", u"\uFFFD\uFFFD"},                      // overlong NUL
       {"\xC1\xBF", u"\uFFFD\uFFFD"},                      // overlong ASCII
       {"\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD"},            // overlong U+07FF
@@ -77,15 +67,13 @@ TEST(Utf8, EachByteOfABrokenSequenceIsReplaced) {
       {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above U+10FFFF
       {"\xF5\x80\x80\x80x", u"\uFFFD\uFFFD\uFFFD\uFFFDx"},
       {"\xE4\xB8", u"\uFFFD\uFFFD"},  // cut off at the end
-      {"\xF0\x9F\x98"
-       "A",
-       u"\uFFFD\uFFFD\uFFFDA"},
+      {"\xF0\x9F\x98z", u"\uFFFD\uFFFD\uFFFDz"},
       {"\xE4\xC2\xBD", u"\uFFFD\u00BD"},  // the next sequence is whole
       {"\xE4\xB8\xE4\xB8\xAD", u"\uFFFD\uFFFD\u4E2D"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(FromUtf8(c.bytes), c.text);
-    EXPECT_EQ(FromLosslessUtf8(c.bytes), c.text);
+  for (const auto& [bytes, text] : cases) {
+    EXPECT_EQ(FromUtf8(bytes), text);
+    EXPECT_EQ(FromLosslessUtf8(bytes), text);
   }
 }
 
@@ -120,10 +108,7 @@ TEST(Utf8, RandomBytesGiveAValidText) {
     const Text text = FromUtf8(bytes);
     ASSERT_LE(text.size(), bytes.size());
     ASSERT_EQ(FromUtf8(ToUtf8(text)), text);
-    const std::string written = ToUtf8(text);
-    if (text.find(u'\uFFFD') == Text::npos) {
-      ASSERT_EQ(written, bytes);
-    }
+    ASSERT_TRUE(text.find(u'\uFFFD') != Text::npos || ToUtf8(text) == bytes);
   }
 }
 
