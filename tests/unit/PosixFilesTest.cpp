@@ -205,10 +205,11 @@ TEST_F(PosixFilesTest, LinkedFilesStayLinked) {
 
 TEST_F(PosixFilesTest, OnlyFilesAreReadAndReplacedAndFoldersMadeOneLevelDeep) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-  for (const std::string name : {"pipe", "../../../../../../dev/zero", ""}) {
+  for (const std::string name : {"pipe", ""}) {
     EXPECT_EQ(ReadFails(name), errors::kPathAccess) << name;
     EXPECT_EQ(WriteFails(name), errors::kPathAccess) << name;
   }
+  EXPECT_EQ(NumberOf([] { PosixFiles().Read(u"/dev/zero"); }), errors::kPathAccess);
   EXPECT_TRUE(fs::is_fifo(Path("pipe")));
   EXPECT_EQ(ReadFails("none"), errors::kFileNotFound);
   EXPECT_EQ(ReadFails("none/none"), errors::kPathNotFound);
