@@ -32,7 +32,8 @@ void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_
   xcb_client_message_event_t event = {};
   event.response_type = XCB_CLIENT_MESSAGE;
   event.format = 32;
-  event.window = static_cast<xcb_window_t>(window.winId());
+  // Qt may make the window anew when it comes back; the widget's own number stays that of the first one.
+  event.window = static_cast<xcb_window_t>(window.windowHandle()->winId());
   event.type = Atom(connection, message);
   event.data.data32[0] = first;
   event.data.data32[1] = second;
