@@ -17,7 +17,10 @@ class ClipPageTest : public ListPageScenario {
     for (const std::string& text : texts) entries.push_back({text});
     return File("CLIP", entries);
   }
-  int ClipboardWrites() { return std::stoi(Do("clip.writes").at(0)); }
+  std::string Rest() override {
+    EXPECT_TRUE(AllRows().empty() || AllRows()[0] == Field());
+    return " | " + Clipboard();
+  }
   void ClearFromOutside() {
     Do("clip.clear");
     Tick();
@@ -25,120 +28,63 @@ class ClipPageTest : public ListPageScenario {
 };
 
 TEST_F(ClipPageTest, APickedEntrySlidesInOrChangesPlaces) {
-  struct Case {
-    std::string insert;
-    std::string before;
-    int row;
-    std::string page;
-    bool blankTop = false;
-  };
-  const Case cases[] = {
-      {"2", "ABCDE", 3, "[D*]ABCE | L: 1"}, {"1", "ABCDE", 3, "[D*]BCAE | L: 1"},
-      {"1", "AB", 1, "[B*]A | L: 1"},       {"2", "ABC", 0, "[A*]BC | L: 1"},
-      {"1", "ABC", 0, "[A*]BC | L: 1"},     {"", "ABC", 2, "[C*]AB | L: 1"},
-      {"0", "ABC", 2, "[C*]BA | L: 1"},     {"1", "BC", 2, "[C*]B | L: 1", true},
-      {"2", "BC", 2, "[C*]B | L: 1", true},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("Insert " + c.insert + ", row " + std::to_string(c.row) + " of " + c.before);
-    Set("Insert", c.insert);
-    Empty();
-    Fill(c.before);
-    if (c.blankTop) ClearFromOutside();
-    ASSERT_EQ(List(), c.before);
-    const int writes = ClipboardWrites();
-    Do("dblrow", ListName(), std::to_string(c.row));
-    EXPECT_EQ(Page(), c.page);
-    EXPECT_GT(ClipboardWrites(), writes) << "the text is put on the clipboard again";
-    const Values after = AllRows();
-    EXPECT_EQ(Clipboard(), after[0]);
-    EXPECT_EQ(Field(), after[0]);
-    EXPECT_EQ(Stored(), FileOf(after));
-    Advance(1000);
-    EXPECT_EQ(AllRows(), after);
-  }
-}
-
-TEST_F(ClipPageTest, NothingIsPickedFromOneRowOrWithoutACurrentOne) {
-  Key("Enter");
-  EXPECT_EQ(List(), "");
-  Copy("A");
-  const int writes = ClipboardWrites();
-  Do("dblrow", ListName(), "0");
-  EXPECT_EQ(ClipboardWrites(), writes);
-  Fill("CB");
-  SelectNone();
-  Do("dblclick", ListName());
-  EXPECT_EQ(ClipboardWrites(), writes);
-  EXPECT_EQ(List(), "CBA");
-  EXPECT_TRUE(Is("frmTray.Timer1", "Enabled"));
-  Key("Enter");
-  EXPECT_EQ(Page(), "[C*]BA | L: 1") << "Enter going up selects the top row";
-}
-
-TEST_F(ClipPageTest, KeysThatUseAnEntry) {
-  struct Case {
-    Values key;
-    bool uses;
-  };
-  const Case cases[] = {
-      {{"key", ListName(), "Enter"}, true},
-      {{"key", ListName(), "Home", "ctrl"}, true},
-      {{"key", ListName(), "Up", "ctrl"}, true},
-      {{"key", ListName(), "Home"}, false},
-      {{"key", ListName(), "Up", "ctrl", "shift"}, false},
-      {{"key", ListName(), "End", "ctrl"}, false},
-  };
-  for (const Case& c : cases) {
-    Empty();
-    Fill("ABC");
-    Select(1);
-    Do(c.key);
-    EXPECT_EQ(List(), c.uses ? "BAC" : "ABC") << c.key[2];
-  }
-}
-
-TEST_F(ClipPageTest, MinimizesIfSetAfterEachUse) {
-  Set("Minimize", "1");
-  const auto hidden = [&] {
-    const bool is = Hidden();
-    Show();
-    return is;
-  };
+  ExpectSteps({
+      {"ABCDE", "dblrow List2 3", "[D*]ABCE | L: 1 | D", "Insert 2"},
+      {"ABCDE", "dblrow List2 3", "[D*]BCAE | L: 1 | D", "Insert 1"},
+      {"AB", "dblrow List2 1", "[B*]A | L: 1 | B", "Insert 1"},
+      {"ABC", "dblrow List2 0", "[A*]BC | L: 1 | A", "Insert 2"},
+      {"ABC", "dblrow List2 0", "[A*]BC | L: 1 | A", "Insert 1"},
+      {"ABC", "dblrow List2 2", "[C*]AB | L: 1 | C"},
+      {"ABC", "dblrow List2 2", "[C*]BA | L: 1 | C", "Insert 0"},
+      {"BC", "clip.clear; advance 250; dblrow List2 2", "[C*]B | L: 1 | C", "Insert 1"},
+      {"BC", "clip.clear; advance 250; dblrow List2 2", "[C*]B | L: 1 | C", "Insert 2"},
+      {"ABC", "dblrow List2 2; advance 1000", "[C*]AB | L: 1 | C"},
+      // The keys that use an entry, and some that don't.
+      {"ABC", "select List2 1; key List2 Enter", "[B*]AC | L: 1 | B"},
+      {"ABC", "select List2 1; key List2 Home ctrl", "[B*]AC | L: 1 | B"},
+      {"ABC", "select List2 1; key List2 Up ctrl", "[B*]AC | L: 1 | B"},
+      {"ABC", "select List2 1; key List2 Home", "[A*]BC | L: 1 | A"},
+      {"ABC", "select List2 1; key List2 Up ctrl shift; key List2 End ctrl; key List2 Home",
+       "[A*]BC | L: 1 | A"},
+      // Without a current row, or another one, nothing is picked. Enter going up selects the top row.
+      {"ABC", "select List2; dblclick List2", "ABC | hidden | A"},
+      {"ABC", "select List2; key List2 Enter", "[A*]BC | L: 1 | A"},
+      {"A", "clip.set B; dblrow List2 0", "[A*] | L: 1 | B"},
+      {"", "key List2 Enter", " | hidden | "},
+  });
   Fill("AB");
+  const int writes = std::stoi(Do("clip.writes").at(0));
+  Do("dblrow", ListName(), "0");
+  EXPECT_GT(std::stoi(Do("clip.writes").at(0)), writes) << "the top text is put on the clipboard again";
   Do("dblrow", ListName(), "1");
-  EXPECT_TRUE(hidden());
-  Click("Command000");
-  EXPECT_TRUE(hidden());
+  EXPECT_EQ(Stored(), FileOf({"B", "A"}));
+  EXPECT_TRUE(Is("frmTray.Timer1", "Enabled"));
+}
+
+TEST_F(ClipPageTest, UsesDeletesAndMinimizesIfSet) {
+  ExpectSteps({
+      {"AB", "dblrow List2 1", "(hidden) [B*]A | L: 1 | B", "Minimize 1"},
+      {"AB", "click Command000", "(hidden) _B | Cleared | ", "Minimize 1"},
+      // A row below the top has nothing to do with the clipboard.
+      {"AB", "select List2 1; click Command003", "A | Deleted | A", "Minimize 1"},
+      {"AB", "select List2 0; click Command003", "(hidden) _B | Deleted | ", "Minimize 1"},
+      {"ABCDE", "select List2 1 3 4; click Command003", "AC | Deleted | A"},
+      {"ABC", "select List2 0 1; click Command003", "_C | Deleted | "},
+      {"AB", "select List2 0; click Command003; clip.set D; advance 250", "DB | L: 1 | D"},
+      {"ABC", "select List2 1 2", "AB*[C*] | L: 2 | A"},
+      {"ABC", "select List2 2 2", "AB[C] | L: 1 | A"},
+  });
+  Fill("BA");
   Select(1);
   Click("Command003");
-  EXPECT_FALSE(hidden()) << "a row below the top has nothing to do with the clipboard";
-  Select(0);
-  Click("Command003");
-  EXPECT_TRUE(hidden());
-}
-
-TEST_F(ClipPageTest, DeletesTheSelectedRowsAndBlanksTheTopOne) {
-  Fill("ABCDE");
-  Select(1, 3, 4);
-  Click("Command003");
-  EXPECT_EQ(Page(), "AC | Deleted");
-  EXPECT_EQ(Clipboard(), "A");
-  EXPECT_EQ(Stored(), FileOf({"A", "C"}));
-  Select(0, 1);
-  Click("Command003");
-  EXPECT_EQ(Page(), "_ | Deleted");
-  EXPECT_EQ(Clipboard() + Field(), "");
-  Fill("FGH");
-  EXPECT_EQ(List(), "FGH") << "the next text takes the blank row's place";
+  EXPECT_EQ(Stored(), FileOf({"B", "C"}));
 }
 
 TEST_F(ClipPageTest, ClearBoardLeavesABlankRowAndItsStatusWord) {
   Fill("AB");
   Advance(2000);
   Click("Command000");
-  EXPECT_EQ(Clipboard() + Field(), "");
-  EXPECT_EQ(Page(), "_B | Cleared") << "the focus that has moved to the field leaves the word";
+  EXPECT_EQ(Page(), "_B | Cleared | ") << "the focus that has moved to the field leaves the word";
   EXPECT_EQ(Stored(), FileOf({"", "B"}));
   EXPECT_EQ(Of("Text2", "Text"), "");
   EXPECT_EQ(Do("tray")[1], "window");
@@ -150,7 +96,7 @@ TEST_F(ClipPageTest, ClearBoardLeavesABlankRowAndItsStatusWord) {
   EXPECT_EQ(Status(), "L: 0");
   Empty();
   Click("Command000");
-  EXPECT_EQ(Page(), "_ | Cleared") << "an empty list gets its blank row";
+  EXPECT_EQ(Page(), "_ | Cleared | ") << "an empty list gets its blank row";
 }
 
 TEST_F(ClipPageTest, AddsToThePadList) {
@@ -203,16 +149,14 @@ TEST_F(ClipPageTest, AFullPadListAsksForItsOldestEntry) {
   EXPECT_TRUE(Boxes().empty()) << "a known text needs no room";
 }
 
-TEST_F(ClipPageTest, TheStatusOfSeveralRows) {
+TEST_F(ClipPageTest, SeveralRowsCannotBeAddedToThePadList) {
   for (const std::string text : {"CCC", "BB", "A"}) Copy(text);
   Select(1, 2);
-  EXPECT_EQ(Page(), "ABB*[CCC*] | L: 5");
-  EXPECT_FALSE(Is("frmTray.Command001", "Enabled")) << "one entry at a time goes to the Pad-List";
+  EXPECT_EQ(Page(), "ABB*[CCC*] | L: 5 | A");
   EXPECT_EQ(Tip(), "CCC");
+  EXPECT_FALSE(Is("frmTray.Command001", "Enabled"));
   Select(0);
   EXPECT_TRUE(Is("frmTray.Command001", "Enabled"));
-  Select(2, 2);
-  EXPECT_EQ(Page(), "ABB[CCC] | L: 3") << "the current row's, with none selected";
 }
 
 TEST_F(ClipPageTest, TheStatusTipShowsTheCurrentEntry) {
@@ -244,11 +188,11 @@ TEST_F(ClipPageTest, TheStatusTipShowsTheCurrentEntry) {
 // Every keystroke goes to the clipboard, to row 0 and to the menu, none to the file.
 TEST_F(ClipPageTest, TheFieldsTextIsTheClipboard) {
   Do("focus", kField);
-  EXPECT_EQ(Page(), "_ | L: 0") << "the focus makes a row";
+  EXPECT_EQ(Page(), "_ | L: 0 | ") << "the focus makes a row";
   Fill("ABC");
   Select(1);
   Do("focus", kField);
-  EXPECT_EQ(Page(), "ABC | L: 1");
+  EXPECT_EQ(Page(), "ABC | L: 1 | A");
   const int saves = Saves();
   Do("type", kField, "B");
   EXPECT_EQ(Clipboard(), "AB");
@@ -259,7 +203,7 @@ TEST_F(ClipPageTest, TheFieldsTextIsTheClipboard) {
   EXPECT_EQ(Saves(), saves);
   Enter("Text0", "C");
   Focus("Command6");
-  EXPECT_EQ(Page(), "CB | hidden") << "no second copy stays below";
+  EXPECT_EQ(Page(), "CB | hidden | C") << "no second copy stays below";
   EXPECT_EQ(Stored(), FileOf({"C", "B"}));
 }
 
@@ -275,15 +219,10 @@ TEST_F(ClipPageTest, AStartWithRepeatedTextsLosesOneAtAFocus) {
 }
 
 TEST_F(ClipPageTest, ADroppedTextIsLikeACopiedOne) {
-  Fill("AB");
-  Select(1);
-  Do("dropother", ListName());
-  EXPECT_EQ(Page(), "AB | hidden");
-  EXPECT_EQ(Clipboard(), "A");
-  Do("drop", ListName(), "C");
-  EXPECT_EQ(Clipboard(), "C");
-  Tick();
-  EXPECT_EQ(List(), "CAB");
+  ExpectSteps({
+      {"AB", "select List2 1; dropother List2", "AB | hidden | A"},
+      {"AB", "select List2 1; drop List2 C; advance 250", "CAB | hidden | C"},
+  });
   Select(0, 2);
   EXPECT_EQ(Do("drag", ListName()), (Values{"C\r\nB"}));
 }

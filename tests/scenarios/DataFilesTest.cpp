@@ -46,18 +46,13 @@ TEST_F(DataFilesOfTheProgram, TextsComeBack) {
     if (!text.empty()) AddPad("length " + std::to_string(text.size()), text);
   }
   for (const std::string& text : texts) Copy(text);
-  const Values pad = Slots("PadEntries");
-  const Values clips = Rows("List2");
-  const Values names = Rows("List1");
+  const auto lists = [this] {
+    return std::vector<Values>{Rows("List1"), Slots("PadEntries"), Rows("List2")};
+  };
+  const auto before = lists();
   Restart();
-  EXPECT_EQ(Slots("PadEntries"), pad);
-  EXPECT_EQ(Rows("List2"), clips);
-  EXPECT_EQ(Rows("List1"), names);
-  EXPECT_NE(DataFile("PadData.qbx")
-                .find("Gr\xFC\xDF"
-                      "e \xBD \x80"),
-            std::string::npos)
-      << "single bytes";
+  EXPECT_EQ(lists(), before);
+  EXPECT_NE(DataFile("PadData.qbx").find("Gr\xFC\xDF\x65 \xBD \x80"), std::string::npos) << "single bytes";
   Copy("lone\rreturn");
   Copy("next");
   Restart();
@@ -110,6 +105,7 @@ TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
   const std::string damaged(91, 'x');
   const std::string clips = File("CLIP", {{"newest"}, {"older"}, {"oldest of the three"}});
   const std::string tasks = File("TODO", {{"False", "a task"}, {"True", "another task"}});
+  const Values files{damaged, clips, tasks};
   WriteData("PadData.qbx", damaged);
   WriteData("ClipData.qbx", clips);
   WriteData("ToDoData.qbx", tasks);
@@ -122,9 +118,7 @@ TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
   EXPECT_EQ(Do("running"), Values{"0"});
   EXPECT_EQ(Boxes().size(), 1u);
   EXPECT_EQ(Do("tray").at(0), "0");
-  EXPECT_EQ(DataFile("PadData.qbx"), damaged);
-  EXPECT_EQ(DataFile("ClipData.qbx"), clips);
-  EXPECT_EQ(DataFile("ToDoData.qbx"), tasks);
+  EXPECT_EQ(Everything().files, files);
   Tick();
   EXPECT_EQ(Clipboard(), "") << "nothing of the start goes on";
 }

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "scenarios/RecordScenario.h"
 
@@ -37,6 +38,14 @@ inline const Box kPadIsFull{
     "like "
     "to delete the oldest entry now?"};
 
+// A list, what is done then, and what is seen of it: requests whose controls are the main window's.
+struct Step {
+  std::string rows;
+  std::string requests;
+  std::string page;
+  std::string setting = {};  // a key and its value
+};
+
 // A page in a person's hands. Entries are mostly of one letter, so that a word is a whole list.
 class ListPageScenario : public RecordScenario {
  protected:
@@ -53,11 +62,7 @@ class ListPageScenario : public RecordScenario {
     if (page_.name != "TODO") std::reverse(inOrder.begin(), inOrder.end());
     for (const char letter : inOrder) Add(std::string(1, letter));
   }
-  void Add(const std::string& text) {
-    if (page_.name == "CLIP") Copy(text);
-    if (page_.name == "PAD") AddPad(text, Capitals(text));
-    if (page_.name == "TODO") AddToDo(text);
-  }
+  void Add(const std::string& text);
   void Empty() {
     SelectNone();
     Do("answer", "6");
@@ -79,34 +84,13 @@ class ListPageScenario : public RecordScenario {
   std::string ListName() const { return "frmTray." + page_.list; }
   Values AllRows() { return Rows(page_.list); }
   // The rows as one word. Each has its slot, and no slot behind them is used.
-  std::string List() {
-    const Values rows = AllRows();
-    std::string word;
-    for (const std::string& row : rows) word += row;
-    if (page_.name == "CLIP") {
-      EXPECT_EQ(Do("slots", "ClipEntries"), Padded(rows));
-    } else if (page_.name == "PAD") {
-      Values texts;
-      for (const std::string& row : rows) texts.push_back(Capitals(row));
-      EXPECT_EQ(Do("slots", "PadEntries"), Padded(texts));
-    }
-    return word;
-  }
-  // The list as it is seen: [] around the current row, * behind each one that is selected or marked, _ for a
-  // blank one; then the status.
-  std::string Page() {
-    const Values rows = AllRows();
-    const std::string marks = Marks();
-    const int current = std::stoi(Index());
-    std::string seen;
-    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-      const auto at = static_cast<std::size_t>(i);
-      const std::string row = (rows[at].empty() ? "_" : rows[at]) + (marks[at] == '1' ? "*" : "");
-      seen += i == current ? "[" + row + "]" : row;
-    }
-    List();
-    return seen + " | " + Status();
-  }
+  std::string List();
+  // The page as it is seen. The list: [] around the current row, * behind each one that is selected or
+  // marked, _ for a blank one. Then the status, the rest, and the titles of the boxes since.
+  std::string Page();
+  virtual std::string Rest() { return ""; }
+  // Each step on a program that has just been started for the first time.
+  void ExpectSteps(const std::vector<Step>& steps);
   std::string Index() { return Of(page_.list, "ListIndex"); }
   std::string Top() { return Of(page_.list, "TopIndex"); }
   std::string Marks() { return RecordScenario::Marks(page_.list); }
@@ -124,6 +108,7 @@ class ListPageScenario : public RecordScenario {
   const ListPage page_;
 
  private:
+  void Renew();
   static Values Padded(Values values) {
     values.resize(101);
     return values;

@@ -4,24 +4,19 @@
 namespace quillbox {
 namespace {
 
-const std::string kName = "frmTray.Text3";
 const std::string kText = "frmTray.Text101";
 
 class PadPageTest : public ListPageScenario {
  protected:
   PadPageTest() : ListPageScenario(kPadPage) {}
 
+  // The two fields, and the caption of the button that puts them into the list; a text on the clipboard.
+  std::string Rest() override {
+    const std::string clipboard = Clipboard();
+    return " | " + Of("Text3", "Text") + "=" + Field() + " " + Of("Command101", "Caption") +
+           (clipboard.empty() ? "" : " | " + clipboard);
+  }
   Values Texts() { return Slots("PadEntries"); }
-  // The two fields, and the caption of the button that puts them into the list.
-  std::string Fields() {
-    return Get(kName, "Text") + "=" + Get(kText, "Text") + " " + Of("Command101", "Caption");
-  }
-  std::string Page() { return ListPageScenario::Page() + " | " + Fields(); }
-  void EnterFields(const std::string& name, const std::string& text) {
-    Enter("Text101", text);
-    Enter("Text3", name);
-  }
-  void PutIn() { Click("Command101"); }
 };
 
 TEST_F(PadPageTest, ATextEnablesTheButtonsThatUseIt) {
@@ -39,9 +34,8 @@ TEST_F(PadPageTest, AddsAtTheTopOrWhereTheTextStood) {
   Fill("abc");
   EXPECT_EQ(Page(), "abc | Added | = Add");
   EXPECT_EQ(Stored(), File("PAD", {{"a", "A"}, {"b", "B"}, {"c", "C"}}));
-  EnterFields("", "X");
-  PutIn();
-  EXPECT_EQ(AllRows()[0], "[No Name]");
+  AddPad("", "X");
+  EXPECT_EQ(AllRows(), (Values{"[No Name]", "a", "b", "c"}));
   AddPad("", "C");
   EXPECT_EQ(AllRows(), (Values{"c", "[No Name]", "a", "b"})) << "a nameless repeat keeps the name";
   AddPad("[No Name]", "A");
@@ -54,56 +48,41 @@ TEST_F(PadPageTest, AddsAtTheTopOrWhereTheTextStood) {
 }
 
 TEST_F(PadPageTest, UpdatesInPlace) {
-  Fill("abcde");
-  Select(2);
-  EXPECT_EQ(Page(), "ab[c*]de | L: 1 | c=C Update");
-  EnterFields("x", "X");
-  PutIn();
-  EXPECT_EQ(Page(), "abxde | Updated | = Add");
+  ExpectSteps({
+      {"abcde", "select List1 2", "ab[c*]de | L: 1 | c=C Update"},
+      {"abcde", "select List1 2; settext Text101 X; settext Text3 x; click Command101",
+       "abxde | Updated | = Add"},
+      // To a known text: both rows go, and the place behind the end is the end.
+      {"abc", "select List1 2; settext Text101 A; settext Text3; click Command101", "ba | Updated | = Add"},
+      {"abc", "select List1 0; settext Text101 C; settext Text3 c; click Command101", "cb | Updated | = Add"},
+      // An entry that its use has moved is a new one with another text.
+      {"abc", "select List1 2; click Command102; settext Text101 X; settext Text3 x; click Command101",
+       "xcab | Added | = Add | C", "LastSort 1"},
+  });
+  Set("LastSort", "1");
+  Do("dblrow", ListName(), "3");
+  Enter("Text3", "bb");
+  Click("Command101");
+  EXPECT_EQ(AllRows(), (Values{"bb", "x", "c", "a"})) << "but can still be renamed";
   EXPECT_EQ(Of("Text2", "Text"), "") << "the name field has the focus and left the word";
 }
 
-TEST_F(PadPageTest, AnUpdateToAKnownTextTakesBothRows) {
-  Fill("abc");
-  Select(2);
-  EnterFields("", "A");
-  PutIn();
-  EXPECT_EQ(List(), "ba") << "the place behind the end is the end";
-  Select(0);
-  Enter("Text101", "A");
-  PutIn();
-  EXPECT_EQ(AllRows(), (Values{"b"}));
-  EXPECT_EQ(Texts(), (Values{"A"}));
-}
-
 TEST_F(PadPageTest, AFullListAsksForItsOldestEntry) {
+  const std::string add = "settext Text3 n; settext Text101 N; click Command101";
+  ExpectSteps({
+      {"abc", "answer 7; " + add, "abc | hidden | n=N Add ! Too many Pad-List entries", "PermEntriesMax 2"},
+      {"abc", add, "nab | Added | = Add ! Too many Pad-List entries", "PermEntriesMax 2"},
+      // Neither a repeat nor an update lets the list grow.
+      {"abc", "settext Text101 B; click Command101", "bac | Added | = Add", "PermEntriesMax 2"},
+      {"abc", "select List1 1; " + add, "anc | Updated | = Add", "PermEntriesMax 2"},
+      // A list beyond its limit loses nothing by itself; then the row at the limit goes.
+      {"abcdef", "select List1 4; " + add, "abcdnf | Updated | = Add", "PermEntriesMax 2"},
+      {"abcdef", add, "nabdef | Added | = Add ! Too many Pad-List entries", "PermEntriesMax 2"},
+  });
   Set("PermEntriesMax", "2");
-  Fill("abc");
-  Do("answer", "7", "6");
-  AddPad("n", "N");
-  EXPECT_EQ(List(), "abc");
-  EXPECT_EQ(Fields(), "n=N Add") << "the fields keep what found no room";
-  PutIn();
-  EXPECT_EQ(List(), "nab");
-  EXPECT_EQ(Boxes(), (std::vector<Box>{kPadIsFull, kPadIsFull}));
-  AddPad("", "B");
-  Select(1);
-  EnterFields("x", "X");
-  PutIn();
-  EXPECT_EQ(List(), "bxa");
-  EXPECT_TRUE(Boxes().empty()) << "neither a repeat nor an update lets the list grow";
-}
-
-TEST_F(PadPageTest, AListBeyondItsLimitLosesNothingByItself) {
-  Fill("abcdef");
-  Set("PermEntriesMax", "2");
-  Select(4);
-  EnterFields("x", "X");
-  PutIn();
-  EXPECT_EQ(List(), "abcdxf");
-  EXPECT_TRUE(Boxes().empty());
-  Add("n");
-  EXPECT_EQ(List(), "nabdxf") << "the row at the limit goes";
+  Do("answer", "7");
+  Add("g");
+  EXPECT_EQ(Boxes(), std::vector<Box>{kPadIsFull});
 }
 
 TEST_F(PadPageTest, TheLargestListStaysWithinItsSlots) {
@@ -121,120 +100,67 @@ TEST_F(PadPageTest, AnUpdateWhoseRowIsGoneSparesTheOthers) {
   // The dialog's OK reads the list anew: no row is current any more.
   Click("Command47");
   Do("click", "frmSettings.Command1");
-  ASSERT_EQ(Index(), "-1");
-  ASSERT_EQ(Fields(), "b=B Update");
+  ASSERT_EQ(Page(), "abc | hidden | b=B Update");
   Enter("Text3", "bb");
-  PutIn();
+  Click("Command101");
   EXPECT_EQ(Texts(), (Values{"B", "A", "C"}));
 }
 
-TEST_F(PadPageTest, SeveralRowsEmptyTheFieldsAndCannotBeMoved) {
-  Fill("abcd");
-  Select(1, 3);
-  EXPECT_EQ(Page(), "ab*c[d*] | L: 2 | = Add");
-  EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled"));
-  EXPECT_EQ(Do("drag", ListName()), (Values{"B\r\nD"})) << "the texts, not the names";
-  Do("focus", kText);
-  EXPECT_EQ(Page(), "abc[d*] | L: 1 | d=D Update");
-  SelectNone();
-  EXPECT_EQ(Page(), "abcd | hidden | d=D Add");
-  EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled"));
-  Select(0, 2, 3);
-  Click("Command105");
-  EXPECT_EQ(Page(), "b | Deleted | = Add");
-}
-
-TEST_F(PadPageTest, FocusOfTheFields) {
-  Fill("ab");
+TEST_F(PadPageTest, SelectionFocusAndButtons) {
+  ExpectSteps({
+      {"abcd", "select List1 1 3", "ab*c[d*] | L: 2 | = Add"},
+      {"abcd", "select List1 1 3; focus Text101", "abc[d*] | L: 1 | d=D Update"},
+      {"abcd", "select List1 1; select List1", "abcd | hidden | b=B Add"},
+      {"abcd", "select List1 0 2 3; click Command105", "b | Deleted | = Add"},
+      {"ab", "select List1 1; settext Text3 name", "a[b*] | L: 4 | name=B Update"},
+      {"ab", "select List1 1; settext Text3 name; focus Text101", "a[b*] | L: 1 | name=B Update"},
+      {"a", "clip.set C; select List1 0; click Command103", "a | Got Entry | =C Add | C"},
+      {"a", "select List1 0; clip.lock 1; click Command103; clip.lock 0", "a | Got Entry | =A Add"},
+      {"a", "select List1 0; click Command104", "a | Cleared | = Add"},
+      {"ab", "select List1 1; dropother List1", "a[b*] | L: 1 | b=B Update"},
+  });
+  Select(0, 1);
+  EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled")) << "several rows can't be moved";
+  EXPECT_EQ(Do("drag", ListName()), (Values{"A\r\nB"})) << "the texts, not the names";
   Select(1);
-  Enter("Text3", "long name");
-  EXPECT_EQ(Status(), "L: 9");
-  EXPECT_FALSE(Is("frmTray.UpDown2", "Enabled")) << "the list has lost the focus";
-  Do("focus", kText);
-  EXPECT_EQ(Status(), "L: 1");
-  Do("type", kName, "!\rA");
-  EXPECT_EQ(Fields(), "long name!=BA Update") << "Enter goes on to the text";
+  Enter("Text3", "name");
+  Do("type", "frmTray.Text3", "!\rC");
+  EXPECT_EQ(Rest(), " | name!=CB Update") << "Enter goes on to the text";
+  Click("Command104");
+  EXPECT_FALSE(Is("frmTray.Command101", "Enabled"));
 }
 
 TEST_F(PadPageTest, CopiesToTheClipboardAndMovesTheEntryIfSet) {
-  Fill("abc");
-  Enter("Text101", "free text");
-  Click("Command102");
-  EXPECT_EQ(Clipboard(), "free text");
-  EXPECT_EQ(Page(), "abc | Inserted | =free text Add");
-  Tick();
-  EXPECT_EQ(Rows("List2")[0], "free text");
-  EXPECT_TRUE(Is("frmTray", "Visible"));
-  Do("dblrow", ListName(), "2");
-  EXPECT_EQ(Clipboard(), "C");
-  EXPECT_EQ(Page(), "ab[c*] | L: 1 | c=C Update");
-  Select(1);
-  Key("Enter");
-  EXPECT_EQ(Clipboard(), "B");
-
-  Set("LastSort", "1");
-  Set("Minimize", "1");
-  Click("Command102");
-  EXPECT_EQ(List(), "bac");
-  EXPECT_TRUE(Hidden());
-  Show();
-  Do("dblrow", ListName(), "2");
-  EXPECT_EQ(Page(), "[c*]ba | Inserted | c=C Update");
-  EXPECT_EQ(Stored(), File("PAD", {{"c", "C"}, {"b", "B"}, {"a", "A"}}));
-  EXPECT_TRUE(Hidden());
-  Show();
-  Enter("Text101", "unknown");
-  Click("Command102");
-  EXPECT_EQ(List(), "cba") << "a text that is no entry moves none";
-}
-
-TEST_F(PadPageTest, AUsedEntryCanStillBeRenamed) {
-  Set("LastSort", "1");
-  Fill("abc");
-  Select(2);
-  Click("Command102");
-  Enter("Text3", "cc");
-  PutIn();
-  EXPECT_EQ(Status(), "Updated");
-  EXPECT_EQ(AllRows(), (Values{"cc", "a", "b"}));
-}
-
-TEST_F(PadPageTest, NothingIsUsedWithoutATextOrARow) {
-  Copy("kept");
-  Key("Enter");
-  Do("dblclick", ListName());
-  Fill("ab");
-  Select(0, 1);
-  Key("Enter");
-  EXPECT_EQ(Clipboard(), "kept");
+  const std::string used = "select List1 1; key List1 Enter";
+  ExpectSteps({
+      {"abc", "settext Text101 X; click Command102", "abc | Inserted | =X Add | X"},
+      {"abc", "dblrow List1 2", "ab[c*] | L: 1 | c=C Update | C"},
+      {"abc", used, "a[b*]c | Inserted | b=B Update | B"},
+      {"abc", used, "bac | Inserted | b=B Update | B", "LastSort 1"},
+      {"abc", "dblrow List1 2", "[c*]ab | Inserted | c=C Update | C", "LastSort 1"},
+      // A text that is no entry moves none.
+      {"abc", "settext Text101 X; click Command102", "abc | Inserted | =X Add | X", "LastSort 1"},
+      {"abc", used, "(hidden) a[b*]c | Inserted | b=B Update | B", "Minimize 1"},
+      {"abc", "dblrow List1 2", "(hidden) ab[c*] | L: 1 | c=C Update | C", "Minimize 1"},
+      // Nothing is used without a text or a row.
+      {"", "key List1 Enter; dblclick List1", " | hidden | = Add"},
+      {"ab", "select List1 0 1; key List1 Enter", "a*[b*] | L: 2 | = Add"},
+  });
   EXPECT_TRUE(Is("frmTray.Timer1", "Enabled"));
-}
-
-TEST_F(PadPageTest, GetsAndClears) {
-  Fill("a");
-  Copy("from outside");
-  Select(0);
-  Click("Command103");
-  EXPECT_EQ(Page(), "a | Got Entry | =from outside Add");
-  Do("clip.lock", "1");
-  Enter("Text3", "n");
-  Click("Command103");
-  EXPECT_EQ(Page(), "a | Got Entry | =from outside Add") << "what can't be read changes nothing else";
-  Do("clip.lock", "0");
-  Select(0);
-  Click("Command104");
-  EXPECT_EQ(Page(), "a | Cleared | = Add");
-  EXPECT_FALSE(Is("frmTray.Command101", "Enabled"));
+  Set("LastSort", "1");
+  Do("dblrow", ListName(), "1");
+  EXPECT_EQ(Stored(), File("PAD", {{"b", "B"}, {"a", "A"}}));
+  Tick();
+  EXPECT_EQ(Rows("List2")[0], "B");
 }
 
 TEST_F(PadPageTest, ADroppedTextBecomesAnEntry) {
   Fill("ab");
   Select(1);
   Do("drop", ListName(), "Dropped");
-  Do("dropother", ListName());
   EXPECT_EQ(AllRows(), (Values{"[No Name]", "a", "b"}));
   EXPECT_EQ(Texts(), (Values{"Dropped", "A", "B"}));
-  EXPECT_EQ(Fields(), "= Add");
+  EXPECT_EQ(Rest(), " | = Add");
 }
 
 TEST_F(PadPageTest, ATooLongTextIsCut) {

@@ -1,5 +1,4 @@
 // The console's own rules: how requests are read, and what is refused.
-#include <algorithm>
 #include <random>
 #include <sstream>
 
@@ -13,18 +12,9 @@ class Protocol : public Scenario {
   // A raw line and its raw answer.
   std::string Line(const std::string& line) { return console.Answer(line); }
   bool IsError(const std::string& line) { return Line(line).rfind("error\t", 0) == 0; }
-  // Each line of `requests` is one, with blanks between its parts.
-  void ExpectErrors(const std::string& requests) { ExpectEach(requests, true); }
-  void ExpectAnswers(const std::string& requests) { ExpectEach(requests, false); }
-
- private:
-  void ExpectEach(const std::string& requests, bool error) {
-    std::istringstream lines(requests);
-    for (std::string line; std::getline(lines, line);) {
-      line.erase(0, line.find_first_not_of(' '));
-      std::replace(line.begin(), line.end(), ' ', '\t');
-      EXPECT_EQ(IsError(line), error) << line;
-    }
+  void ExpectErrors(const std::string& requests) {
+    for (const Values& request : Requests(requests))
+      EXPECT_TRUE(Fails(request)) << ::testing::PrintToString(request);
   }
 };
 
@@ -54,30 +44,12 @@ TEST_F(Protocol, LinesAndArguments) {
                                 "advance\t 1", "separator\t", "folder\t"}) {
     EXPECT_TRUE(IsError(bad)) << bad;
   }
-  ExpectErrors(R"(nothing
-                  clip
-                  CLIP.GET
-                  clip.set a b
-                  screen 10
-                  screen 10 10 10
-                  clip.lock 2
-                  advance -1
-                  advance 1.5
-                  advance 1e3
-                  advance 99999999999999999999
-                  platform x
-                  separator ab
-                  clock 2000-13-01 00:00:00
-                  clock 2001-02-29 00:00:00
-                  clock 2000-01-01 24:00:00
-                  clock 2000-01-01
-                  clock 0000-01-01 00:00:00
-                  clock 2000-1-1 0:0:0
-                  reg.set HKXX a b c
-                  reg.bytes HKCU a b 1 1
-                  reg.bytes HKCU a b 1 zz
-                  reg.deny HKCU yes
-                  instance yes)");
+  ExpectErrors(
+      "nothing; clip; CLIP.GET; clip.set a b; screen 10; screen 10 10 10; clip.lock 2; advance -1; advance "
+      "1.5; advance 1e3; advance 99999999999999999999; platform x; separator ab; clock 2000-13-01 00:00:00; "
+      "clock 2001-02-29 00:00:00; clock 2000-01-01 24:00:00; clock 2000-01-01; clock 0000-01-01 00:00:00; "
+      "clock 2000-1-1 0:0:0; reg.set HKXX a b c; reg.bytes HKCU a b 1 1; reg.bytes HKCU a b 1 zz; reg.deny "
+      "HKCU yes; instance yes");
 }
 
 TEST_F(Protocol, LinesOfAnySize) {
@@ -94,21 +66,14 @@ TEST_F(Protocol, LinesOfAnySize) {
 
 TEST_F(Protocol, BeforeTheStart) {
   EXPECT_EQ(Line("running"), "ok\t0");
-  ExpectErrors(R"(end
-                  shutdown
-                  closebox frmTray
-                  get frmTray Visible
-                  slots ClipEntries
-                  click frmTray.Command6
-                  tray.mouse 513
-                  pick mnuShow
-                  move frmTray 0 0
-                  tip frmTray.Label7 0
-                  settip frmTray.Label7 x
-                  select frmTray.List2)");
-  ExpectAnswers(
-      "clip.get\nclip.writes\nreg.get HKCU a b\nboxes\nkeys\nsounds\ntray\nmenu\n"
-      "writes ClipData.qbx\nadvance 1000\nanswer 6 7\nkeys.fail 0\nclock 2001-02-03 04:05:06");
+  ExpectErrors(
+      "end; shutdown; closebox frmTray; get frmTray Visible; slots ClipEntries; click frmTray.Command6; "
+      "tray.mouse 513; pick mnuShow; move frmTray 0 0; tip frmTray.Label7 0; settip frmTray.Label7 x; "
+      "select frmTray.List2");
+  for (const Values& request : Requests(
+           "clip.get; clip.writes; reg.get HKCU a b; boxes; keys; sounds; tray; menu; writes ClipData.qbx; "
+           "advance 1000; answer 6 7; keys.fail 0; clock 2001-02-03 04:05:06"))
+    Do(request);
   EXPECT_EQ(Line("clock\t2001-02-03 04:05:06"), "ok") << "as one argument, too";
 }
 
@@ -117,58 +82,23 @@ TEST_F(Protocol, WhatAPersonCannotReach) {
   Show();
   Do("click", "frmTray.Text0");
   ASSERT_EQ(Get("frmTray.Label7", "Visible"), "1");
-  ExpectErrors(R"(start
-                  click frmTray.Nothing
-                  click frmNothing.Command6
-                  click frmTray
-                  click Command6
-                  click frmSettings.Command1
-                  click frmTray.Text2
-                  click frmTray.Timer1
-                  key frmTray.List1 Home
-                  key frmTray.List2 Tab
-                  key frmTray.List2 Home meta
-                  key frmTray.List2
-                  key frmTray.Label7 Home
-                  focus frmTray.Label7
-                  focus frmTray.List3
-                  settext frmTray.List2 x
-                  settext frmTray.Text3 x
-                  type frmTray.Text1 x
-                  select frmTray.List2 1
-                  select frmTray.Text0 0
-                  dblrow frmTray.List2 1
-                  dblrow frmTray.List2 -1
-                  check frmTray.List2 0 1
-                  drop frmTray.List1 x
-                  dropother frmTray.List1
-                  drag frmTray.Text0
-                  tab frmTray.SSTab1 5
-                  tab frmTray.SSTab1 -1
-                  choose frmTray.SSTab1 0
-                  spin frmTray.UpDown2 up
-                  scroll frmTray.SSTab1 1
-                  get frmTray.Nothing Text
-                  get frmTray.List2 Nothing
-                  get frmTray.Label7 Text
-                  get frmNothing Loaded
-                  get frmSettings Left
-                  get frmSettings.Command1 Caption
-                  get frmTray
-                  get frmTray.mnuNothing Caption
-                  get frmTray.Timer1 Caption
-                  get frmTray.mnuEnd Text
-                  slots Nothing
-                  pick mnuNothing
-                  closebox frmAbout
-                  closebox frmNothing
-                  tray.mouse x
-                  move frmTray x 0
-                  tip frmTray.Label7 x)");
+  ExpectErrors(
+      "start; click frmTray.Nothing; click frmNothing.Command6; click frmTray; click Command6; click "
+      "frmSettings.Command1; click frmTray.Text2; click frmTray.Timer1; key frmTray.List1 Home; key "
+      "frmTray.List2 Tab; key frmTray.List2 Home meta; key frmTray.List2; key frmTray.Label7 Home; focus "
+      "frmTray.Label7; focus frmTray.List3; settext frmTray.List2 x; settext frmTray.Text3 x; type "
+      "frmTray.Text1 x; select frmTray.List2 1; select frmTray.Text0 0; dblrow frmTray.List2 1; dblrow "
+      "frmTray.List2 -1; check frmTray.List2 0 1; drop frmTray.List1 x; dropother frmTray.List1; drag "
+      "frmTray.Text0; tab frmTray.SSTab1 5; tab frmTray.SSTab1 -1; choose frmTray.SSTab1 0; spin "
+      "frmTray.UpDown2 up; scroll frmTray.SSTab1 1; get frmTray.Nothing Text; get frmTray.List2 Nothing; "
+      "get frmTray.Label7 Text; get frmNothing Loaded; get frmSettings Left; get frmSettings.Command1 "
+      "Caption; get frmTray; get frmTray.mnuNothing Caption; get frmTray.Timer1 Caption; get frmTray.mnuEnd "
+      "Text; slots Nothing; pick mnuNothing; closebox frmAbout; closebox frmNothing; tray.mouse x; move "
+      "frmTray x 0; tip frmTray.Label7 x");
   EXPECT_EQ(Get("frmSettings", "Loaded"), "0");
   EXPECT_EQ(Get("frmSettings", "Visible"), "0");
   OpenPage(1);
-  ExpectErrors("click frmTray.Command101\nspin frmTray.UpDown2 up");  // disabled
+  ExpectErrors("click frmTray.Command101; spin frmTray.UpDown2 up");  // disabled
 }
 
 TEST_F(Protocol, ListsOfValues) {
@@ -207,7 +137,7 @@ TEST_F(Protocol, AfterTheEnd) {
   EXPECT_EQ(Line("get\tfrmTray.List2\tList"), "ok\ttext");
   EXPECT_EQ(Line("get\tfrmTray\tLoaded"), "ok\t0");
   EXPECT_EQ(Slots("ClipEntries"), Values{"text"});
-  ExpectErrors("click frmTray.Command6\ntray.mouse 516\npick mnuShow\nmove frmTray 0 0");
+  ExpectErrors("click frmTray.Command6; tray.mouse 516; pick mnuShow; move frmTray 0 0");
   Do("clip.set", "while nobody watches");
   Advance(10'000);
   EXPECT_EQ(Slots("ClipEntries"), Values{"text"});

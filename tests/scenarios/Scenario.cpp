@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include "console/Escaping.h"
 #include "console/QuillboxProgram.h"
@@ -86,6 +87,17 @@ std::string Scenario::Read(const std::string& path) {
 void Scenario::Write(const std::string& folder, const std::string& name, const std::string& bytes) {
   std::filesystem::create_directories(Folder() + "/" + folder);
   std::ofstream(Folder() + "/" + folder + "/" + name, std::ios::binary) << bytes;
+}
+
+std::vector<Values> Requests(const std::string& text) {
+  std::vector<Values> requests;
+  std::istringstream all(text);
+  for (std::string request; std::getline(all, request, ';');) {
+    std::istringstream parts(request);
+    Values& values = requests.emplace_back();
+    for (std::string part; parts >> part;) values.push_back(part);
+  }
+  return requests;
 }
 
 std::string File(const std::string& list, const std::vector<Values>& entries) {

@@ -23,6 +23,7 @@ class Scenario : public ::testing::Test {
     return Run({std::string(parts)...});
   }
   Values Do(const Values& request) { return Run(request); }
+  bool Fails(const Values& request) { return IsError(request); }
   template <class... Parts>
   bool Fails(const Parts&... parts) {
     return IsError({std::string(parts)...});
@@ -65,6 +66,9 @@ class Scenario : public ::testing::Test {
   std::string Send(const Values& parts);
   void Write(const std::string& folder, const std::string& name, const std::string& bytes);
 };
+
+// Requests from a text: a semicolon and a blank between them, blanks between their parts.
+std::vector<Values> Requests(const std::string& text);
 
 // Marker lines, and whole files.
 inline const std::string kMark = "\xBD\xBD\xBD\xBD\xBD";

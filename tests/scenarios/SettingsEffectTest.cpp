@@ -112,7 +112,7 @@ class SettingsEffectProbes : public SettingsScenario {
 struct Effect {
   std::string name;
   int page;
-  std::vector<Values> changes;  // requests; the controls are the dialog's
+  std::string changes;  // requests; the controls are the dialog's
   std::string (SettingsEffectProbes::*probe)();
   std::string before;
   std::string after;
@@ -123,54 +123,33 @@ void PrintTo(const Effect& effect, std::ostream* to) { *to << effect.name; }
 class SettingsEffectTest : public SettingsEffectProbes, public ::testing::WithParamInterface<Effect> {};
 
 using Probes = SettingsEffectProbes;
+const std::string kLongClip = "&1:  a text of more than thirty cha...";
+const std::string kLongPad = "  1:  a name of more than thirty cha...";
+const std::string kTwoLines = "Quillbox (L:2)\nab";
 
 INSTANTIATE_TEST_SUITE_P(
     Settings, SettingsEffectTest,
     ::testing::Values(
-        Effect{"Warning", 0, {{"click", "Check1"}}, &Probes::BoxesOfALongText, "0", "1"},
-        Effect{"Minimize", 0, {{"click", "Check2"}}, &Probes::WindowAfterAPick, "shown", "hidden"},
-        Effect{"LastSort", 0, {{"click", "Check3"}}, &Probes::UsedPadEntry, "stays", "moves"},
-        Effect{"AskDelKey", 0, {{"click", "Check6"}}, &Probes::BoxesOfTheDeleteKey, "1", "0"},
-        Effect{"AutoRefresh", 0, {{"click", "Check4"}}, &Probes::DoneTaskAfterAnExit, "kept", "gone"},
-        Effect{"AutoRefresh2",
-               0,
-               {{"click", "Check4"}, {"click", "Check7"}},
-               &Probes::DoneTaskAfterMinimizing,
-               "kept",
+        Effect{"Warning", 0, "click Check1", &Probes::BoxesOfALongText, "0", "1"},
+        Effect{"Minimize", 0, "click Check2", &Probes::WindowAfterAPick, "shown", "hidden"},
+        Effect{"LastSort", 0, "click Check3", &Probes::UsedPadEntry, "stays", "moves"},
+        Effect{"AskDelKey", 0, "click Check6", &Probes::BoxesOfTheDeleteKey, "1", "0"},
+        Effect{"AutoRefresh", 0, "click Check4", &Probes::DoneTaskAfterAnExit, "kept", "gone"},
+        Effect{"AutoRefresh2", 0, "click Check4; click Check7", &Probes::DoneTaskAfterMinimizing, "kept",
                "gone"},
-        Effect{"Insert", 0, {{"click", "Option1"}}, &Probes::OrderAfterAPick, "cab", "cba"},
-        Effect{"ClipEntriesMax", 1, {{"settext", "Text1", "4"}}, &Probes::Clips, "6", "4"},
-        Effect{"PermEntriesMax", 1, {{"settext", "Text2", "4"}}, &Probes::Pads, "6", "4"},
-        Effect{"ToDoEntriesMax", 1, {{"settext", "Text3", "4"}}, &Probes::Tasks, "6", "4"},
-        Effect{"MenuEntriesMax", 1, {{"settext", "Text4", "3"}}, &Probes::ClipItems, "5", "3"},
-        Effect{"MenuEntriesSubMax", 1, {{"settext", "Text4a", "3"}}, &Probes::ClipSubItems, "0", "3"},
-        Effect{"MenuEntriesMax2", 1, {{"settext", "Text5", "3"}}, &Probes::PadItems, "0", "3"},
-        Effect{"MenuEntriesSubMax2", 1, {{"settext", "Text5a", "3"}}, &Probes::PadSubItems, "6", "3"},
-        Effect{"MenuEntriesLen",
-               2,
-               {{"settext", "Text7", "6"}},
-               &Probes::ClipItem,
-               "&1:  a text of more than thirty cha...",
-               "&1:  a text..."},
-        Effect{"MenuEntriesLen2",
-               2,
-               {{"settext", "Text6", "6"}},
-               &Probes::PadSubItem,
-               "  1:  a name of more than thirty cha...",
-               "  1:  a name..."},
-        Effect{"TrayTipMode",
-               2,
-               {{"choose", "Combo1", "1"}},
-               &Probes::TrayTip,
-               "Quillbox (L:2)\nab",
-               "Quillbox - ab"},
-        Effect{"ClicksToShow", 2, {{"click", "Option4"}}, &Probes::WindowAfterAClick, "shown", "hidden"},
-        Effect{"PlayWave",
-               2,
-               {{"click", "Check8"}, {"settext", "Text8", "/gong.wav"}},
-               &Probes::Sound,
-               "none",
-               "/gong.wav"}),
+        Effect{"Insert", 0, "click Option1", &Probes::OrderAfterAPick, "cab", "cba"},
+        Effect{"ClipEntriesMax", 1, "settext Text1 4", &Probes::Clips, "6", "4"},
+        Effect{"PermEntriesMax", 1, "settext Text2 4", &Probes::Pads, "6", "4"},
+        Effect{"ToDoEntriesMax", 1, "settext Text3 4", &Probes::Tasks, "6", "4"},
+        Effect{"MenuEntriesMax", 1, "settext Text4 3", &Probes::ClipItems, "5", "3"},
+        Effect{"MenuEntriesSubMax", 1, "settext Text4a 3", &Probes::ClipSubItems, "0", "3"},
+        Effect{"MenuEntriesMax2", 1, "settext Text5 3", &Probes::PadItems, "0", "3"},
+        Effect{"MenuEntriesSubMax2", 1, "settext Text5a 3", &Probes::PadSubItems, "6", "3"},
+        Effect{"MenuEntriesLen", 2, "settext Text7 6", &Probes::ClipItem, kLongClip, "&1:  a text..."},
+        Effect{"MenuEntriesLen2", 2, "settext Text6 6", &Probes::PadSubItem, kLongPad, "  1:  a name..."},
+        Effect{"TrayTipMode", 2, "choose Combo1 1", &Probes::TrayTip, kTwoLines, "Quillbox - ab"},
+        Effect{"ClicksToShow", 2, "click Option4", &Probes::WindowAfterAClick, "shown", "hidden"},
+        Effect{"PlayWave", 2, "click Check8; settext Text8 /gong.wav", &Probes::Sound, "none", "/gong.wav"}),
     [](const auto& effect) { return effect.param.name; });
 
 TEST_P(SettingsEffectTest, ShowsAtOnceAndAfterARestart) {
@@ -179,7 +158,7 @@ TEST_P(SettingsEffectTest, ShowsAtOnceAndAfterARestart) {
   EXPECT_EQ(probe(), effect.before);
   Show();
   Open(effect.page);
-  for (Values change : effect.changes) {
+  for (Values change : Requests(effect.changes)) {
     change[1] = "frmSettings." + change[1];
     Do(change);
   }

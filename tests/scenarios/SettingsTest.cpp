@@ -72,15 +72,5 @@ TEST_F(SettingsStore, EachUserHasABranch) {
             (Values{"1", "476"}));
 }
 
-TEST_F(SettingsStore, AVeryLongMessageIsStoredAndReadsAsEmpty) {
-  Do("reg.set", "HKCU", Section("MessageEntry"), "MessageEntry", std::string(1024, 'm'));
-  Do("start");
-  EXPECT_EQ(Get("frmTray.Text13", "Text"), std::string(1024, 'm'));
-  Do("end");
-  Do("reg.set", "HKCU", Section("MessageEntry"), "MessageEntry", std::string(1025, 'm'));
-  Do("start");
-  EXPECT_EQ(Get("frmTray.Text13", "Text"), "");
-}
-
 }  // namespace
 }  // namespace quillbox

@@ -13,17 +13,7 @@ class ToDoPageTest : public ListPageScenario {
  protected:
   ToDoPageTest() : ListPageScenario(kToDoPage) {}
 
-  // With the button's caption and the field.
-  std::string Page() {
-    return ListPageScenario::Page() + " | " + Of("Command2", "Caption") + " | " + Field();
-  }
-  void PutIn() { Click("Command2"); }
-  // Updates a row to another text.
-  void Update(int row, const std::string& text) {
-    Select(row);
-    Enter("Text1", text);
-    PutIn();
-  }
+  std::string Rest() override { return " | " + Of("Command2", "Caption") + " | " + Field(); }
 };
 
 TEST_F(ToDoPageTest, AddsByButtonEnterAndDrop) {
@@ -54,80 +44,91 @@ TEST_F(ToDoPageTest, AddsByButtonEnterAndDrop) {
   EXPECT_EQ(Saves(), saves);
 }
 
-TEST_F(ToDoPageTest, UpdateKeepsThePlaceAndClearsTheMark) {
-  Fill("abc");
-  Mark(1);
-  EXPECT_EQ(Page(), "a[b*]c | L: 1 | Update Entry | b");
-  Update(1, "B");
-  EXPECT_EQ(Page(), "aBc | Updated | Add Entry | ") << "capitals make another text";
-  Mark(0);
-  PutIn();
-  EXPECT_EQ(Page(), "aBc | Updated | Add Entry | ") << "updated to what it was: a new row, without the mark";
-  // Updated to the text of another row, in front or behind: both go, one stands at the end.
-  Mark(2);
-  Update(0, "c");
-  EXPECT_EQ(Page(), "Bc | Updated | Add Entry | ");
-  Update(1, "B");
-  EXPECT_EQ(List(), "B");
-}
-
-TEST_F(ToDoPageTest, TheSameTextAgainMovesToTheEndWithoutItsMark) {
-  Fill("abc");
-  Mark(0);
-  Click("Command4");
-  Add("a");
-  EXPECT_EQ(Page(), "bca | Added | Add Entry | ");
-  Set("ToDoEntriesMax", "2");
-  Add("c");
-  EXPECT_EQ(List(), "bac");
-  EXPECT_TRUE(Boxes().empty()) << "also in a full list, without a question";
+TEST_F(ToDoPageTest, Updates) {
+  ExpectSteps({
+      {"abc", "check List3 1 1", "a[b*]c | L: 1 | Update Entry | b"},
+      {"abc", "check List3 1 1; settext Text1 B; click Command2", "aBc | Updated | Add Entry | "},
+      {"abc", "check List3 0 1; click Command2", "abc | Updated | Add Entry | "},
+      // To the text of another row, in front or behind: both go, one stands at the end.
+      {"abc", "check List3 2 1; select List3 0; settext Text1 c; click Command2",
+       "bc | Updated | Add Entry | "},
+      {"abc", "check List3 0 1; select List3 2; settext Text1 a; click Command2",
+       "ba | Updated | Add Entry | "},
+      // The same text again moves to the end without its mark, also in a full list.
+      {"abc", "check List3 0 1; click Command4; settext Text1 a; click Command2",
+       "bca | Added | Add Entry | "},
+      {"abc", "settext Text1 a; click Command2", "bca | Added | Add Entry | ", "ToDoEntriesMax 2"},
+      // A row that a reload took away is added anew.
+      {"ab", "select List3 0; settext Text1 c; click Command47; click frmSettings.Command1",
+       "ab | hidden | Update Entry | c"},
+      {"ab", "select List3 0; settext Text1 c; click Command47; click frmSettings.Command1; click Command2",
+       "abc | Added | Add Entry | "},
+  });
 }
 
 TEST_F(ToDoPageTest, AFullListAsksForTheOldest) {
+  ExpectSteps({
+      {"abcd", "settext Text1 e; answer 7; click Command2",
+       "abcd | hidden | Add Entry | e ! Too many ToDo-List entries", "ToDoEntriesMax 3"},
+      {"abcd", "check List3 0 1; click Command4; settext Text1 e; click Command2",
+       "bcde | Added | Add Entry |  ! Too many ToDo-List entries", "ToDoEntriesMax 3"},
+      // An update takes its own row away first. Where there are more than allowed, a No takes nothing away.
+      {"abcd", "select List3 0; settext Text1 f; click Command2", "fbcd | Updated | Add Entry | ",
+       "ToDoEntriesMax 3"},
+      {"abcd", "select List3 2; settext Text1 g; answer 7; click Command2",
+       "ab[c]d | hidden | Update Entry | g ! Too many ToDo-List entries", "ToDoEntriesMax 2"},
+  });
   Set("ToDoEntriesMax", "3");
-  Fill("abcd");
-  Mark(0);
   Click("Command4");
-  EXPECT_TRUE(Boxes().empty());
   Do("answer", "7");
   const int saves = Saves();
   Add("e");
   EXPECT_EQ(Boxes(), std::vector<Box>{kFull});
-  EXPECT_EQ(List(), "abcd");
-  EXPECT_EQ(Field(), "e");
   EXPECT_EQ(Saves(), saves + 1) << "a No saves too";
-  PutIn();
-  EXPECT_EQ(Boxes().size(), 1U);
-  EXPECT_EQ(Page(), "bcde | Added | Add Entry | ");
-  Update(0, "f");
-  EXPECT_TRUE(Boxes().empty()) << "an update takes its own row away first";
-  EXPECT_EQ(List(), "fcde");
-  // With more rows than are allowed it asks, and a No takes nothing away.
-  Set("ToDoEntriesMax", "2");
-  Do("answer", "7");
-  Update(2, "g");
-  EXPECT_EQ(Boxes(), std::vector<Box>{kFull});
-  EXPECT_EQ(List(), "fcde");
 }
 
-TEST_F(ToDoPageTest, DeleteTakesTheSelectedRowRefreshTheMarkedOnes) {
-  Fill("abcdef");
-  for (const int row : {0, 1, 5}) Mark(row);
-  Select(2);
-  int saves = Saves();
-  Click("Command3");
-  EXPECT_EQ(Page(), "a*b*def* | Deleted | Add Entry | ");
-  EXPECT_EQ(Saves(), saves + 2) << "the list has lost the focus, and the row is gone";
-  Select(2);
-  Click("Command5");
-  EXPECT_EQ(Page(), "de | Refreshed | Add Entry | ");
+TEST_F(ToDoPageTest, ButtonsFieldAndKeys) {
+  ExpectSteps({
+      {"abcd", "check List3 0 1; check List3 3 1; select List3 2; click Command3",
+       "a*bd* | Deleted | Add Entry | "},
+      {"abcd", "check List3 0 1; check List3 1 1; check List3 3 1; select List3 2; click Command5",
+       "c | Refreshed | Add Entry | "},
+      {"ab", "select List3 1; click Command5", "ab | Refreshed | Add Entry | "},
+      {"ab", "select List3 1; click Command3; focus Command4", "a | hidden | Add Entry | "},
+      {"ab", "select List3 1; click Command5; focus Command4", "ab | hidden | Add Entry | "},
+      {"ab", "select List3 1; click Command4", "ab | Ready | Add Entry | "},
+      // The field and the list show their own lengths.
+      {"ab", "select List3 1; type Text1 cd", "a[b] | L: 3 | Update Entry | bcd"},
+      {"ab", "select List3 1; type Text1 cd; focus List3", "a[b] | L: 1 | Update Entry | bcd"},
+      {"ab", "select List3 1; type Text1 cd; select List3", "ab | hidden | Add Entry | bcd"},
+      {"ab", "select List3 1; key List3 Enter", "a[b*] | L: 1 | Update Entry | b"},
+      {"ab", "select List3 1; key List3 Enter; key List3 Space", "a[b] | L: 1 | Update Entry | b"},
+  });
+  // The field has the focus already: no mark is left behind for a later visit.
+  Focus("Text1");
+  Click("Command4");
+  EXPECT_EQ(Of("Text2", "Text"), "");
+}
+
+TEST_F(ToDoPageTest, SavesWithEachChangeAndWhenTheListLosesTheFocus) {
+  Fill("abc");
   Select(1);
-  saves = Saves();
-  Click("Command5");
-  EXPECT_EQ(Page(), "de | Refreshed | Add Entry | ");
-  EXPECT_EQ(Saves(), saves + 2);
-  Focus("Command4");
-  EXPECT_EQ(Status(), "hidden");
+  Key("Enter");
+  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"False", "b"}, {"False", "c"}}));
+  Focus("Text1");
+  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"True", "b"}, {"False", "c"}}));
+  for (const std::string button : {"Command3", "Command5"}) {
+    Select(0);
+    const int saves = Saves();
+    Click(button);
+    EXPECT_EQ(Saves(), saves + 2);
+  }
+  EXPECT_EQ(List(), "c");
+  const int saves = Saves();
+  Do("focus", ListName());
+  EXPECT_EQ(Saves(), saves);
+  OpenPage(0);
+  EXPECT_EQ(Saves(), saves + 1);
 }
 
 TEST_F(ToDoPageTest, MinimizeAndExitRefreshIfSet) {
@@ -143,24 +144,11 @@ TEST_F(ToDoPageTest, MinimizeAndExitRefreshIfSet) {
   Show();
   Mark(1);
   Do("closebox", "frmTray");
-  EXPECT_EQ(Marks(), "01");
   Restart();
   EXPECT_EQ(Marks(), "01");
   Set("AutoRefresh", "1");
   Restart();
   EXPECT_EQ(List(), "b");
-}
-
-TEST_F(ToDoPageTest, NewEntryLeavesTheListWithReady) {
-  Fill("ab");
-  Select(1);
-  Click("Command4");
-  EXPECT_EQ(Page(), "ab | Ready | Add Entry | ");
-  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
-  // The field has the focus already: no mark is left behind for a later visit.
-  Focus("Text1");
-  Click("Command4");
-  EXPECT_EQ(Of("Text2", "Text"), "");
 }
 
 TEST_F(ToDoPageTest, AClickOnTheStatusOpensTheSettings) {
@@ -169,46 +157,6 @@ TEST_F(ToDoPageTest, AClickOnTheStatusOpensTheSettings) {
   Focus("Text1");
   Click("Label12");
   EXPECT_TRUE(Is("frmSettings", "Visible"));
-}
-
-TEST_F(ToDoPageTest, ARowThatAReloadTookAwayIsAddedAnew) {
-  Fill("ab");
-  Select(0);
-  Enter("Text1", "c");
-  Click("Command47");
-  Do("click", "frmSettings.Command1");
-  EXPECT_EQ(Index(), "-1") << "read again";
-  PutIn();
-  EXPECT_EQ(Page(), "abc | Added | Add Entry | ");
-}
-
-TEST_F(ToDoPageTest, TheFieldAndTheListShowTheirOwnLengths) {
-  Fill("ab");
-  Select(1);
-  Do("type", "frmTray.Text1", "cd");
-  EXPECT_EQ(Page(), "a[b] | L: 3 | Update Entry | bcd");
-  const int saves = Saves();
-  Do("focus", ListName());
-  EXPECT_EQ(Page(), "a[b] | L: 1 | Update Entry | bcd");
-  SelectNone();
-  EXPECT_EQ(Page(), "ab | hidden | Add Entry | bcd");
-  EXPECT_FALSE(Is("frmTray.UpDown1", "Enabled"));
-  EXPECT_EQ(Saves(), saves);
-  OpenPage(0);
-  EXPECT_EQ(Saves(), saves + 1) << "the list writes when it loses the focus";
-}
-
-TEST_F(ToDoPageTest, MarksByKeyReachTheFileWithTheFocus) {
-  Fill("ab");
-  Select(1);
-  Key("Enter");
-  EXPECT_EQ(Marks(), "01");
-  Key("Space");
-  EXPECT_EQ(Marks(), "00");
-  Key("Enter");
-  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"False", "b"}}));
-  Focus("Text1");
-  EXPECT_EQ(Stored(), File("TODO", {{"False", "a"}, {"True", "b"}}));
 }
 
 }  // namespace
