@@ -139,6 +139,20 @@ class Keyboard(Pages):
         self.desktop.key("space")
         wait_for("no marked task", lambda: not any("water the plants" in entry for entry in self.file("ToDo")), 5)
 
+    def in_front(self, title):
+        window = self.desktop.window(title)
+        active = self.desktop.property(self.desktop.root, "_NET_ACTIVE_WINDOW")
+        return window and self.desktop.is_viewable(window) and list(active or ()) == [window.id]
+
+    def test_a_dialog_gives_the_focus_back(self):
+        self.start()
+        for button, title in (("Settings...", "Quillbox Settings"), ("Info...", "Quillbox 4.31 Info")):
+            self.reader.tab_to(button, True)
+            self.desktop.key("space")
+            wait_for(f"{title} in front", lambda: self.in_front(title), 5)
+            self.desktop.key("Escape")
+            wait_for(f"Quillbox in front after {title}", lambda: self.in_front("Quillbox"), 5)
+
 
 class DragAndDrop(Pages):
     def drop(self, offers, list_name):

@@ -1,5 +1,6 @@
 #include "platform/qt/ViewParts.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -110,10 +111,18 @@ void DialogView::AppearOrGo() {
   const unsigned shows = GetForm().Shows();
   if (std::exchange(shows_, shows) == shows || !GetForm().GetVisible()) return;
   if (coming_ == Coming::ToFrontWithFocus) {
+    if (!isActiveWindow()) from_ = QApplication::activeWindow();
     ActivateWindow(*this);
   } else {
     raise();
   }
+}
+
+void DialogView::setVisible(bool visible) {
+  const bool front = isActiveWindow();
+  FormView::setVisible(visible);
+  // Not every window manager gives the focus back to a window that isn't in the task bar.
+  if (!visible && front && from_ && from_->isVisible()) ActivateWindow(*from_);
 }
 
 void DialogView::FinishCentered() {

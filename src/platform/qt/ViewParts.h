@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QIcon>
 #include <QPalette>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -32,6 +33,7 @@ class DialogView : public FormView {
   enum class Coming { ToFrontWithFocus, WithoutFocus };
   DialogView(Form& form, QtTips& tips, Coming coming = Coming::ToFrontWithFocus)
       : FormView(form, tips), coming_(coming) {}
+  void setVisible(bool visible) override;
 
  protected:
   void AppearOrGo() override;
@@ -40,6 +42,7 @@ class DialogView : public FormView {
  private:
   Coming coming_;
   unsigned shows_ = 0;
+  QPointer<QWidget> from_;  // our window that was in front when the dialog came
 };
 
 // A frame with the caption of its control.
