@@ -90,6 +90,7 @@ TEST_F(FormsControls, ArrowsMoveNoFocusAndEscapeIsTheCancelButton) {
   cancel.SetEnabled(false);
   Press(field, keys::kEscape);
   EXPECT_EQ(Take(), 0);
+  EXPECT_EQ(field.GetText(), u"") << "nor is it a character";
 }
 
 TEST_F(FormsControls, LoadingResizingAndClosing) {

@@ -65,6 +65,7 @@ TEST(InstanceLock, WhatOthersPlantedIsLeftAlone) {
   fs::remove(file);
   ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
   EXPECT_FALSE(InstanceLock("", folder.Path()).AnotherRuns());
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
 }
 
 }  // namespace
