@@ -3,12 +3,6 @@
 namespace quillbox::test {
 namespace {
 
-Reaction Of(Reaction::Kind kind) {
-  Reaction reaction;
-  reaction.kind = kind;
-  return reaction;
-}
-
 using ClipboardBadOwner = ClipboardFixture;
 
 TEST_F(ClipboardBadOwner, OneThatNeverAnswersStaysUnreadableUntilTheNext) {

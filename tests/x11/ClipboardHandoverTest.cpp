@@ -1,7 +1,9 @@
 #include <atomic>
-#include <cstring>
+#include <functional>
+#include <iterator>
 #include <thread>
 
+#include "platform/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {
@@ -10,54 +12,41 @@ namespace {
 // The clipboard outlives the program that it was copied in.
 using ClipboardTakeover = ClipboardFixture;
 
-TEST_F(ClipboardTakeover, ATextStaysWhenItsOwnerQuits) {
-  TestReader reader(loop);
-  TestOwner closes(loop);
-  closes.OfferText("stays").Offer("STRING", Gives("STRING", "stays"));
-  EXPECT_EQ(ReadAfter(closes), u"stays");
-  closes.Quit();
-  loop.RunFor(30);
-  EXPECT_EQ(Read(), u"stays");
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes, "stays");
-
-  TestOwner destroys(loop);
-  destroys.OfferText("stays too");
-  EXPECT_EQ(ReadAfter(destroys), u"stays too");
-  destroys.DestroyWindow();
-  loop.RunFor(30);
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes, "stays too");
-  EXPECT_EQ(news.size(), 2u) << "taking over is no news";
-}
-
-TEST_F(ClipboardTakeover, AnOwnerMayQuitRightAfterItsAnswer) {
-  TestReader reader(loop);
-  TestOwner whole(loop);
-  Reaction last = Gives("UTF8_STRING", "last words");
-  last.answered = [&] { whole.Quit(); };
-  whole.Offer("UTF8_STRING", last);
-  EXPECT_EQ(ReadAfter(whole), u"last words");
-  loop.RunFor(30);
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes, "last words");
-
-  TestOwner pieces(loop);
-  Reaction incr = GivesInPieces("UTF8_STRING", "in pieces", 4);
-  incr.quitsAtTheEnd = true;
-  pieces.Offer("UTF8_STRING", incr);
-  EXPECT_EQ(ReadAfter(pieces), u"in pieces");
-  loop.RunFor(30);
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes, "in pieces");
-}
-
-TEST_F(ClipboardTakeover, ALargeTextOfADyingOwnerIsStillReadToItsEnd) {
+TEST_F(ClipboardTakeover, ATextStaysHoweverItsOwnerQuits) {
   const std::string large(3'000'000, 'L');
-  TestOwner owner(loop);
-  Reaction last = Gives("UTF8_STRING", large);
-  last.answered = [&] { owner.Quit(); };
-  owner.Offer("UTF8_STRING", last);
-  EXPECT_EQ(ReadAfter(owner) == Text(large.size(), u'L'), true);
-  loop.RunFor(30);
-  TestReader reader(loop);
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes == large, true);
+  struct Case {
+    std::string text;
+    Reaction reaction;
+    std::function<void(TestOwner&)> goes;
+  };
+  TestOwner* owner = nullptr;
+  const auto lastWords = [&](const std::string& text) {
+    Reaction last = Gives("UTF8_STRING", text);
+    last.answered = [&owner] { owner->Quit(); };
+    return last;
+  };
+  Reaction inPieces = GivesInPieces("UTF8_STRING", "in pieces", 4);
+  inPieces.quitsAtTheEnd = true;
+  const auto gone = [](TestOwner&) {};
+  const Case cases[] = {
+      {"closes", Gives("UTF8_STRING", "closes"), [](TestOwner& each) { each.Quit(); }},
+      {"destroys", Gives("UTF8_STRING", "destroys"), [](TestOwner& each) { each.DestroyWindow(); }},
+      {"last words", lastWords("last words"), gone},
+      {"in pieces", inPieces, gone},
+      {large, lastWords(large), gone},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text.substr(0, 10));
+    TestOwner each(loop);
+    owner = &each;
+    each.Offer("UTF8_STRING", c.reaction).Offer("STRING", Gives("STRING", "worse"));
+    EXPECT_TRUE(ReadAfter(each) == FromUtf8(c.text));
+    c.goes(each);
+    loop.RunFor(30);
+    EXPECT_TRUE(Read() == FromUtf8(c.text));
+    EXPECT_TRUE(TestReader(loop).Fetch("UTF8_STRING").bytes == c.text);
+  }
+  EXPECT_EQ(news.size(), std::size(cases)) << "taking over is no news";
 }
 
 TEST_F(ClipboardTakeover, ContentBesideTextIsNotReplaced) {
@@ -68,8 +57,7 @@ TEST_F(ClipboardTakeover, ContentBesideTextIsNotReplaced) {
     owner.Quit();
     ASSERT_TRUE(AwaitNews()) << other;
     EXPECT_EQ(Read(), u"") << other;
-    TestReader reader(loop);
-    EXPECT_TRUE(reader.Fetch("UTF8_STRING").refused) << other;
+    EXPECT_TRUE(TestReader(loop).Fetch("UTF8_STRING").refused) << other;
   }
 }
 
@@ -81,8 +69,7 @@ TEST_F(ClipboardTakeover, AClearStaysAClear) {
   owner.Quit();
   loop.RunFor(50);
   EXPECT_EQ(Read(), u"");
-  TestReader reader(loop);
-  EXPECT_TRUE(reader.Fetch("UTF8_STRING").refused);
+  EXPECT_TRUE(TestReader(loop).Fetch("UTF8_STRING").refused);
 }
 
 TEST_F(ClipboardTakeover, ANewOwnerAtTheSameMomentKeepsTheClipboard) {
@@ -94,8 +81,7 @@ TEST_F(ClipboardTakeover, ANewOwnerAtTheSameMomentKeepsTheClipboard) {
   second.Own();
   loop.RunFor(100);
   EXPECT_EQ(Read(), u"second");
-  TestReader reader(loop);
-  EXPECT_EQ(reader.Fetch("UTF8_STRING").bytes, "second");
+  EXPECT_EQ(TestReader(loop).Fetch("UTF8_STRING").bytes, "second");
 }
 
 // A clipboard manager that saves what it is asked to, a text at a time.
@@ -113,33 +99,16 @@ class TestManager final : public TestClient {
     const int type = event.response_type & 0x7F;
     if (type == XCB_SELECTION_REQUEST) {
       request_ = reinterpret_cast<const xcb_selection_request_event_t&>(event);
-      const auto cookie =
-          xcb_get_property(Connection(), 0, request_.requestor, request_.property, XCB_ATOM_ATOM, 0, 99);
-      const auto list = Malloced(xcb_get_property_reply(Connection(), cookie, nullptr));
+      const auto list = Property(request_.requestor, request_.property, false);
       const auto* atoms = static_cast<const xcb_atom_t*>(xcb_get_property_value(list.get()));
       toSave.assign(atoms, atoms + list->value_len);
       xcb_convert_selection(Connection(), Window(), Atom("CLIPBOARD"), Atom("UTF8_STRING"), Atom("SAVED"),
                             request_.time);
     } else if (type == XCB_SELECTION_NOTIFY) {
-      const auto cookie =
-          xcb_get_property(Connection(), 1, Window(), Atom("SAVED"), XCB_GET_PROPERTY_TYPE_ANY, 0, 9999);
-      const auto text = Malloced(xcb_get_property_reply(Connection(), cookie, nullptr));
+      const auto text = Property(Window(), Atom("SAVED"), true);
       saved.assign(static_cast<const char*>(xcb_get_property_value(text.get())), text->value_len);
-      if (answers_) Answer();
+      if (answers_) Notify(request_, request_.property);
     }
-  }
-
-  void Answer() {
-    xcb_selection_notify_event_t answer{};
-    answer.response_type = XCB_SELECTION_NOTIFY;
-    answer.time = request_.time;
-    answer.requestor = request_.requestor;
-    answer.selection = request_.selection;
-    answer.target = request_.target;
-    answer.property = request_.property;
-    char wire[32] = {};
-    std::memcpy(wire, &answer, sizeof answer);
-    xcb_send_event(Connection(), 0, request_.requestor, XCB_EVENT_MASK_NO_EVENT, wire);
   }
 
   bool answers_;

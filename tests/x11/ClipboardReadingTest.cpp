@@ -1,3 +1,6 @@
+#include <iterator>
+
+#include "platform/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {
@@ -6,52 +9,37 @@ namespace {
 using ClipboardReading = ClipboardFixture;
 
 TEST_F(ClipboardReading, TakesTheBestTextThatIsOffered) {
-  TestOwner all(loop);
-  all.Offer("STRING", Gives("STRING", "latin")).OfferText("utf-8 \xE2\x82\xAC");
-  EXPECT_EQ(ReadAfter(all), u"utf-8 \u20AC");
-  EXPECT_FALSE(all.WasAskedFor("STRING"));
-
-  TestOwner plain(loop);
-  plain.Offer("text/plain;charset=utf-8", Gives("text/plain;charset=utf-8", "pl\xC3\xA4in"));
-  EXPECT_EQ(ReadAfter(plain), u"pl\u00E4in");
-
-  TestOwner latin(loop);
-  latin.Offer("STRING", Gives("STRING", "\xE4\xF6 \xFF"));
-  EXPECT_EQ(ReadAfter(latin), u"\u00E4\u00F6 \u00FF");
-
-  TestOwner falls(loop);  // the better one is offered and then refused
-  Reaction refuse;
-  refuse.kind = Reaction::Refuse;
-  falls.Offer("UTF8_STRING", refuse).Offer("STRING", Gives("STRING", "second"));
-  EXPECT_EQ(ReadAfter(falls), u"second");
-  EXPECT_EQ(news, std::vector<ClipboardNews>(4, ClipboardNews::Text));
-}
-
-TEST_F(ClipboardReading, KeepsTextsAsTheyCame) {
-  TestOwner owner(loop);
-  owner.OfferText(std::string("a\0b\r\nc\rd\n\0", 10));
-  EXPECT_EQ(ReadAfter(owner), Text(u"a\0b\r\nc\rd\n\0", 10));
-  owner.OfferText("bad \xFF\xC3 end \xF0\x9F\x98\x80");
-  EXPECT_EQ(ReadAfter(owner), u"bad \uFFFD\uFFFD end \U0001F600");
-}
-
-TEST_F(ClipboardReading, CollectsIncrements) {
-  std::string long1;
-  for (int i = 0; i < 300000; ++i) long1 += static_cast<char>('a' + i % 26);
-  TestOwner owner(loop);
-  owner.Offer("UTF8_STRING", GivesInPieces("UTF8_STRING", long1, 5000));
-  EXPECT_EQ(ReadAfter(owner) == Text(long1.begin(), long1.end()), true);
-  // A byte at a time, through the middle of a character.
-  TestOwner slow(loop);
-  slow.Offer("UTF8_STRING", GivesInPieces("UTF8_STRING", "x\xE2\x82\xACy", 1));
-  EXPECT_EQ(ReadAfter(slow), u"x\u20ACy");
-}
-
-TEST_F(ClipboardReading, ReadsOneLargePropertyInParts) {
+  std::string letters;
+  for (int i = 0; i < 300000; ++i) letters += static_cast<char>('a' + i % 26);
   const std::string large(5'000'003, 'q');
-  TestOwner owner(loop);
-  owner.OfferText(large);
-  EXPECT_EQ(ReadAfter(owner) == Text(large.size(), u'q'), true);
+  struct Case {
+    std::vector<std::pair<std::string, Reaction>> offers;
+    Text text;
+    bool asksForLatin = false;
+  };
+  const std::string utf8 = "UTF8_STRING";
+  const Case cases[] = {
+      {{{"STRING", Gives("STRING", "latin")}, {utf8, Gives(utf8, "utf-8 \xE2\x82\xAC")}}, u"utf-8 \u20AC"},
+      {{{"text/plain;charset=utf-8", Gives("text/plain;charset=utf-8", "pl\xC3\xA4in")}}, u"pl\u00E4in"},
+      {{{"STRING", Gives("STRING", "\xE4\xF6 \xFF")}}, u"\u00E4\u00F6 \u00FF", true},
+      // The better one is offered and then refused; so is the list of an old client.
+      {{{utf8, Of(Reaction::Refuse)}, {"STRING", Gives("STRING", "second")}}, u"second", true},
+      {{{"TARGETS", Of(Reaction::Refuse)}, {"STRING", Gives("STRING", "old client")}}, u"old client", true},
+      // As it came.
+      {{{utf8, Gives(utf8, std::string("a\0b\r\nc\rd\n\0", 10))}}, Text(u"a\0b\r\nc\rd\n\0", 10)},
+      {{{utf8, Gives(utf8, "bad \xFF\xC3 end \xF0\x9F\x98\x80")}}, u"bad \uFFFD\uFFFD end \U0001F600"},
+      {{{utf8, Gives(utf8, large)}}, Text(large.size(), u'q')},
+      // In increments, through the middle of a character, too.
+      {{{utf8, GivesInPieces(utf8, letters, 5000)}}, Text(letters.begin(), letters.end())},
+      {{{utf8, GivesInPieces(utf8, "x\xE2\x82\xACy", 1)}}, u"x\u20ACy"},
+  };
+  for (const Case& c : cases) {
+    TestOwner owner(loop);
+    for (const auto& [target, reaction] : c.offers) owner.Offer(target, reaction);
+    EXPECT_TRUE(ReadAfter(owner) == c.text) << ToUtf8(c.text.substr(0, 40));
+    EXPECT_EQ(owner.WasAskedFor("STRING"), c.asksForLatin);
+  }
+  EXPECT_EQ(news, std::vector<ClipboardNews>(std::size(cases), ClipboardNews::Text));
 }
 
 TEST_F(ClipboardReading, IsBusyWhileATextIsUnderWay) {
@@ -59,9 +47,7 @@ TEST_F(ClipboardReading, IsBusyWhileATextIsUnderWay) {
   owner.OfferText("first");
   EXPECT_EQ(ReadAfter(owner), u"first");
   bool asked = false;
-  Reaction silent;
-  silent.kind = Reaction::Silent;
-  owner.Offer("TARGETS", silent);
+  owner.Offer("TARGETS", Of(Reaction::Silent));
   owner.Own();
   loop.RunUntil([&] { return asked = owner.Asked().size() > 2; });
   ASSERT_TRUE(asked);
@@ -80,22 +66,15 @@ TEST_F(ClipboardReading, ContentWithoutTextReadsEmpty) {
   EXPECT_EQ(ReadAfter(empty), u"");
 }
 
-TEST_F(ClipboardReading, AClearIsReadAsEmpty) {
-  TestOwner owner(loop);
-  owner.OfferText("something");
-  EXPECT_EQ(ReadAfter(owner), u"something");
-  owner.Clear();
-  ASSERT_TRUE(AwaitNews());
-  EXPECT_EQ(Read(), u"");
-  EXPECT_EQ(news.back(), ClipboardNews::Other);
-}
-
-TEST_F(ClipboardReading, TheSameTextAgainIsNews) {
+TEST_F(ClipboardReading, TheSameTextAgainIsNewsAndSoIsAClear) {
   TestOwner owner(loop);
   owner.OfferText("again");
   EXPECT_EQ(ReadAfter(owner), u"again");
   EXPECT_EQ(ReadAfter(owner), u"again");
-  EXPECT_EQ(news.size(), 2u);
+  owner.Clear();
+  ASSERT_TRUE(AwaitNews());
+  EXPECT_EQ(Read(), u"");
+  EXPECT_EQ(news, (std::vector{ClipboardNews::Text, ClipboardNews::Text, ClipboardNews::Other}));
 }
 
 TEST_F(ClipboardReading, FindsTheOwnerThatIsThereAtTheStart) {
@@ -111,23 +90,20 @@ TEST_F(ClipboardReading, FindsTheOwnerThatIsThereAtTheStart) {
   EXPECT_EQ(late.Read(), u"before");
 }
 
-TEST_F(ClipboardReading, SettlesAtOnceWithoutAnOwner) {
-  const auto start = std::chrono::steady_clock::now();
-  XClipboard fresh(loop);
-  EXPECT_TRUE(fresh.Settle(2000));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
-  EXPECT_EQ(fresh.Read(), u"");
-}
-
-TEST_F(ClipboardReading, SettlesInTimeWithASilentOwner) {
+TEST_F(ClipboardReading, SettlesInTimeWithASilentOwnerOrNone) {
   TestOwner owner(loop);  // nobody turns its loop while the clipboard settles
-  owner.OfferText("later");
-  owner.Own();
-  XClipboard fresh(loop);
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(fresh.Settle(100));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000));
-  EXPECT_THROW(fresh.Read(), RuntimeError);
+  for (const bool owned : {false, true}) {
+    owner.OfferText("later");
+    if (owned) owner.Own();
+    XClipboard fresh(loop);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(fresh.Settle(owned ? 100 : 2000), !owned);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000));
+    if (owned)
+      EXPECT_THROW(fresh.Read(), RuntimeError);
+    else
+      EXPECT_EQ(fresh.Read(), u"");
+  }
 }
 
 TEST_F(ClipboardReading, ANewOwnerEndsTheReadingOfTheOldOne) {
@@ -150,14 +126,6 @@ TEST_F(ClipboardReading, ANewOwnerEndsTheReadingOfTheOldOne) {
   EXPECT_EQ(news.size(), 1u);
 }
 
-TEST_F(ClipboardReading, AnOldClientWithoutTargetsIsAskedForItsText) {
-  TestOwner owner(loop);
-  Reaction refuse;
-  refuse.kind = Reaction::Refuse;
-  owner.Offer("TARGETS", refuse).Offer("STRING", Gives("STRING", "old client"));
-  EXPECT_EQ(ReadAfter(owner), u"old client");
-}
-
 using ClipboardSecrets = ClipboardFixture;
 
 TEST_F(ClipboardSecrets, ASecretIsNeitherAskedForNorTakenOver) {
@@ -176,15 +144,10 @@ TEST_F(ClipboardSecrets, OnlyAnAnsweredHintCanSayThatItIsNone) {
   TestOwner open(loop);
   open.OfferText("public").Offer("x-kde-passwordManagerHint", Gives("x-kde-passwordManagerHint", "public"));
   EXPECT_EQ(ReadAfter(open), u"public");
-  TestOwner refuses(loop);
-  Reaction refuse;
-  refuse.kind = Reaction::Refuse;
-  refuses.OfferText("hidden").Offer("x-kde-passwordManagerHint", refuse);
+  TestOwner refuses(loop), silent(loop);
+  refuses.OfferText("hidden").Offer("x-kde-passwordManagerHint", Of(Reaction::Refuse));
   EXPECT_EQ(ReadAfter(refuses), u"");
-  TestOwner silent(loop);
-  Reaction nothing;
-  nothing.kind = Reaction::Silent;
-  silent.OfferText("hidden").Offer("x-kde-passwordManagerHint", nothing);
+  silent.OfferText("hidden").Offer("x-kde-passwordManagerHint", Of(Reaction::Silent));
   EXPECT_EQ(ReadAfter(silent, XTransfer::kDeadlineMs + 1000), u"");
   EXPECT_FALSE(silent.WasAskedFor("UTF8_STRING"));
 }

@@ -5,8 +5,6 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -23,19 +21,29 @@ void SleepMs(int milliseconds) { std::this_thread::sleep_for(std::chrono::millis
 }  // namespace
 
 KeyReceiver::KeyReceiver(Options options)
-    : options_(options), context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
-  int screen = 0;
-  connection_ = xcb_connect(nullptr, &screen);
-  if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server");
-  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-  if (!xkb_x11_setup_xkb_extension(connection_, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-                                   XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_,
-                                   nullptr)) {
-    throw std::runtime_error("no XKB");
-  }
-  const std::uint16_t events = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
-  xcb_xkb_select_events(connection_, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, 0xFF, 0xFF, nullptr);
-  Create();
+    : options_(options),
+      protocols_(server_.Atom("WM_PROTOCOLS")),
+      ping_(server_.Atom("_NET_WM_PING")),
+      end_(server_.Atom("QUILLBOX_TEST_END")),
+      context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+  if (server_.Lost()) throw std::runtime_error("no X server");
+  xcb_connection_t* const connection = server_.Get();
+  xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                              XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_, nullptr);
+  const std::uint16_t changes = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+  xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, 0xFF, 0xFF, nullptr);
+  window_ = xcb_generate_id(connection);
+  const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window_, server_.Root(), 10, 10, 200, 100, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
+  const auto set = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t value) {
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, property, type, 32, 1, &value);
+  };
+  if (options_.answersPings) set(protocols_, XCB_ATOM_ATOM, ping_);
+  if (options_.saysOurProcess)
+    set(server_.Atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
+  xcb_map_window(connection, window_);
+  server_.Sync();
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -45,49 +53,15 @@ KeyReceiver::~KeyReceiver() {
   message.format = 32;
   message.window = window_;
   message.type = end_;
-  xcb_send_event(connection_, 0, window_, 0, reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
+  xcb_send_event(server_.Get(), 0, window_, 0, reinterpret_cast<const char*>(&message));
+  xcb_flush(server_.Get());
   thread_.join();
-  xcb_disconnect(connection_);
-}
-
-xcb_atom_t KeyReceiver::Atom(const char* name) {
-  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-  xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection_, cookie, nullptr);
-  const xcb_atom_t atom = reply ? reply->atom : 0;
-  std::free(reply);
-  return atom;
-}
-
-void KeyReceiver::Create() {
-  window_ = xcb_generate_id(connection_);
-  const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
-  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 10, 10, 200, 100, 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-  protocols_ = Atom("WM_PROTOCOLS");
-  ping_ = Atom("_NET_WM_PING");
-  end_ = Atom("QUILLBOX_TEST_END");
-  if (options_.answersPings) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, protocols_, XCB_ATOM_ATOM, 32, 1,
-                        &ping_);
-  }
-  if (options_.saysOurProcess) {
-    const auto process = static_cast<std::uint32_t>(getpid());
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, Atom("_NET_WM_PID"), XCB_ATOM_CARDINAL,
-                        32, 1, &process);
-  }
-  xcb_map_window(connection_, window_);
-  std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
 void KeyReceiver::SetFocus(xcb_window_t window) {
   for (int tries = 0; tries < 200; ++tries) {
-    xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
-    xcb_get_input_focus_reply_t* reply =
-        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr);
-    const bool done = reply && reply->focus == window;
-    std::free(reply);
-    if (done) return;
+    xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
+    if (server_.Sync() == window) return;
     SleepMs(5);
   }
   throw std::runtime_error("no focus");
@@ -98,16 +72,15 @@ void KeyReceiver::TakeFocus() { SetFocus(window_); }
 void KeyReceiver::GiveFocusToNobody() { SetFocus(XCB_NONE); }
 
 void KeyReceiver::GiveFocusToPointer() {
-  xcb_warp_pointer(connection_, XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
+  xcb_warp_pointer(server_.Get(), XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
   SetFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
 }
 
 void KeyReceiver::Run() {
   while (!ended_) {
-    xcb_generic_event_t* event = xcb_wait_for_event(connection_);
+    const XReply<xcb_generic_event_t> event(xcb_wait_for_event(server_.Get()));
     if (!event) return;
     Handle(*event);
-    std::free(event);
   }
 }
 
@@ -125,18 +98,18 @@ void KeyReceiver::Handle(const xcb_generic_event_t& event) {
 }
 
 void KeyReceiver::AnswerPing(xcb_client_message_event_t message) {
-  message.window = root_;
+  message.window = server_.Root();
   const std::uint32_t audience =
       options_.answersAsQt ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-  xcb_send_event(connection_, 0, root_, audience | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+  xcb_send_event(server_.Get(), 0, server_.Root(), audience | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
+  xcb_flush(server_.Get());
 }
 
 void KeyReceiver::ReadMap() {
   mapIsOld_ = false;
-  keymap_.reset(xkb_x11_keymap_new_from_device(context_.get(), connection_,
-                                               xkb_x11_get_core_keyboard_device_id(connection_),
+  keymap_.reset(xkb_x11_keymap_new_from_device(context_.get(), server_.Get(),
+                                               xkb_x11_get_core_keyboard_device_id(server_.Get()),
                                                XKB_KEYMAP_COMPILE_NO_FLAGS));
   state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr);
 }
@@ -144,10 +117,7 @@ void KeyReceiver::ReadMap() {
 void KeyReceiver::HandleKey(const xcb_key_press_event_t& event, bool press) {
   const bool unpaired = down_[event.detail] == press;
   down_[event.detail] = press;
-  if (unpaired) {
-    const std::lock_guard lock(mutex_);
-    ++unpaired_;
-  }
+  if (unpaired) ++unpaired_;
   if (!press) return;
   if (options_.millisecondsToStart > 0) SleepMs(std::exchange(options_.millisecondsToStart, 0));
   if (options_.microsecondsPerKey > 0) {
@@ -161,7 +131,6 @@ void KeyReceiver::HandleKey(const xcb_key_press_event_t& event, bool press) {
       (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R && keysym != XKB_KEY_Caps_Lock) ||
       (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock);
   if (isModifier) {
-    const std::lock_guard lock(mutex_);
     ++modifierPresses_;
     return;
   }
@@ -180,16 +149,6 @@ std::string KeyReceiver::Text() const {
   std::string text;
   for (const KeyPress& press : Presses()) text += press.text == "\r" ? "\n" : press.text;
   return text;
-}
-
-int KeyReceiver::Unpaired() const {
-  const std::lock_guard lock(mutex_);
-  return unpaired_;
-}
-
-int KeyReceiver::ModifierPresses() const {
-  const std::lock_guard lock(mutex_);
-  return modifierPresses_;
 }
 
 void KeyReceiver::Clear() {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -10,6 +10,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "platform/linux/XKeyConnection.h"
 
 namespace quillbox::test {
 
@@ -47,9 +49,9 @@ class KeyReceiver {
   // The text of all presses so far, line breaks as line feeds.
   std::string Text() const;
   // How often a key was pressed that had been pressed already, or released that had not.
-  int Unpaired() const;
+  int Unpaired() const { return unpaired_; }
   // How often a key of a modifier was pressed; Presses leaves these out.
-  int ModifierPresses() const;
+  int ModifierPresses() const { return modifierPresses_; }
   void Clear();
   // Waits until so many presses have come in and a little longer for more; false after 20 s.
   bool WaitFor(std::size_t presses) const;
@@ -61,18 +63,14 @@ class KeyReceiver {
     void operator()(xkb_state* state) const { xkb_state_unref(state); }
   };
 
-  void Create();
   void SetFocus(xcb_window_t window);
   void Run();
   void Handle(const xcb_generic_event_t& event);
   void HandleKey(const xcb_key_press_event_t& event, bool press);
   void AnswerPing(xcb_client_message_event_t message);
   void ReadMap();
-  xcb_atom_t Atom(const char* name);
-
   Options options_;
-  xcb_connection_t* connection_ = nullptr;
-  xcb_window_t root_ = 0;
+  XKeyConnection server_{nullptr};
   xcb_window_t window_ = 0;
   xcb_atom_t protocols_ = 0, ping_ = 0, end_ = 0;
   std::uint8_t xkbEvent_ = 0;
@@ -85,8 +83,8 @@ class KeyReceiver {
 
   mutable std::mutex mutex_;  // guards what follows
   std::vector<KeyPress> presses_;
-  int unpaired_ = 0;
-  int modifierPresses_ = 0;
+  std::atomic<int> unpaired_ = 0;
+  std::atomic<int> modifierPresses_ = 0;
 
   std::thread thread_;
 };

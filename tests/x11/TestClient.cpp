@@ -1,5 +1,6 @@
 #include "x11/TestClient.h"
 
+#include <cstring>
 #include <stdexcept>
 
 namespace quillbox::test {
@@ -43,6 +44,28 @@ void TestClient::Work() {
 void TestClient::DestroyWindow() {
   xcb_destroy_window(connection_, window_);
   Sync();
+}
+
+void TestClient::Notify(const xcb_selection_request_event_t& request, xcb_atom_t property) {
+  xcb_selection_notify_event_t answer{};
+  answer.response_type = XCB_SELECTION_NOTIFY;
+  answer.time = request.time;
+  answer.requestor = request.requestor;
+  answer.selection = request.selection;
+  answer.target = request.target;
+  answer.property = property;
+  char wire[32] = {};
+  std::memcpy(wire, &answer, sizeof answer);
+  xcb_send_event(connection_, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire);
+  xcb_flush(connection_);
+}
+
+std::unique_ptr<xcb_get_property_reply_t, void (*)(void*)> TestClient::Property(xcb_window_t window,
+                                                                                xcb_atom_t property,
+                                                                                bool take) {
+  const auto cookie =
+      xcb_get_property(connection_, take, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 16 * 1024 * 1024);
+  return Malloced(xcb_get_property_reply(connection_, cookie, nullptr));
 }
 
 xcb_atom_t TestClient::Atom(const std::string& name) {

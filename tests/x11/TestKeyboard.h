@@ -1,9 +1,14 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
 #include <cstdint>
 #include <string>
+
+#include "platform/linux/XKeyConnection.h"
+
+// The header has a member of that name.
+#define explicit explicitParts
+#include <xcb/xkb.h>
+#undef explicit
 
 namespace quillbox::test {
 
@@ -32,8 +37,10 @@ class TestKeyboard {
   bool RootHas(const char* property);
 
  private:
-  xcb_connection_t* connection_;
-  xcb_window_t root_;
+  XReply<xcb_xkb_get_state_reply_t> State();
+  XReply<xcb_query_keymap_reply_t> Keys();
+
+  XKeyConnection server_{nullptr};
 };
 
 }  // namespace quillbox::test

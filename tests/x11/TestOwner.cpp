@@ -1,9 +1,14 @@
 #include "x11/TestOwner.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace quillbox::test {
+
+Reaction Of(Reaction::Kind kind) {
+  Reaction reaction;
+  reaction.kind = kind;
+  return reaction;
+}
 
 Reaction Gives(const std::string& type, const std::string& bytes, int format) {
   Reaction reaction;
@@ -88,35 +93,21 @@ void TestOwner::OnEvent(const xcb_generic_event_t& event) {
 void TestOwner::OnRequest(const xcb_selection_request_event_t& request) {
   const std::string target = Name(request.target);
   asked_.push_back(target);
-  Reaction reaction;
-  reaction.kind = Reaction::Refuse;
-  if (reactions_.count(target)) reaction = reactions_[target];
+  const auto known = reactions_.find(target);
+  const Reaction reaction = known == reactions_.end() ? Of(Reaction::Refuse) : known->second;
   if (reaction.kind == Reaction::Silent) return;
 
-  xcb_selection_notify_event_t answer{};
-  answer.response_type = XCB_SELECTION_NOTIFY;
-  answer.time = request.time;
-  answer.requestor = request.requestor;
-  answer.selection = request.selection;
-  answer.target = request.target;
-  answer.property = reaction.kind == Reaction::Refuse ? xcb_atom_t{XCB_ATOM_NONE} : request.property;
   if (reaction.kind == Reaction::Incremental) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(Connection(), request.requestor, XCB_CW_EVENT_MASK, &events);
-    sendings_.erase(std::remove_if(sendings_.begin(), sendings_.end(),
-                                   [&](const Sending& each) {
-                                     return each.window == request.requestor &&
-                                            each.property == request.property;
-                                   }),
-                    sendings_.end());
+    std::erase_if(sendings_, [&](const Sending& each) {
+      return each.window == request.requestor && each.property == request.property;
+    });
     sendings_.push_back({request.requestor, request.property, reaction});
   }
   if (reaction.kind == Reaction::Whole || reaction.kind == Reaction::Incremental)
     Put(request.requestor, request.property, reaction.piece);
-  char wire[32] = {};
-  std::memcpy(wire, &answer, sizeof answer);
-  xcb_send_event(Connection(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire);
-  xcb_flush(Connection());
+  Notify(request, reaction.kind == Reaction::Refuse ? xcb_atom_t{XCB_ATOM_NONE} : request.property);
   if (reaction.answered) reaction.answered();
 }
 

@@ -29,6 +29,7 @@ struct Reaction {
   std::function<void()> answered;  // after the notification has been sent
 };
 
+Reaction Of(Reaction::Kind kind);
 Reaction Gives(const std::string& type, const std::string& bytes, int format = 8);
 Reaction GivesInPieces(const std::string& type, const std::string& bytes, std::size_t pieceBytes);
 Reaction GivesPieces(std::vector<Piece> pieces);

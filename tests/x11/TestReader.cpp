@@ -63,9 +63,7 @@ void TestReader::OnEvent(const xcb_generic_event_t& event) {
 void TestReader::Take(xcb_atom_t property, const std::string& name) {
   Taken& taken = taken_[name];
   if (taken.complete || (taken.incremental && !reading_)) return;
-  const auto cookie =
-      xcb_get_property(Connection(), 1, Window(), property, XCB_GET_PROPERTY_TYPE_ANY, 0, 16 * 1024 * 1024);
-  const auto reply = Malloced(xcb_get_property_reply(Connection(), cookie, nullptr));
+  const auto reply = Property(Window(), property, true);
   if (!reply || !reply->type) return;
   const std::string type = Name(reply->type);
   const std::string bytes(static_cast<const char*>(xcb_get_property_value(reply.get())),

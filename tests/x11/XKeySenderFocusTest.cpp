@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,60 +7,54 @@
 #include <thread>
 
 #include "platform/linux/XKeyConnection.h"
-#include "platform/linux/XKeySender.h"
-#include "x11/KeyReceiver.h"
-#include "x11/KeySenderParts.h"
-#include "x11/TestKeyboard.h"
+#include "x11/KeySenderFixture.h"
 
 namespace quillbox::test {
 namespace {
 
-TEST(XKeySenderFocus, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
-  const TestKeyboard person("us");
-  KeyReceiver other({.answersPings = true});
-  KeyReceiver ours({.answersPings = true});
-  const auto isOurs = [&](xcb_window_t window) { return window == ours.Window(); };
+// Beside the other program's window, one of ours.
+class XKeySenderFocus : public KeySenderFixture {
+ protected:
+  KeyReceiver ours{{.answersPings = true}};
+  XKeySender careful{Plain([this](xcb_window_t window) { return window == ours.Window(); })};
+};
+
+TEST_F(XKeySenderFocus, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
   ours.TakeFocus();
   std::thread leave([&] {
     Sleep(200);
-    other.TakeFocus();
+    receiver.TakeFocus();
   });
-  XKeySender(Plain(isOurs)).Send(u"abc");
+  careful.Send(u"abc");
   leave.join();
-  ASSERT_TRUE(other.WaitFor(3));
-  EXPECT_EQ(other.Text(), "abc");
+  ASSERT_TRUE(receiver.WaitFor(3));
+  EXPECT_EQ(receiver.Text(), "abc");
   EXPECT_TRUE(ours.Presses().empty());
 }
 
 // {CAPSLOCK} would show wherever it is typed.
-TEST(XKeySenderFocus, WithoutAWindowToTypeIntoNothingIsTyped) {
-  TestKeyboard person("us");
-  KeyReceiver other({.answersPings = true});
-  KeyReceiver ours({.answersPings = true});
-  XKeySender sender(Plain([&](xcb_window_t window) { return window == ours.Window(); }));
+TEST_F(XKeySenderFocus, WithoutAWindowToTypeIntoNothingIsTyped) {
   ours.TakeFocus();
-  sender.Send(u"a{CAPSLOCK}");
+  careful.Send(u"a{CAPSLOCK}");
   ours.GiveFocusToNobody();
-  sender.Send(u"b{CAPSLOCK}{CAPSLOCK}{CAPSLOCK}");
-  other.GiveFocusToPointer();
-  sender.Send(u"c{CAPSLOCK}");
+  careful.Send(u"b{CAPSLOCK}{CAPSLOCK}{CAPSLOCK}");
+  receiver.GiveFocusToPointer();
+  careful.Send(u"c{CAPSLOCK}");
   Sleep(50);
-  EXPECT_TRUE(other.Presses().empty());
+  EXPECT_TRUE(receiver.Presses().empty());
   EXPECT_TRUE(ours.Presses().empty());
   EXPECT_EQ(person.Locked(), 0);
 }
 
-TEST(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
-  const TestKeyboard person("us");
-  KeyReceiver ours({.answersPings = true, .saysOurProcess = true});
-  KeyReceiver other({.answersPings = true});
-  XKeySender sender(Plain({}));
-  ours.TakeFocus();
-  sender.Send(u"abc");
-  other.TakeFocus();
-  sender.Send(u"def");
-  EXPECT_EQ(other.Text(), "def");
-  EXPECT_TRUE(ours.Presses().empty());
+TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
+  KeyReceiver said({.answersPings = true, .saysOurProcess = true});
+  XKeySender asks(Plain({}));
+  said.TakeFocus();
+  asks.Send(u"abc");
+  receiver.TakeFocus();
+  asks.Send(u"def");
+  EXPECT_EQ(receiver.Text(), "def");
+  EXPECT_TRUE(said.Presses().empty());
 }
 
 // openbox, which parks the focus on a window of its own when no program has it.
@@ -90,7 +83,7 @@ class WindowManager {
   pid_t process_ = 0;
 };
 
-TEST(XKeySenderFocus, UnderAWindowManager) {
+TEST(XKeySenderManaged, UnderAWindowManager) {
   if (std::system("command -v openbox >/dev/null") != 0) GTEST_SKIP() << "openbox isn't installed";
   TestKeyboard person("us");
   XKeySender sender(Plain());

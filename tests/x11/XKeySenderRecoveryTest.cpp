@@ -1,14 +1,10 @@
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <stdexcept>
 
-#include "platform/linux/XKeySender.h"
-#include "x11/KeyReceiver.h"
-#include "x11/KeySenderParts.h"
-#include "x11/TestKeyboard.h"
+#include "x11/KeySenderFixture.h"
 
 namespace quillbox::test {
 namespace {
@@ -33,7 +29,15 @@ class TypingProcess {
   TypingProcess(const TypingProcess&) = delete;
   TypingProcess& operator=(const TypingProcess&) = delete;
 
-  void Start() { EXPECT_EQ(write(pipe_[1], "g", 1), 1); }
+  // Types into the receiver and is killed on the way.
+  void TypeAndDie(KeyReceiver& receiver) {
+    receiver.TakeFocus();
+    EXPECT_EQ(write(pipe_[1], "g", 1), 1);
+    for (int tries = 0; tries < 500 && receiver.Presses().empty(); ++tries) Sleep(5);
+    EXPECT_TRUE(WIFSIGNALED(Kill()));
+  }
+
+ private:
   // The state that the process ended with.
   int Kill() {
     kill(process_, SIGKILL);
@@ -43,7 +47,6 @@ class TypingProcess {
     return status;
   }
 
- private:
   int pipe_[2] = {};
   pid_t process_ = 0;
 };
@@ -55,11 +58,7 @@ TEST(XKeySenderRecovery, AfterAKillTheNextStartPutsTheKeyboardRight) {
   person.Lock(TestKeyboard::kCapsLock | TestKeyboard::kNumLock);
   const std::string before = TestKeyboard::Dump();
   KeyReceiver receiver({});
-  receiver.TakeFocus();
-
-  typing.Start();
-  for (int tries = 0; tries < 500 && receiver.Presses().empty(); ++tries) Sleep(5);
-  ASSERT_TRUE(WIFSIGNALED(typing.Kill()));
+  typing.TypeAndDie(receiver);
   ASSERT_NE(TestKeyboard::Dump(), before);
   ASSERT_EQ(person.Locked(), TestKeyboard::kNumLock);
   ASSERT_TRUE(person.AnyKeyDown());
@@ -77,10 +76,7 @@ TEST(XKeySenderRecovery, ALayoutThatWasSetMeanwhileIsLeftAlone) {
   TypingProcess typing;
   TestKeyboard person("de");
   KeyReceiver receiver({});
-  receiver.TakeFocus();
-  typing.Start();
-  for (int tries = 0; tries < 500 && receiver.Presses().empty(); ++tries) Sleep(5);
-  ASSERT_TRUE(WIFSIGNALED(typing.Kill()));
+  typing.TypeAndDie(receiver);
   const TestKeyboard other("fr");
   const std::string before = TestKeyboard::Dump();
   XKeySender(Plain()).RecoverMapping();

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <chrono>
@@ -6,10 +5,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
-#include "platform/linux/XKeySender.h"
-#include "x11/KeyReceiver.h"
-#include "x11/KeySenderParts.h"
-#include "x11/TestKeyboard.h"
+#include "x11/KeySenderFixture.h"
 
 namespace quillbox::test {
 namespace {
@@ -119,77 +115,55 @@ TEST(XKeySender, SpareKeysStayUntilTheProgramHasLookedThemUp) {
   }
 }
 
-struct Typed {
-  TextView keys;
-  std::vector<std::pair<xkb_keysym_t, int>> presses;  // keysym and real modifiers
-};
-
-void ExpectTyped(KeyReceiver& receiver, XKeySender& sender, const Typed& row) {
-  receiver.Clear();
-  sender.Send(Text(row.keys));
-  EXPECT_TRUE(receiver.WaitFor(row.presses.size()));
-  std::vector<std::pair<xkb_keysym_t, int>> presses;
-  for (const KeyPress& press : receiver.Presses()) presses.emplace_back(press.keysym, press.modifiers);
-  EXPECT_EQ(presses, row.presses) << ToUtf8(row.keys);
-}
-
 constexpr int kShift = 1;
 constexpr int kControl = 4;
 constexpr int kAlt = 8;
 
-TEST(XKeySender, ModifiersRepeatsAndSpecialKeys) {
-  const TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
-  XKeySender sender(Plain());
-  for (const Typed& row : std::initializer_list<Typed>{
-           {u"+a^b%c", {{XKB_KEY_A, kShift}, {XKB_KEY_b, kControl}, {XKB_KEY_c, kAlt}}},
-           {u"^%+x", {{XKB_KEY_X, kControl | kAlt | kShift}}},
-           {u"^A^@", {{XKB_KEY_A, kControl | kShift}, {XKB_KEY_at, kControl | kShift}}},
-           {u"^(ab)c", {{XKB_KEY_a, kControl}, {XKB_KEY_b, kControl}, {XKB_KEY_c, 0}}},
-           {u"+(1)", {{XKB_KEY_exclam, kShift}}},
-           {u"+é^é", {{XKB_KEY_Eacute, kShift}, {XKB_KEY_eacute, kControl}}},
-           {u"{LEFT 3}{h 2}",
-            {{XKB_KEY_Left, 0}, {XKB_KEY_Left, 0}, {XKB_KEY_Left, 0}, {XKB_KEY_h, 0}, {XKB_KEY_h, 0}}},
-           {u"~\r\n\t+{TAB}",
-            {{XKB_KEY_Return, 0}, {XKB_KEY_Return, 0}, {XKB_KEY_Tab, 0}, {XKB_KEY_ISO_Left_Tab, kShift}}},
-           {u"{{}{}}{+}",
-            {{XKB_KEY_braceleft, kShift}, {XKB_KEY_braceright, kShift}, {XKB_KEY_plus, kShift}}},
-           {u"{BS}{DEL}{ESC}{HOME}{END}{PGUP}{PGDN}{INS}",
-            {{XKB_KEY_BackSpace, 0},
-             {XKB_KEY_Delete, 0},
-             {XKB_KEY_Escape, 0},
-             {XKB_KEY_Home, 0},
-             {XKB_KEY_End, 0},
-             {XKB_KEY_Prior, 0},
-             {XKB_KEY_Next, 0},
-             {XKB_KEY_Insert, 0}}},
-           {u"{UP}{DOWN}{RIGHT}{F1}%{F4}{F12}{F16}",
-            {{XKB_KEY_Up, 0},
-             {XKB_KEY_Down, 0},
-             {XKB_KEY_Right, 0},
-             {XKB_KEY_F1, 0},
-             {XKB_KEY_F4, kAlt},
-             {XKB_KEY_F12, 0},
-             {XKB_KEY_F16, 0}}},
-           {u"{ADD}{SUBTRACT}{MULTIPLY}{DIVIDE}",
-            {{XKB_KEY_KP_Add, 0},
-             {XKB_KEY_KP_Subtract, 0},
-             {XKB_KEY_KP_Multiply, 0},
-             {XKB_KEY_KP_Divide, 0}}},
-           {u"{BREAK}{PRTSC}{HELP}{CLEAR}",
-            {{XKB_KEY_Break, kControl}, {XKB_KEY_Print, 0}, {XKB_KEY_Help, 0}, {XKB_KEY_Clear, 0}}},
-       }) {
-    ExpectTyped(receiver, sender, row);
+using XKeySenderKeys = KeySenderFixture;
+
+TEST_F(XKeySenderKeys, ModifiersRepeatsAndSpecialKeys) {
+  struct Typed {
+    TextView keys;
+    std::vector<std::pair<xkb_keysym_t, int>> presses;  // keysym and real modifiers
+  };
+  const auto plain = [](const std::vector<xkb_keysym_t>& keysyms) {
+    std::vector<std::pair<xkb_keysym_t, int>> presses;
+    for (const xkb_keysym_t keysym : keysyms) presses.emplace_back(keysym, 0);
+    return presses;
+  };
+  const std::vector<Typed> rows{
+      {u"+a^b%c", {{XKB_KEY_A, kShift}, {XKB_KEY_b, kControl}, {XKB_KEY_c, kAlt}}},
+      {u"^%+x", {{XKB_KEY_X, kControl | kAlt | kShift}}},
+      {u"^A^@", {{XKB_KEY_A, kControl | kShift}, {XKB_KEY_at, kControl | kShift}}},
+      {u"^(ab)c", {{XKB_KEY_a, kControl}, {XKB_KEY_b, kControl}, {XKB_KEY_c, 0}}},
+      {u"+(1)", {{XKB_KEY_exclam, kShift}}},
+      {u"+é^é", {{XKB_KEY_Eacute, kShift}, {XKB_KEY_eacute, kControl}}},
+      {u"{LEFT 3}{h 2}", plain({XKB_KEY_Left, XKB_KEY_Left, XKB_KEY_Left, XKB_KEY_h, XKB_KEY_h})},
+      {u"~\r\n\t+{TAB}",
+       {{XKB_KEY_Return, 0}, {XKB_KEY_Return, 0}, {XKB_KEY_Tab, 0}, {XKB_KEY_ISO_Left_Tab, kShift}}},
+      {u"{{}{}}{+}", {{XKB_KEY_braceleft, kShift}, {XKB_KEY_braceright, kShift}, {XKB_KEY_plus, kShift}}},
+      {u"{BS}{DEL}{ESC}{HOME}{END}{PGUP}{PGDN}{INS}",
+       plain({XKB_KEY_BackSpace, XKB_KEY_Delete, XKB_KEY_Escape, XKB_KEY_Home, XKB_KEY_End, XKB_KEY_Prior,
+              XKB_KEY_Next, XKB_KEY_Insert})},
+      {u"{UP}{DOWN}{RIGHT}{F1}{F12}{F16}",
+       plain({XKB_KEY_Up, XKB_KEY_Down, XKB_KEY_Right, XKB_KEY_F1, XKB_KEY_F12, XKB_KEY_F16})},
+      {u"{ADD}{SUBTRACT}{MULTIPLY}{DIVIDE}{PRTSC}{HELP}{CLEAR}",
+       plain({XKB_KEY_KP_Add, XKB_KEY_KP_Subtract, XKB_KEY_KP_Multiply, XKB_KEY_KP_Divide, XKB_KEY_Print,
+              XKB_KEY_Help, XKB_KEY_Clear})},
+      {u"%{F4}{BREAK}", {{XKB_KEY_F4, kAlt}, {XKB_KEY_Break, kControl}}},
+  };
+  for (const Typed& row : rows) {
+    receiver.Clear();
+    sender.Send(Text(row.keys));
+    EXPECT_TRUE(receiver.WaitFor(row.presses.size()));
+    std::vector<std::pair<xkb_keysym_t, int>> presses;
+    for (const KeyPress& press : receiver.Presses()) presses.emplace_back(press.keysym, press.modifiers);
+    EXPECT_EQ(presses, row.presses) << ToUtf8(row.keys);
   }
   EXPECT_EQ(receiver.Unpaired(), 0);
 }
 
-TEST(XKeySender, GroupsKeepTheirModifiersDown) {
-  const TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
-  XKeySender sender(Plain());
+TEST_F(XKeySenderKeys, GroupsKeepTheirModifiersDown) {
   for (const auto& [keys, modifierPresses] : std::initializer_list<std::pair<TextView, int>>{
            {u"%{TAB}%{TAB}", 2}, {u"%({TAB}{TAB})", 1}, {u"%{TAB 3}", 1}, {u"^(a+(bc)d)", 2}, {u"ABC", 1}}) {
     receiver.Clear();
@@ -199,11 +173,7 @@ TEST(XKeySender, GroupsKeepTheirModifiersDown) {
   }
 }
 
-TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
-  TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
-  XKeySender sender(Plain());
+TEST_F(XKeySenderKeys, CapsLockOfTheStringOutlastsIt) {
   sender.Send(u"a{CAPSLOCK}");
   EXPECT_EQ(person.Locked(), TestKeyboard::kCapsLock);
   sender.Send(u"b{CAPSLOCK}");
@@ -212,11 +182,7 @@ TEST(XKeySender, CapsLockOfTheStringOutlastsIt) {
   EXPECT_EQ(receiver.Text(), "ab");
 }
 
-TEST(XKeySender, WaitsForHeldKeys) {
-  TestKeyboard person("de");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
-  XKeySender sender(Plain());
+TEST_F(XKeySenderKeys, WaitsForAModifierThatIsHeld) {
   person.Key(TestKeyboard::kShiftKey, true);
   std::thread release([&] {
     Sleep(300);
@@ -226,16 +192,15 @@ TEST(XKeySender, WaitsForHeldKeys) {
   release.join();
   ASSERT_TRUE(receiver.WaitFor(5));
   EXPECT_EQ(receiver.Text(), "abc é");
-}
-
-TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
-  TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
+  // Another key that stays down does no harm; a modifier is a failure.
+  receiver.Clear();
+  person.Key(TestKeyboard::kPauseKey, true);
+  sender.Send(u"abc");
+  EXPECT_EQ(receiver.Text(), "abc");
   person.Key(TestKeyboard::kShiftKey, true);
   receiver.Clear();
   try {
-    XKeySender(Plain()).Send(u"abc");
+    sender.Send(u"abc");
     FAIL() << "typed under Shift";
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.Number(), errors::kPermission);
@@ -244,21 +209,8 @@ TEST(XKeySender, AModifierThatStaysDownIsAFailure) {
   EXPECT_TRUE(receiver.Presses().empty());
 }
 
-TEST(XKeySender, AnotherKeyThatStaysDownDoesNoHarm) {
-  TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
-  person.Key(TestKeyboard::kPauseKey, true);
-  XKeySender(Plain()).Send(u"abc");
-  EXPECT_EQ(receiver.Text(), "abc");
-}
-
-TEST(XKeySender, ABadStringTypesNothing) {
-  const TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
+TEST_F(XKeySenderKeys, ABadStringTypesNothing) {
   const std::string before = TestKeyboard::Dump();
-  XKeySender sender(Plain());
   for (const Text& keys : {Text(u"abc{END"), Text(u"abc)"), Text(u"漢{NAME}"), Text(u"abc\uFFFF")}) {
     EXPECT_THROW(sender.Send(keys), RuntimeError) << ToUtf8(keys);
   }
@@ -269,10 +221,7 @@ TEST(XKeySender, ABadStringTypesNothing) {
   EXPECT_EQ(TestKeyboard::Dump(), before);
 }
 
-TEST(XKeySender, AStringFromWithinAStringFails) {
-  const TestKeyboard person("us");
-  KeyReceiver receiver({.answersPings = true});
-  receiver.TakeFocus();
+TEST_F(XKeySenderKeys, AStringFromWithinAStringFails) {
   XKeySender* inner = nullptr;
   int refused = 0;
   XKeySender::Options options = Plain();
@@ -284,9 +233,9 @@ TEST(XKeySender, AStringFromWithinAStringFails) {
       if (error.Number() == errors::kPermission) ++refused;
     }
   };
-  XKeySender sender(std::move(options));
-  inner = &sender;
-  sender.Send(u"abc");
+  XKeySender outer(std::move(options));
+  inner = &outer;
+  outer.Send(u"abc");
   ASSERT_TRUE(receiver.WaitFor(3));
   EXPECT_EQ(receiver.Text(), "abc");
   EXPECT_GT(refused, 0);
