@@ -27,6 +27,22 @@ class ClipPageTest : public ListPageScenario {
   }
 };
 
+TEST_F(ClipPageTest, WhatOtherProgramsCopy) {
+  ExpectSteps({
+      {"", "clip.set A; advance 250", "A | hidden | A"},
+      {"BA", "clip.set b; advance 250", "bBA | hidden | b"},
+      {"DCBA", "clip.set B; advance 250", "BDCA | hidden | B"},
+      {"CBA", "clip.set D; advance 250", "DCB | hidden | D", "ClipEntriesMax 2"},
+      {"CBA", "clip.clear; advance 250", "_CB | hidden | ", "ClipEntriesMax 2"},
+      {"CBA", "clip.clear; advance 250; clip.set D; advance 250", "DCB | hidden | D", "ClipEntriesMax 2"},
+      {"A", "clip.picture; advance 250; clip.picture; advance 1000", "_A | hidden | "},
+      {"A", "clip.picture; advance 250; clip.set B; advance 250", "BA | hidden | B"},
+      // A clipboard that can't be opened isn't an empty one.
+      {"A", "clip.set B; clip.lock 1; advance 1000; clip.lock 0", "A | hidden | B"},
+      {"A", "clip.set B; clip.lock 1; advance 1000; clip.lock 0; advance 250", "BA | hidden | B"},
+  });
+}
+
 TEST_F(ClipPageTest, APickedEntrySlidesInOrChangesPlaces) {
   ExpectSteps({
       {"ABCDE", "dblrow List2 3", "[D*]ABCE | L: 1 | D", "Insert 2"},

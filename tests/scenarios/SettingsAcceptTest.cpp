@@ -28,18 +28,6 @@ class SettingsAcceptTest : public SettingsScenario {
   }
 };
 
-TEST_F(SettingsAcceptTest, OkStoresEverything) {
-  ChangeEverything();
-  Ok();
-  for (const SettingsSwitch& box : kSwitches)
-    EXPECT_EQ(Intern(box.key), box.byDefault ? "2" : "1") << box.key;
-  for (const SettingsField& field : kFields)
-    EXPECT_EQ(Intern(field.key), std::to_string(NumberOf(field) - field.lessInStore)) << field.key;
-  EXPECT_EQ(Intern("Insert") + Intern("ClicksToShow") + Intern("TrayTipMode"), "120");
-  EXPECT_EQ(Setting("MessageEntry", "PlayWave"), "1");
-  EXPECT_EQ(Setting("MessageEntry", "WavePath"), "/sounds/gong.wav");
-}
-
 TEST_F(SettingsAcceptTest, AnUntouchedDialogStoresTheDefaultsOfThePlatform) {
   Open();
   Ok();

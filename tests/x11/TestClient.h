@@ -39,7 +39,7 @@ class TestClient {
   virtual void OnEvent(const xcb_generic_event_t& event) = 0;
   // Answers a request for a selection: it stands in the property now, or nowhere.
   void Notify(const xcb_selection_request_event_t& request, xcb_atom_t property);
-  // What stands in a property of the own window, and is deleted there if that is wanted; null for none.
+  // What stands in a property, and is deleted there if that is wanted; null for none.
   std::unique_ptr<xcb_get_property_reply_t, void (*)(void*)> Property(xcb_window_t window,
                                                                       xcb_atom_t property, bool take);
   PollEventLoop& loop_;
