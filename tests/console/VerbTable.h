@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "console/Request.h"
 #include "platform/Text.h"
@@ -31,7 +32,9 @@ class VerbTable {
   static constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
   // Exactly `count` arguments.
-  void Add(std::string_view name, std::size_t count, Handler handler) { Add(name, count, count, handler); }
+  void Add(std::string_view name, std::size_t count, Handler handler) {
+    Add(name, count, count, std::move(handler));
+  }
   void Add(std::string_view name, std::size_t least, std::size_t most, Handler handler);
   // ConsoleError for an unknown verb or a wrong number of arguments.
   std::string Run(const Request& request) const;

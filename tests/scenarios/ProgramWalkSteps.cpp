@@ -42,7 +42,7 @@ std::size_t ProgramWalk::Limit(const std::string& key) {
 ProgramWalk::MayLose ProgramWalk::OneComesIn() {
   const bool isBeyond = before_.clips.size() > Limit("ClipEntriesMax");
   const Values cut = Do("reg.get", "HKCU", Intern(), "CutURL");
-  const bool isCut = cut.at(0) == "1" && cut.at(1) != "" && cut.at(1) != "0";
+  const bool isCut = cut.at(0) == "1" && !cut.at(1).empty() && cut.at(1) != "0";
   return {(isBeyond ? 1u : 0u) + (isCut ? 1u : 0u)};
 }
 

@@ -43,7 +43,8 @@ TEST_F(TimerAlarm, StepsThroughTheQuartersOfTheFields) {
 
 TEST(FullQuarterTest, EveryTimeOfDayMovesToTheQuarterBehindIt) {
   for (int time = 0; time < 24 * 60; ++time) {
-    const FullQuarter next = NextFullQuarter(time % 60, time / 60);
+    const int hour = time / 60;
+    const FullQuarter next = NextFullQuarter(time % 60, hour);
     const long long reached = WholeNumber(next.hour) * 60 + WholeNumber(next.minute);
     EXPECT_EQ(reached, (time / 15 + 1) * 15 % (24 * 60)) << time;
     EXPECT_EQ(next.minute.size(), 2U) << time;

@@ -68,7 +68,7 @@ class TimerFixture : public PageFixture {
   // The message that came up, whose window is then closed; "" if none did.
   std::string TakeMessage() {
     if (!Message()) return "";
-    const std::string text = ToUtf8(Message()->Label3.GetCaption());
+    std::string text = ToUtf8(Message()->Label3.GetCaption());
     Message()->form.PersonClose();
     return text;
   }
