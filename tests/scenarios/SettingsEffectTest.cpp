@@ -1,6 +1,8 @@
 // Every setting of the dialog: what it changes, at once and after a restart.
+#include <algorithm>
 #include <ostream>
 
+#include "platform/Utf8.h"
 #include "scenarios/SettingsScenario.h"
 
 namespace quillbox {
@@ -76,6 +78,15 @@ class SettingsEffectProbes : public SettingsScenario {
     Show();
     return Hidden() ? "hidden" : "shown";
   }
+  // The names of the person's values that are others than before, in capitals.
+  std::string ChangedSince(const Stored& before) {
+    std::string names;
+    for (const auto& value : Everything().user) {
+      if (std::find(before.user.begin(), before.user.end(), value) != before.user.end()) continue;
+      names += (names.empty() ? "" : "_") + ToUtf8(std::get<1>(value));
+    }
+    return names;
+  }
   std::string Sound() {
     Show();
     OpenPage(3);
@@ -110,7 +121,7 @@ class SettingsEffectProbes : public SettingsScenario {
 };
 
 struct Effect {
-  std::string name;
+  std::string name;  // of the values that it changes
   int page;
   std::string changes;  // requests; the controls are the dialog's
   std::string (SettingsEffectProbes::*probe)();
@@ -135,10 +146,10 @@ INSTANTIATE_TEST_SUITE_P(
         Effect{"LastSort", 0, "click Check3", &Probes::UsedPadEntry, "stays", "moves"},
         Effect{"AskDelKey", 0, "click Check6", &Probes::BoxesOfTheDeleteKey, "1", "0"},
         Effect{"AutoRefresh", 0, "click Check4", &Probes::DoneTaskAfterAnExit, "kept", "gone"},
-        Effect{"AutoRefresh2", 0, "click Check4; click Check7", &Probes::DoneTaskAfterMinimizing, "kept",
-               "gone"},
+        Effect{"AutoRefresh_AutoRefresh2", 0, "click Check4; click Check7", &Probes::DoneTaskAfterMinimizing,
+               "kept", "gone"},
         Effect{"Insert", 0, "click Option1", &Probes::OrderAfterAPick, "cab", "cba"},
-        Effect{"ClipEntriesMax", 1, "settext Text1 4", &Probes::Clips, "6", "4"},
+        Effect{"ClipEntriesMax", 1, "settext Text1 5", &Probes::Clips, "6", "5"},
         Effect{"PermEntriesMax", 1, "settext Text2 4", &Probes::Pads, "6", "4"},
         Effect{"ToDoEntriesMax", 1, "settext Text3 4", &Probes::Tasks, "6", "4"},
         Effect{"MenuEntriesMax", 1, "settext Text4 3", &Probes::ClipItems, "5", "3"},
@@ -149,7 +160,8 @@ INSTANTIATE_TEST_SUITE_P(
         Effect{"MenuEntriesLen2", 2, "settext Text6 6", &Probes::PadSubItem, kLongPad, "  1:  a name..."},
         Effect{"TrayTipMode", 2, "choose Combo1 1", &Probes::TrayTip, kTwoLines, "Quillbox - ab"},
         Effect{"ClicksToShow", 2, "click Option4", &Probes::WindowAfterAClick, "shown", "hidden"},
-        Effect{"PlayWave", 2, "click Check8; settext Text8 /gong.wav", &Probes::Sound, "none", "/gong.wav"}),
+        Effect{"PlayWave_WavePath", 2, "click Check8; settext Text8 /gong.wav", &Probes::Sound, "none",
+               "/gong.wav"}),
     [](const auto& effect) { return effect.param.name; });
 
 TEST_P(SettingsEffectTest, ShowsAtOnceAndAfterARestart) {
@@ -157,12 +169,16 @@ TEST_P(SettingsEffectTest, ShowsAtOnceAndAfterARestart) {
   const auto probe = [&] { return (this->*effect.probe)(); };
   EXPECT_EQ(probe(), effect.before);
   Show();
+  Open();
+  Ok();
+  const Stored before = Everything();
   Open(effect.page);
   for (Values change : Requests(effect.changes)) {
     change[1] = "frmSettings." + change[1];
     Do(change);
   }
   Ok();
+  EXPECT_EQ(ChangedSince(before), ToUtf8(AsciiUpper(FromUtf8(effect.name))));
   EXPECT_EQ(probe(), effect.after) << "at once";
   Restart();
   EXPECT_EQ(probe(), effect.after) << "after a restart";
