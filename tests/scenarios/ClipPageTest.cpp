@@ -239,6 +239,9 @@ TEST_F(ClipPageTest, ADroppedTextIsLikeACopiedOne) {
       {"AB", "select List2 1; dropother List2", "AB | hidden | A"},
       {"AB", "select List2 1; drop List2 C; advance 250", "CAB | hidden | C"},
   });
+  Do("drop", kField, "X");
+  EXPECT_EQ(Clipboard(), "XC") << "into the field's text";
+  Enter("Text0", "C");
   Select(0, 2);
   EXPECT_EQ(Do("drag", ListName()), (Values{"C\r\nB"}));
 }

@@ -117,6 +117,8 @@ TEST_F(MainWindowOnItsOwn, Tips) {
   EXPECT_EQ(Do("tip", "frmTray.Command6", "500"),
             (Values{std::to_string(500 - (4 + 5 * 7) / 2), std::to_string(4 + 5 * 7),
                     std::to_string(4 + 3 * 14), "1", "one\n\nthree"}));
+  Do("settip", "frmTray.Command6", "a&&b &c <c>");
+  EXPECT_EQ(Do("tip", "frmTray.Command6", "500").at(4), "a&b c <c>");
   // 320 pixels hold 45 characters of 7.
   Do("settip", "frmTray.Command6", "twelve chars twelve chars twelve chars twelve chars");
   EXPECT_EQ(Do("tip", "frmTray.Command6", "500").at(4),

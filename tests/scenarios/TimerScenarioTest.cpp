@@ -92,6 +92,18 @@ TEST_F(TimerScenario, ShowsAgainAfterAnAlarmWithoutATouchOfTheMainWindow) {
   EXPECT_EQ(Message(), "2 minutes have passed!");
 }
 
+TEST_F(TimerScenario, AFieldThatTheFocusEntersStopsTheTimer) {
+  EnterTime("0", "1", "75");
+  Click("Command45");
+  EXPECT_EQ(Fields(), "0 1 59");
+  Advance(2000);
+  Do("type", "frmTray.Text14", "9");
+  EXPECT_EQ(Of("Command45", "Caption"), "Activate Countdown");
+  EXPECT_EQ(Fields(), "0 1 57");
+  Do("type", "frmTray.Text14", "\b\b8x\u0663");
+  EXPECT_EQ(Fields(), "0 1 8");
+}
+
 TEST_F(TimerScenario, TheMessageTextOutlivesTheProgram) {
   Do("type", "frmTray.Text13", "Tea\rtime");
   EXPECT_EQ(StoredMessage(), "Tea\ntime");
@@ -135,6 +147,9 @@ TEST_F(TimerScenario, TextsGoToTheClipListLikeAnyCopiedText) {
   EXPECT_EQ(Of("SSTab1", "Tab"), "0");
   EXPECT_EQ(Rows("List2").at(0), "2024-05-17 10:00:01");
   EXPECT_EQ(Of("Text0", "Text"), "2024-05-17 10:00:01");
+  OpenPage(3);
+  Click("Label8");
+  EXPECT_EQ(Clipboard(), "2024-05-17");
 }
 
 TEST_F(TimerScenario, TheEndOfTheProgramClosesTheMessage) {

@@ -89,7 +89,12 @@ TEST_F(ClipboardOwning, SendsLongTextsInIncrementsToManyAtOnce) {
     EXPECT_EQ(reader->Got("UTF8_STRING").bytes == text, true);
   }
   EXPECT_EQ(a.Fetch("UTF8_STRING").bytes, "short");
-  // The one that stopped is given up, and no timer is left behind.
+  // Those that stop are given up one after the other, and no timer is left behind.
+  clipboard->Put(FromUtf8(text));
+  TestReader stuckLater(loop);
+  stuckLater.StopReading();
+  stuckLater.Ask("UTF8_STRING");
+  ASSERT_TRUE(loop.RunUntil([&] { return stuckLater.Got("UTF8_STRING").incremental; }));
   EXPECT_EQ(loop.Timers(), 1u);
   EXPECT_TRUE(loop.RunUntil([&] { return loop.Timers() == 0; }, 2 * XSelectionServer::kStuckMs));
 }
