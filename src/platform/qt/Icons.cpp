@@ -78,7 +78,12 @@ class UncachedIcon : public QIconEngine {
 
 }  // namespace
 
-QIcon WindowIcon() { return Load(QStringLiteral("icon"), {16, 32, 48, 128}); }
+// Loaded once: Qt's cache of drawings would keep those of every window that ever was. Never destroyed, since
+// the application is gone by then.
+QIcon WindowIcon() {
+  static const auto* const icon = new QIcon(Load(QStringLiteral("icon"), {16, 32, 48, 128}));
+  return *icon;
+}
 
 QIcon TrayImageIcon(TrayImage image) {
   const QString name = image == TrayImage::Window ? QStringLiteral("tray") : QStringLiteral("tray-alt");
