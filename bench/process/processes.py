@@ -96,3 +96,10 @@ def others_with(libraries, process):
             if any(library in maps for library in libraries):
                 return True
     return False
+
+
+def holds(process):
+    """What the process alone has: MiB of memory that no file backs, MiB of PSS, descriptors, threads."""
+    status = f"/proc/{process}/status"
+    return {"memory": (_number(status, "RssAnon") + _number(status, "VmSwap")) / 1024, "pss": pss(process),
+            "descriptors": len(list(pathlib.Path(f"/proc/{process}/fd").iterdir())), "threads": len(_tasks(process))}

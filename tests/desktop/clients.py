@@ -57,8 +57,13 @@ class Owner:
 
     def close(self):
         """The program ends: its windows and its selection go away."""
+        if self.stop_write is None:
+            return
         os.write(self.stop_write, b"x")
         self.thread.join(10)
+        os.close(self.stop_read)
+        os.close(self.stop_write)
+        self.stop_write = None
 
     def _run(self):
         try:
