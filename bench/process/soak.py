@@ -13,7 +13,7 @@ from scenes import Scene
 
 TENTHS = 10
 # MiB. After the first tenth the list has been filled once, in a heap without holes. From the second one on readings lay
-# within 0.4 of each other, and 0.6 to 1.0 above the first. What is lost 800 bytes a copy or 20 KiB a dialog is seen.
+# within 0.7 of each other, and 0.3 to 1.0 above the first. What is lost 800 bytes a copy or 20 KiB a dialog is seen.
 TOLERANCE = 1.5
 
 
