@@ -24,6 +24,7 @@ class Owner:
         self.transfers = {}  # (requestor's id, property) -> iterator over the parts
         self.asked = []  # names of the targets that were asked for
         self.lost = threading.Event()
+        self.cleared = threading.Event()
         self.served = threading.Event()  # a text has been handed over as a whole
         self.stop_read, self.stop_write = os.pipe()
         self.thread = threading.Thread(target=self._run, daemon=True)
@@ -50,10 +51,17 @@ class Owner:
         self.display.sync()
 
     def clear(self):
-        """Gives the clipboard up: it is empty then, on purpose."""
+        """Gives the clipboard up: it is empty then, on purpose. Only the owner's thread waits for the server's
+        answers: those to another one may get lost between the two."""
+        os.write(self.stop_write, b"c")
+        if not self.cleared.wait(10):
+            raise AssertionError("the owner did not give the clipboard up")
+
+    def _give_up(self):
         request.SetSelectionOwner(display=self.display.display, window=X.NONE, selection=self.atom("CLIPBOARD"),
                                   time=X.CurrentTime)
         self.display.sync()
+        self.cleared.set()
 
     def close(self):
         """The program ends: its windows and its selection go away."""
@@ -72,7 +80,9 @@ class Owner:
                     self._handle(self.display.next_event())
                 ready = select.select([self.display.fileno(), self.stop_read], [], [], self.tick())[0]
                 if self.stop_read in ready:
-                    break
+                    if os.read(self.stop_read, 1) == b"x":
+                        break
+                    self._give_up()
         except (Xlib.error.ConnectionClosedError, OSError):
             return
         try:
