@@ -9,7 +9,6 @@ import Xlib.error
 from desktop import wait_for
 from Xlib import XK, X
 from Xlib.ext import xtest
-from Xlib.protocol import event
 
 ICON = (104, 118)  # two places on the icon; turns between them make no double click
 AWAY = (700, 900)
@@ -25,7 +24,6 @@ class Person:
         self.presses = 0
         self.list_atom = self.display.intern_atom("_NET_CLIENT_LIST")
         self.name_atom = self.display.intern_atom("_NET_WM_NAME")
-        self.close_atom = self.display.intern_atom("_NET_CLOSE_WINDOW")
 
     # --- keys and mouse
 
@@ -160,10 +158,7 @@ class Person:
     def close(self, title):
         """A press of the window's close box."""
         window = wait_for(title, lambda: self.window(title), 10, 0.005)
-        self.root.send_event(event.ClientMessage(
-            window=window, client_type=self.close_atom, data=(32, [X.CurrentTime, 2, 0, 0, 0])),
-            event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
-        self.display.flush()
+        self.desktop.close_box(window)
         self.is_gone(title)
 
     def tabs(self, window):

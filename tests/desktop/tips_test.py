@@ -13,7 +13,6 @@ from screenreader import nodes
 TITLE = "Quillbox Settings"
 SCREEN = (1280, 1024)
 
-
 # Left, top, width and height; the second one begins lower than the first.
 MONITORS = {"first": (0, 0, 640, 1024), "second": (640, 124, 640, 900)}
 MARKS = {"left": "", "centred": "<c>", "right": "<R>"}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,6 @@ class ProgramWalk : public WalkScenario {
   virtual void Begin() = 0;
   // The program has come up again with what it stored.
   virtual void Restarted(bool droppedMarked) = 0;
-  void MendAll();
   bool IsObstructed(const std::string& file) const { return obstructed_.count(file) > 0; }
 
   // What the lists hold before the step.
@@ -46,6 +46,7 @@ class ProgramWalk : public WalkScenario {
   bool leftovers_ = false;
 
  private:
+  void MendAll();
   MayLose OneComesIn();
   std::string AnyText();
   MayLose Copies();
@@ -67,7 +68,7 @@ class ProgramWalk : public WalkScenario {
   MayLose LetsTimePass();
 
   // Files that can't be written now.
-  std::map<std::string, bool> obstructed_;
+  std::set<std::string> obstructed_;
 };
 
 }  // namespace quillbox

@@ -9,7 +9,7 @@ const std::string kPad = "frmTray.List1";
 const std::string kToDo = "frmTray.List3";
 const Values kDataFiles{"PadData.qbx", "ClipData.qbx", "ToDoData.qbx"};
 const Values kArrows{"Home", "End", "Up", "Down", "Left", "Right", "PageUp", "PageDown"};
-const Values kUpDown{"up", "down"};
+const std::string kNone = "(none)";  // a setting that isn't stored
 
 }  // namespace
 
@@ -33,16 +33,16 @@ std::string ProgramWalk::AnyText() {
 }
 
 std::size_t ProgramWalk::Limit(const std::string& key) {
-  const Values stored = Do("reg.get", "HKCU", Intern(), key);
-  return static_cast<std::size_t>(stored.at(0) == "1" ? std::stoi(stored.at(1)) : 49) + 1;
+  const std::string stored = Setting("Intern", key);
+  return static_cast<std::size_t>(stored == kNone ? 49 : std::stoi(stored)) + 1;
 }
 
 // An entry that is put on the clipboard comes in like any other text: into a list that may be beyond its
 // limit, and it may be cut.
 ProgramWalk::MayLose ProgramWalk::OneComesIn() {
   const bool isBeyond = before_.clips.size() > Limit("ClipEntriesMax");
-  const Values cut = Do("reg.get", "HKCU", Intern(), "CutURL");
-  const bool isCut = cut.at(0) == "1" && !cut.at(1).empty() && cut.at(1) != "0";
+  const std::string cut = Setting("Intern", "CutURL");
+  const bool isCut = cut != kNone && !cut.empty() && cut != "0";
   return {(isBeyond ? 1u : 0u) + (isCut ? 1u : 0u)};
 }
 
@@ -90,7 +90,7 @@ ProgramWalk::MayLose ProgramWalk::Uses() {
 ProgramWalk::MayLose ProgramWalk::Moves() {
   switch (Random(4)) {
     case 0:
-      Try({"spin", OneOf({"frmTray.UpDown1", "frmTray.UpDown2"}), OneOf(kUpDown)});
+      Try({"spin", OneOf({"frmTray.UpDown1", "frmTray.UpDown2"}), OneOf({"up", "down"})});
       return {};
     case 1:
       Try({"key", OneOf({kPad, kToDo}), OneOf(kArrows), "ctrl"});
@@ -335,7 +335,7 @@ ProgramWalk::MayLose ProgramWalk::EditsSettingsByHand() {
     Set(OneOf({"ClipEntriesMax", "PermEntriesMax", "ToDoEntriesMax"}), std::to_string(3 + Random(8)));
   } else if (Chance(60)) {
     Set(OneOf({"MenuEntriesMax", "MenuEntriesSubMax", "MenuEntriesMax2", "MenuEntriesSubMax2",
-               "MenuEntriesLen", "MenuEntriesLen2", "TrayTipMode", "CutURL", "ROT47", "PadSort"}),
+               "MenuEntriesLen", "MenuEntriesLen2", "TrayTipMode", "CutURL", "ROT47"}),
         OneOf({"", "0", "2", "7", "-3", "abc", "1E400", "30"}));
   } else {
     Do("reg.bytes", "HKCU", Intern(), OneOf({"Insert", "Minimize", "MenuEntriesMax"}), OneOf({"1", "3", "4"}),
@@ -345,7 +345,7 @@ ProgramWalk::MayLose ProgramWalk::EditsSettingsByHand() {
 }
 
 void ProgramWalk::MendAll() {
-  for (const auto& [file, is] : obstructed_) {
+  for (const std::string& file : obstructed_) {
     Clear(file);
     behind_[file] = Writes(file);
   }
@@ -367,7 +367,7 @@ ProgramWalk::MayLose ProgramWalk::BreaksThings() {
       const std::string& file = OneOf(kDataFiles);
       if (obstructed_.count(file) > 0 || DataFile(file) == "(missing)") break;
       Obstruct(file);
-      obstructed_[file] = true;
+      obstructed_.insert(file);
       break;
     }
     default:
@@ -380,11 +380,11 @@ ProgramWalk::MayLose ProgramWalk::Restarts() {
   MendAll();
   const bool byTheSystem = Chance(50);
   if (Chance(30)) Do("reg.deny", OneOf({"HKCU", "HKLM"}), "1");
-  const Values stored = Do("reg.get", "HKCU", Intern(), "AutoRefresh");
+  const std::string refresh = Setting("Intern", "AutoRefresh");
   EXPECT_EQ(byTheSystem ? Do("shutdown") : Do("end"), Values{"0"});
   leftovers_ = false;
   Begin();
-  Restarted(stored.at(0) == "0" || stored.at(1) == "1");
+  Restarted(refresh == kNone || refresh == "1");
   return kAll;
 }
 

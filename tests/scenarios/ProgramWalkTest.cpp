@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <set>
 
-#include "platform/CodePage.h"
-#include "platform/Utf8.h"
 #include "scenarios/ProgramWalk.h"
 
 namespace quillbox {
@@ -37,23 +35,12 @@ class ProgramWalkTest : public ProgramWalk {
     ASSERT_LE(lists.tasks.size(), 100u);
   }
 
-  // The bytes that each list is stored as.
   static std::string Stored(const std::string& list, const std::vector<const Values*>& columns) {
     std::vector<Values> entries(columns[0]->size());
     for (const Values* column : columns) {
       for (std::size_t i = 0; i < entries.size(); ++i) entries[i].push_back((*column)[i]);
     }
-    return ToBytes(FromUtf8(InUtf8(File(list, entries))));
-  }
-  // The markers' own character takes one byte in `File`, and everything else is UTF-8 already.
-  static std::string InUtf8(const std::string& file) {
-    std::string text;
-    for (std::size_t i = 0; i < file.size(); ++i) {
-      const bool isMark = file[i] == kMark[0] &&
-                          (i == 0 || file[i - 1] == kMark[0] || file[i - 1] == '\n' || file[i - 1] == ' ');
-      text += isMark ? "½" : std::string(1, file[i]);
-    }
-    return text;
+    return WalkScenario::Stored(list, entries);
   }
   static std::string Stored(const std::string& file, const Lists& lists) {
     if (file == "ClipData.qbx") return Stored("CLIP", {&lists.clips});

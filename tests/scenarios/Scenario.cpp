@@ -100,13 +100,13 @@ std::vector<Values> Requests(const std::string& text) {
   return requests;
 }
 
-std::string File(const std::string& list, const std::vector<Values>& entries) {
-  std::string file = Marker(list + " ENTRY FILE 4.31, DO NOT EDIT");
+std::string File(const std::string& list, const std::vector<Values>& entries, const std::string& mark) {
+  std::string file = Marker(list + " ENTRY FILE 4.31, DO NOT EDIT", mark);
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    file += Marker(list + " ENTRY " + std::to_string(i));
+    file += Marker(list + " ENTRY " + std::to_string(i), mark);
     for (const std::string& line : entries[i]) file += Line(line);
   }
-  return file + Marker(list + " ENTRY FILE END");
+  return file + Marker(list + " ENTRY FILE END", mark);
 }
 
 }  // namespace quillbox

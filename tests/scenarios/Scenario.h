@@ -60,10 +60,12 @@ class Scenario : public ::testing::Test {
 
   mutable Console console;
 
+  // A request and its answer as they are on the line.
+  std::string Send(const Values& parts);
+
  private:
   Values Run(const Values& parts);
   bool IsError(const Values& parts);
-  std::string Send(const Values& parts);
   void Write(const std::string& folder, const std::string& name, const std::string& bytes);
 };
 
@@ -74,8 +76,11 @@ std::vector<Values> Requests(const std::string& text);
 inline const std::string kMark = "\xBD\xBD\xBD\xBD\xBD";
 inline const std::string kEnd = "\r\n";
 inline std::string Line(const std::string& text) { return text + kEnd; }
-inline std::string Marker(const std::string& words) { return Line(kMark + " [" + words + "] " + kMark); }
-// `list` is PAD, CLIP or TODO; each entry is all its lines.
-std::string File(const std::string& list, const std::vector<Values>& entries);
+inline std::string Marker(const std::string& words, const std::string& mark = kMark) {
+  return Line(mark + " [" + words + "] " + mark);
+}
+// `list` is PAD, CLIP or TODO; each entry is all its lines, in the encoding of `mark`.
+std::string File(const std::string& list, const std::vector<Values>& entries,
+                 const std::string& mark = kMark);
 
 }  // namespace quillbox

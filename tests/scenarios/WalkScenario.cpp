@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "console/Escaping.h"
+#include "platform/CodePage.h"
 #include "platform/Utf8.h"
 
 namespace quillbox {
@@ -21,10 +21,12 @@ int WalkScenario::StepsOr(int otherwise) {
 }
 
 void WalkScenario::Try(const Values& parts) {
-  std::string line;
-  for (const std::string& part : parts) line += (line.empty() ? "" : "\t") + Escape(FromUtf8(part));
-  const std::string answer = console.Answer(line);
-  EXPECT_EQ(answer.find("no such"), std::string::npos) << line << ": " << answer;
+  const std::string answer = Send(parts);
+  EXPECT_EQ(answer.find("no such"), std::string::npos) << ::testing::PrintToString(parts) << ": " << answer;
+}
+
+std::string WalkScenario::Stored(const std::string& list, const std::vector<Values>& entries) {
+  return ToBytes(FromUtf8(File(list, entries, "½½½½½")));
 }
 
 }  // namespace quillbox

@@ -22,6 +22,8 @@ class WalkScenario : public RecordScenario {
   const std::string& OneOf(const Values& values) { return values[Random(static_cast<int>(values.size()))]; }
   // A request that may be refused: what can't be reached now. A name that doesn't exist is a failure.
   void Try(const Values& parts);
+  // The bytes that the program writes for these entries, each all its lines.
+  static std::string Stored(const std::string& list, const std::vector<Values>& entries);
 
  private:
   std::mt19937 random_;
