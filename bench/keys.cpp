@@ -1,8 +1,8 @@
 // quillbox-bench-keys TEXT: types the text into the window that has the focus, as a script would.
 #include <cstdio>
 
-#include "platform/RuntimeError.h"
-#include "platform/Utf8.h"
+#include "base/RuntimeError.h"
+#include "base/Utf8.h"
 #include "x11/KeySenderParts.h"
 
 int main(int count, char** arguments) {

@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <cstdlib>
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "platform/qt/Program.h"
 
 namespace {

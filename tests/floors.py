@@ -8,29 +8,41 @@ import os
 import re
 import sys
 
-# A path's floor is that of the longest entry that it begins with.
+# One row a folder: its floor, and whether it may know more than the standard library.
 FLOORS = {
-    "platform/": 1,
-    "core/": 2,
-    "storage/": 3,
-    "core/MainWindow": 4,
-    "core/StatusArea": 4,
-    "core/PadRoom": 4,
-    "core/DeleteKey": 4,
-    "tray/": 5,
-    "clip/": 6,
-    "pad/": 6,
-    "calc/": 6,
-    "timer/": 6,
-    "todo/": 6,
-    "tray/TrayCommands": 7,
-    "dialogs/": 7,
-    "core/frmTray": 8,
-    "platform/linux/": 9,
-    "platform/qt/": 9,
-    "main.cpp": 10,
+    "base": 1,
+    "platform/ports": 2,
+    "platform/forms": 2,
+    "core/settings": 3,
+    "core/window": 4,
+    "tray/tips": 4,
+    "storage": 5,
+    "tray/menu": 6,
+    "clip": 7,
+    "pad": 7,
+    "calc": 7,
+    "timer": 7,
+    "todo": 7,
+    "dialogs": 8,
+    "tray/commands": 8,
+    "core/app": 9,
+    "platform/linux/files": 10,
+    "platform/linux/registry": 10,
+    "platform/linux/system": 10,
+    "platform/x11/clipboard": 10,
+    "platform/x11/keys": 10,
+    "platform/qt/base": 11,
+    "platform/qt/ports": 12,
+    "platform/qt/sound": 12,
+    "platform/qt/widgets": 13,
+    "platform/qt/views": 14,
+    "platform/qt": 15,
+    "": 16,
 }
-FREE = ("platform/linux/", "platform/qt/", "main.cpp")
+OUTERMOST = 10  # from here up: what knows the system, X11 or Qt
+# These know the ports that they are the real side of, and none of the logic.
+OUTSIDE = ("platform/linux", "platform/x11", "platform/wayland")
+SEEN_FROM_OUTSIDE = ("base", "platform/ports")
 
 STANDARD = set("""
 algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
@@ -46,8 +58,9 @@ valarray variant vector version
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
-def floor_of(path):
-    return FLOORS[max((start for start in FLOORS if path.startswith(start)), key=len)]
+def side_of(folder):
+    """The side of the outside world that a folder belongs to, if it is one of those that know no logic."""
+    return next((side for side in OUTSIDE if folder == side or folder.startswith(side + "/")), None)
 
 
 def read_includes(root):
@@ -88,26 +101,37 @@ def find_circle(graph):
     return None
 
 
+def check_include(path, quotes, name, includes):
+    """What is wrong with one line, or nothing."""
+    folder = os.path.dirname(path)
+    outermost = FLOORS[folder] >= OUTERMOST
+    if quotes == "<":
+        return None if outermost or name in STANDARD else f"includes <{name}>, which is not of the standard library"
+    if name not in includes:
+        # Headers that a build makes from the project's files belong to the outermost folders.
+        return None if outermost else f'includes "{name}", which isn\'t in the tree'
+    other = os.path.dirname(name)
+    if FLOORS.get(other, 0) > FLOORS[folder]:
+        return f'(floor {FLOORS[folder]}) includes "{name}" of floor {FLOORS[other]}'
+    side = side_of(folder)
+    if side and other not in SEEN_FROM_OUTSIDE and side_of(other) != side:
+        return f'includes "{name}", which is none of the ports'
+    return None
+
+
 def check(includes):
     faults = []
     graph = {}
     for path, names in includes.items():
-        if not any(path.startswith(start) for start in FLOORS):
+        if os.path.dirname(path) not in FLOORS:
             faults.append(f"{path}: stands on no floor")
             continue
         for quotes, name in names:
-            if quotes == "<":
-                if name not in STANDARD and not path.startswith(FREE):
-                    faults.append(f"{path}: includes <{name}>, which is not of the standard library")
-                continue
-            if name not in includes:
-                # Headers that a build makes from the project's files belong to the outermost folders.
-                if not path.startswith(FREE):
-                    faults.append(f'{path}: includes "{name}", which isn\'t in the tree')
-                continue
-            graph.setdefault(path, []).append(name)
-            if floor_of(name) > floor_of(path):
-                faults.append(f'{path} (floor {floor_of(path)}): includes "{name}" of floor {floor_of(name)}')
+            fault = check_include(path, quotes, name, includes)
+            if fault:
+                faults.append(f"{path}: {fault}")
+            if quotes == '"' and name in includes:
+                graph.setdefault(path, []).append(name)
     circle = find_circle(graph)
     if circle:
         faults.append("a circle of includes: " + " -> ".join(circle))
@@ -117,23 +141,27 @@ def check(includes):
 def check_the_check():
     """Each kind of fault is found in a tree that has it alone, and none in a sound one."""
     sound = {
-        "platform/Text.h": [("<", "string")],
-        "core/Settings.h": [('"', "platform/Text.h")],
-        "platform/qt/View.h": [("<", "QWidget"), ('"', "core/Settings.h")],
+        "base/Text.h": [("<", "string")],
+        "platform/ports/Clock.h": [('"', "base/Text.h")],
+        "core/settings/Settings.h": [('"', "base/Text.h")],
+        "platform/x11/keys/Keys.h": [("<", "xcb/xcb.h"), ('"', "platform/ports/Clock.h")],
+        "platform/qt/views/View.h": [("<", "QWidget"), ('"', "core/settings/Settings.h")],
     }
     assert not check(sound), check(sound)
     for path, include, word in (
-        ("platform/Text.h", ('"', "core/Settings.h"), "floor"),
-        ("platform/Text.h", ('"', "platform/Text.h"), "circle"),
-        ("core/Settings.h", ("<", "QString"), "standard library"),
-        ("core/Settings.h", ("<", "xcb/xcb.h"), "standard library"),
-        ("core/Settings.h", ('"', "nowhere.h"), "in the tree"),
+        ("base/Text.h", ('"', "core/settings/Settings.h"), "floor"),
+        ("base/Text.h", ('"', "base/Text.h"), "circle"),
+        ("core/settings/Settings.h", ("<", "QString"), "standard library"),
+        ("core/settings/Settings.h", ("<", "xcb/xcb.h"), "standard library"),
+        ("core/settings/Settings.h", ('"', "nowhere.h"), "in the tree"),
+        ("platform/x11/keys/Keys.h", ('"', "core/settings/Settings.h"), "none of the ports"),
     ):
         tree = {name: list(names) for name, names in sound.items()}
         tree[path].append(include)
         assert any(word in fault for fault in check(tree)), (path, include)
     around = dict(sound, **{"clip/A.h": [('"', "pad/B.h")], "pad/B.h": [('"', "clip/A.h")]})
     assert any("circle" in fault for fault in check(around))
+    assert any("no floor" in fault for fault in check(dict(sound, **{"clip/new/A.h": []})))
 
 
 def main():

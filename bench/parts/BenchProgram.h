@@ -5,11 +5,11 @@
 #include <memory>
 #include <string>
 
-#include "core/frmTray.h"
+#include "core/app/frmTray.h"
 #include "memory/MemoryWorld.h"
-#include "platform/linux/FileRegistry.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/linux/PosixFiles.h"
+#include "platform/linux/files/PosixFiles.h"
+#include "platform/linux/registry/FileRegistry.h"
+#include "platform/linux/system/LinuxClock.h"
 
 namespace quillbox::bench {
 

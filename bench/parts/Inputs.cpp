@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cstdlib>
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 #include "parts/Beside.h"
 
 namespace quillbox::bench {

@@ -4,7 +4,7 @@
 
 #include "parts/Allocations.h"
 #include "parts/BenchProgram.h"
-#include "platform/linux/XClipboard.h"
+#include "platform/x11/clipboard/XClipboard.h"
 #include "x11/PollEventLoop.h"
 
 namespace quillbox::bench {

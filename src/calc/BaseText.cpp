@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "core/NumberText.h"
-#include "platform/RuntimeError.h"
+#include "base/NumberText.h"
+#include "base/RuntimeError.h"
 
 namespace quillbox {
 

@@ -1,6 +1,6 @@
 #include "calc/CalcClipboard.h"
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 
 namespace quillbox {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "calc/CalcDisplay.h"
-#include "platform/Platform.h"
 #include "platform/forms/CommandButton.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

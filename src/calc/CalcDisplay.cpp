@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 
 namespace quillbox {
 

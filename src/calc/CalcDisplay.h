@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Platform.h"
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "platform/forms/TextBox.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

@@ -1,6 +1,6 @@
 #include "calc/CalcMemory.h"
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 
 namespace quillbox {
 

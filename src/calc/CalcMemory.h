@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calc/CalcDisplay.h"
-#include "core/Norvane.h"
+#include "core/settings/Norvane.h"
 #include "platform/forms/CommandButton.h"
 
 namespace quillbox {

@@ -7,7 +7,7 @@
 #include "calc/CalcKeypad.h"
 #include "calc/CalcMemory.h"
 #include "calc/UnitConversions.h"
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 
 namespace quillbox {
 

@@ -1,8 +1,8 @@
 #include "clip/ClipPage.h"
 
-#include "core/DeleteKey.h"
-#include "core/PadRoom.h"
-#include "core/PollPause.h"
+#include "core/window/DeleteKey.h"
+#include "core/window/PollPause.h"
+#include "pad/PadRoom.h"
 
 namespace quillbox {
 

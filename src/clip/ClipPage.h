@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "clip/ClipWatcher.h"
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/CommandButton.h"
 #include "storage/ClipList.h"
 #include "storage/DataFiles.h"

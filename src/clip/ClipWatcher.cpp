@@ -1,7 +1,7 @@
 #include "clip/ClipWatcher.h"
 
+#include "base/NumberText.h"
 #include "clip/UrlCut.h"
-#include "core/NumberText.h"
 
 namespace quillbox {
 

@@ -2,13 +2,13 @@
 
 #include <functional>
 
-#include "core/MainWindow.h"
-#include "core/StatusArea.h"
+#include "core/window/MainWindow.h"
+#include "core/window/StatusArea.h"
 #include "platform/forms/Picture.h"
 #include "platform/forms/TextBox.h"
 #include "storage/ClipList.h"
 #include "storage/DataFiles.h"
-#include "tray/SysTray.h"
+#include "tray/menu/SysTray.h"
 
 namespace quillbox {
 

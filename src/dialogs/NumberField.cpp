@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 
 namespace quillbox {
 

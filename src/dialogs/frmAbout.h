@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"
 

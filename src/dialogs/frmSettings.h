@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "dialogs/NumberField.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/ComboBox.h"

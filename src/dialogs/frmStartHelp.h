@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"

@@ -1,9 +1,9 @@
 // What the buttons and the double click of the Pad page do.
 #include <algorithm>
 
-#include "core/PadRoom.h"
-#include "core/PollPause.h"
+#include "core/window/PollPause.h"
 #include "pad/PadPage.h"
+#include "pad/PadRoom.h"
 
 namespace quillbox {
 

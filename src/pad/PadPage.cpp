@@ -1,7 +1,7 @@
 // The page's controls: the list, the two fields, the status label. What its buttons do is in PadCommands.cpp.
 #include "pad/PadPage.h"
 
-#include "core/DeleteKey.h"
+#include "core/window/DeleteKey.h"
 #include "pad/Rot47.h"
 
 namespace quillbox {

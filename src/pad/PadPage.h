@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/MainWindow.h"
-#include "core/StatusArea.h"
+#include "core/window/MainWindow.h"
+#include "core/window/StatusArea.h"
 #include "pad/ListMoves.h"
 #include "pad/ScriptEntry.h"
 #include "platform/forms/CommandButton.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/MainWindow.h"
-#include "platform/Platform.h"
+#include "core/window/MainWindow.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

@@ -1,6 +1,6 @@
 #include "storage/DataFileFormat.h"
 
-#include "core/Norvane.h"
+#include "core/settings/Norvane.h"
 
 namespace quillbox {
 

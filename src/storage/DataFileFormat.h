@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/CodePage.h"
-#include "platform/Text.h"
+#include "base/CodePage.h"
+#include "base/Text.h"
 
 namespace quillbox {
 

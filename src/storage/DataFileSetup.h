@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/Platform.h"
+#include "platform/ports/Platform.h"
 #include "storage/DataFiles.h"
 
 namespace quillbox {

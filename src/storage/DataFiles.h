@@ -4,8 +4,8 @@
 #include <set>
 #include <vector>
 
-#include "core/Norvane.h"
-#include "platform/Platform.h"
+#include "core/settings/Norvane.h"
+#include "platform/ports/Platform.h"
 #include "storage/ClipList.h"
 #include "storage/DataFileFormat.h"
 #include "storage/PadList.h"

@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/RuntimeError.h"
-#include "platform/SharedText.h"
+#include "base/RuntimeError.h"
+#include "base/SharedText.h"
 
 namespace quillbox {
 

@@ -1,6 +1,6 @@
 #include "timer/ClockLabels.h"
 
-#include "core/PollPause.h"
+#include "core/window/PollPause.h"
 
 namespace quillbox {
 

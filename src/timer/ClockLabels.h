@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/Label.h"
 
 namespace quillbox {

@@ -1,7 +1,7 @@
 #include "timer/TimerFields.h"
 
-#include "core/NumberText.h"
-#include "platform/RuntimeError.h"
+#include "base/NumberText.h"
+#include "base/RuntimeError.h"
 
 namespace quillbox {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Norvane.h"
-#include "platform/Platform.h"
+#include "core/settings/Norvane.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/TextBox.h"
+#include "platform/ports/Platform.h"
 #include "timer/TimerSwitch.h"
 
 namespace quillbox {

@@ -1,6 +1,6 @@
 #include "timer/TimerPage.h"
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 
 namespace quillbox {
 

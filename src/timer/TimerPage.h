@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/FormSlot.h"
 #include "platform/forms/Picture.h"
 #include "timer/ClockLabels.h"

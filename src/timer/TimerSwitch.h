@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "platform/Platform.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/OptionButton.h"
+#include "platform/ports/Platform.h"
 #include "timer/TimerFields.h"
 #include "timer/TimerState.h"
 

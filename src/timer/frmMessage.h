@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "core/MainWindow.h"
+#include "core/window/MainWindow.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Label.h"

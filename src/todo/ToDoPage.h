@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "core/MainWindow.h"
-#include "core/StatusArea.h"
+#include "core/window/MainWindow.h"
+#include "core/window/StatusArea.h"
 #include "platform/forms/UpDown.h"
 #include "storage/DataFiles.h"
 #include "storage/ToDoList.h"

@@ -1,7 +1,7 @@
 // The list of the ToDo page: its selection, its keys, and the rows that move.
 #include <algorithm>
 
-#include "core/DeleteKey.h"
+#include "core/window/DeleteKey.h"
 #include "todo/ToDoPage.h"
 
 namespace quillbox {

@@ -1,8 +1,8 @@
 #include "console/Console.h"
 
+#include "base/Utf8.h"
 #include "console/Escaping.h"
 #include "console/Verbs.h"
-#include "platform/Utf8.h"
 
 namespace quillbox {
 

@@ -1,7 +1,7 @@
 #include "console/Escaping.h"
 
+#include "base/Utf8.h"
 #include "console/ConsoleError.h"
-#include "platform/Utf8.h"
 
 namespace quillbox {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 // Values on a line of their own: \\, \n, \r, \t and \uXXXX stand for backslash, line feed, carriage return,
 // tab and a 16-bit unit. Everything else is UTF-8.

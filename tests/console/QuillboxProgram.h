@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/Program.h"
-#include "core/frmTray.h"
+#include "core/app/frmTray.h"
 #include "platform/forms/Dispatcher.h"
 
 namespace quillbox {

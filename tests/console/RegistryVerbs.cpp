@@ -1,6 +1,6 @@
+#include "base/CodePage.h"
 #include "console/ConsoleError.h"
 #include "console/Verbs.h"
-#include "platform/CodePage.h"
 
 namespace quillbox {
 

@@ -2,9 +2,9 @@
 
 #include <limits>
 
+#include "base/Utf8.h"
 #include "console/ConsoleError.h"
 #include "console/Escaping.h"
-#include "platform/Utf8.h"
 
 namespace quillbox {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Text.h"
 #include "console/Request.h"
-#include "platform/Text.h"
 
 namespace quillbox {
 

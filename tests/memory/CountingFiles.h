@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "platform/linux/PosixFiles.h"
+#include "platform/linux/files/PosixFiles.h"
 
 namespace quillbox {
 

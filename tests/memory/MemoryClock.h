@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/Platform.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/KeyNotation.h"
-#include "platform/Platform.h"
+#include "platform/ports/KeyNotation.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

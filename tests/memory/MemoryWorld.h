@@ -13,7 +13,7 @@
 #include "memory/MemoryWindows.h"
 #include "memory/ScratchFolder.h"
 #include "memory/VirtualTimers.h"
-#include "platform/Platform.h"
+#include "platform/ports/Platform.h"
 
 namespace quillbox {
 

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 

@@ -5,9 +5,9 @@
 #include <iterator>
 #include <sstream>
 
+#include "base/Utf8.h"
 #include "console/Escaping.h"
 #include "console/QuillboxProgram.h"
-#include "platform/Utf8.h"
 
 namespace quillbox {
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 #include "scenarios/SettingsScenario.h"
 
 namespace quillbox {

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/CodePage.h"
-#include "platform/Utf8.h"
+#include "base/CodePage.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 

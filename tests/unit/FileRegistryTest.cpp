@@ -10,9 +10,9 @@
 #include <string>
 #include <thread>
 
+#include "base/CodePage.h"
 #include "memory/ScratchFolder.h"
-#include "platform/CodePage.h"
-#include "platform/linux/FileRegistry.h"
+#include "platform/linux/registry/FileRegistry.h"
 #include "unit/ChildProcess.h"
 #include "unit/FileContent.h"
 

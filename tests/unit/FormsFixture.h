@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"

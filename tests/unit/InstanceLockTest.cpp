@@ -8,7 +8,7 @@
 #include <string>
 
 #include "memory/ScratchFolder.h"
-#include "platform/linux/InstanceLock.h"
+#include "platform/linux/system/InstanceLock.h"
 #include "unit/ChildProcess.h"
 #include "unit/FileContent.h"
 

@@ -3,9 +3,9 @@
 #include <optional>
 #include <random>
 
-#include "platform/KeyNotation.h"
-#include "platform/RuntimeError.h"
-#include "platform/Utf8.h"
+#include "base/RuntimeError.h"
+#include "base/Utf8.h"
+#include "platform/ports/KeyNotation.h"
 
 namespace quillbox {
 

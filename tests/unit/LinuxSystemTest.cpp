@@ -9,11 +9,11 @@
 #include <filesystem>
 #include <string>
 
+#include "base/Utf8.h"
 #include "memory/ScratchFolder.h"
-#include "platform/Utf8.h"
-#include "platform/linux/FileRegistry.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/linux/LinuxSystem.h"
+#include "platform/linux/registry/FileRegistry.h"
+#include "platform/linux/system/LinuxClock.h"
+#include "platform/linux/system/LinuxSystem.h"
 #include "unit/ChildProcess.h"
 #include "unit/FileContent.h"
 

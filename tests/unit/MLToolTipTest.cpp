@@ -1,9 +1,9 @@
 // Tips in several lines. A character is 7 pixels wide here, a line 14 high, a border 1.
 #include <gtest/gtest.h>
 
+#include "base/Utf8.h"
 #include "memory/MemoryTips.h"
-#include "platform/Utf8.h"
-#include "tray/MLToolTip.h"
+#include "tray/tips/MLToolTip.h"
 
 namespace quillbox {
 namespace {

@@ -8,8 +8,8 @@
 #include <limits>
 #include <random>
 
-#include "core/NumberText.h"
-#include "platform/RuntimeError.h"
+#include "base/NumberText.h"
+#include "base/RuntimeError.h"
 
 namespace quillbox {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <stdexcept>
 
-#include "core/MainWindow.h"
+#include "base/Utf8.h"
+#include "core/window/MainWindow.h"
 #include "memory/MemoryWorld.h"
-#include "platform/Utf8.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
 

@@ -10,9 +10,9 @@
 #include <string>
 #include <thread>
 
+#include "base/Utf8.h"
 #include "memory/ScratchFolder.h"
-#include "platform/Utf8.h"
-#include "platform/linux/PosixFiles.h"
+#include "platform/linux/files/PosixFiles.h"
 #include "unit/ChildProcess.h"
 #include "unit/FileContent.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/RegDocument.h"
+#include "platform/linux/registry/RegDocument.h"
 
 namespace quillbox {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/NumberText.h"
+#include "base/NumberText.h"
 #include "timer/TimerPage.h"
 #include "unit/PageFixture.h"
 

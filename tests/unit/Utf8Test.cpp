@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 namespace {

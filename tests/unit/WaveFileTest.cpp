@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <string>
 
+#include "base/Utf8.h"
 #include "memory/ScratchFolder.h"
-#include "platform/Utf8.h"
-#include "platform/linux/WaveFile.h"
+#include "platform/linux/system/WaveFile.h"
 #include "unit/FileContent.h"
 
 namespace quillbox {

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/RuntimeError.h"
-#include "platform/linux/XClipboard.h"
+#include "base/RuntimeError.h"
+#include "platform/x11/clipboard/XClipboard.h"
 #include "x11/PollEventLoop.h"
 #include "x11/TestOwner.h"
 #include "x11/TestReader.h"

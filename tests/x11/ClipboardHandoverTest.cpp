@@ -3,7 +3,7 @@
 #include <iterator>
 #include <thread>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <functional>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {

@@ -1,6 +1,6 @@
 #include <iterator>
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {

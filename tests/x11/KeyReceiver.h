@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/XKeyConnection.h"
+#include "platform/x11/keys/XKeyConnection.h"
 
 namespace quillbox::test {
 

@@ -4,7 +4,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/linux/XKeySender.h"
+#include "platform/x11/keys/XKeySender.h"
 
 namespace quillbox::test {
 

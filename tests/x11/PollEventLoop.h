@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "platform/linux/EventLoop.h"
+#include "platform/ports/EventLoop.h"
 
 namespace quillbox::test {
 

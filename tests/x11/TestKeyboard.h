@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/linux/XKeyConnection.h"
+#include "platform/x11/keys/XKeyConnection.h"
 
 // The header has a member of that name.
 #define explicit explicitParts

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/linux/XKeyConnection.h"
+#include "platform/x11/keys/XKeyConnection.h"
 #include "x11/KeySenderFixture.h"
 
 namespace quillbox::test {

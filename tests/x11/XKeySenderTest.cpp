@@ -3,8 +3,8 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/RuntimeError.h"
-#include "platform/Utf8.h"
+#include "base/RuntimeError.h"
+#include "base/Utf8.h"
 #include "x11/KeySenderFixture.h"
 
 namespace quillbox::test {

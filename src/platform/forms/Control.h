@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 #include "platform/forms/Keys.h"
 
 namespace quillbox {

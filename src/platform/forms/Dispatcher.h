@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 namespace quillbox {
 

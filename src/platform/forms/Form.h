@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 #include "platform/forms/Control.h"
 
 namespace quillbox {

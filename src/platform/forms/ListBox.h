@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/SharedText.h"
+#include "base/SharedText.h"
 #include "platform/forms/Control.h"
 
 namespace quillbox {

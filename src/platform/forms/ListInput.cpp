@@ -1,7 +1,7 @@
 // What a person does with a list: clicks, keys, drags.
 #include <algorithm>
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/ListBox.h"
 

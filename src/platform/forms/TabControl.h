@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "platform/forms/Control.h"
 
 namespace quillbox {

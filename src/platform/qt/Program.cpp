@@ -3,14 +3,14 @@
 #include <QApplication>
 #include <QSessionManager>
 
-#include "platform/qt/AboutView.h"
-#include "platform/qt/FormAccess.h"
-#include "platform/qt/Help.h"
-#include "platform/qt/MainView.h"
-#include "platform/qt/MessageView.h"
-#include "platform/qt/ReadableStyle.h"
-#include "platform/qt/SettingsView.h"
-#include "platform/qt/StartHelpView.h"
+#include "platform/qt/ports/Help.h"
+#include "platform/qt/views/AboutView.h"
+#include "platform/qt/views/MainView.h"
+#include "platform/qt/views/MessageView.h"
+#include "platform/qt/views/SettingsView.h"
+#include "platform/qt/views/StartHelpView.h"
+#include "platform/qt/widgets/FormAccess.h"
+#include "platform/qt/widgets/ReadableStyle.h"
 
 namespace quillbox {
 

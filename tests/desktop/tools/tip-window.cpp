@@ -2,9 +2,9 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-#include "platform/qt/QtText.h"
-#include "platform/qt/QtTips.h"
-#include "tray/MLToolTip.h"
+#include "platform/qt/base/QtText.h"
+#include "platform/qt/ports/QtTips.h"
+#include "tray/tips/MLToolTip.h"
 
 // tip-window TIP: a window as large as all monitors together, which shows the tip wherever the mouse goes, as
 // the program shows those of its controls.

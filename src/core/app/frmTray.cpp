@@ -1,0 +1,183 @@
+#include "core/app/frmTray.h"
+
+#include "base/NumberText.h"
+
+namespace quillbox {
+
+namespace {
+
+constexpr int kToolTipWidth = 320;  // pixels
+
+}  // namespace
+
+frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
+    : form(dispatcher, "frmTray", u"Quillbox"),
+      settings(platform.registry, platform.system),
+      window(form, settings, platform),
+      pad(window.On(Page::Pad)),
+      clip(window.On(Page::Clip)),
+      toDo(window.On(Page::ToDo)),
+      files(pad, clip, toDo, settings, platform.files, platform.system),
+      setup(files, pad, clip, toDo, platform.clipboard),
+      tray(platform.trayIcon, form, settings),
+      menu(clip, pad, tray, settings, form.GetCaption()),
+      watcher(window, clip, files, tray, settings, platform.clipboard),
+      padPage(window, pad, files, settings, platform.clipboard, platform.keySender),
+      clipPage(window, watcher, clip, pad, files, settings, platform.clipboard),
+      calcPage(window, settings, platform.clipboard, platform.system),
+      message(dispatcher,
+              [this] {
+                return std::make_unique<frmMessage>(dispatcher_, window, settings, platform_.sound,
+                                                    [this] { timerPage.ShowAgainInTwoMinutes(); });
+              }),
+      timerPage(window, settings, platform.clipboard, platform.clock, message),
+      toDoPage(window, toDo, files, settings),
+      commands(menu, window, clipPage, padPage, watcher, clip, pad, files, settings, platform.clipboard),
+      about(dispatcher,
+            [this] {
+              return std::make_unique<frmAbout>(dispatcher_, window, settings, platform_.system,
+                                                platform_.clipboard);
+            }),
+      settingsDialog(dispatcher,
+                     [this] {
+                       return std::make_unique<frmSettings>(dispatcher_, window, settings, files, setup, pad,
+                                                            clip, toDo, platform_.messageBoxes,
+                                                            [this] { RebuildMenus(); });
+                     }),
+      startHelp(dispatcher,
+                [this] {
+                  return std::make_unique<frmStartHelp>(dispatcher_, window, settings,
+                                                        [this] { about.Show(); });
+                }),
+      dispatcher_(dispatcher),
+      platform_(platform) {
+  Wire();
+}
+
+void frmTray::Wire() {
+  form.LoadHandler = [this] { Form_Load(); };
+  form.QueryUnload = [this](bool& cancel, CloseReason reason) { Form_QueryUnload(cancel, reason); };
+  form.UnloadHandler = [this] { Form_Unload(); };
+  form.Unloaded = [this] {
+    window.Timer1.SetEnabled(false);
+    window.Timer2.SetEnabled(false);
+    Raise(Ended);
+  };
+  files.MessageBox = [this](const Text& text, int code, const Text& title) {
+    return window.MessageBox(text, code, title);
+  };
+  files.RebuildClipMenu = [this] { menu.AktualisiereContextMnu(); };
+  files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
+  watcher.RebuildMenu = files.RebuildClipMenu;
+  window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
+  window.SaveLists = [this] { SaveLists(); };
+  clipPage.EmptyPadText = [this] { padPage.Text101.SetText(u""); };
+  toDoPage.OpenSettings = [this] { settingsDialog.Show(); };
+  tray.SysTrayMouseEventHandler = [this] { SysTrayMouseEventHandler(); };
+  window.Command47.Click = menu.mnuSettings.Click = [this] { settingsDialog.Show(); };
+  window.Command48.Click = menu.mnuInfo.Click = [this] { about.Show(); };
+  menu.mnuStartHelp.Click = [this] { startHelp.Show(); };
+  menu.mnuEnd.Click = [this] { mnuEnd_Click(); };
+}
+
+void frmTray::Form_Load() {
+  settings.PrepareRegistry();
+  if (settings.IsOn(u"AlwaysOnTop", u"1")) {
+    window.GetOnTop().OnTopSet(form);
+  } else {
+    menu.mnuOnTop.SetChecked(false);
+  }
+  window.Minimize();
+  if (platform_.system.AnotherInstanceRuns()) {
+    RefuseSecondInstance();
+    return;
+  }
+  started_ = true;
+  tray.SysTrayHook();
+  tray.SysTrayAdd();
+  watcher.ResetBlink();
+  setup.GetClesAndLists();
+  // Ended while a message about a data file stood open.
+  if (!Running()) return;
+  IgnoreFailure([this] { RestoreClipboard(); });
+  RebuildMenus();
+  RecordVersion();
+  timerPage.Text13.SetText(settings.ReadSetting(section::kMessageEntry, u"MessageEntry", u""));
+  calcPage.RestoreMemory();
+  settings.ClicksToShow = static_cast<int>(settings.ReadNumber(section::kIntern, u"ClicksToShow", u"1"));
+  toolTips.MLToolTipInstall();
+  toolTips.MLToolTipSetMaxWidth(kToolTipWidth);
+  window.Timer1.SetEnabled(false);
+  watcher.Text0.SetText(clip.ClipEntries(0));
+  padPage.Text101.SetText(u"");
+  toDoPage.Text1.SetText(u"");
+  window.Timer1.SetEnabled(true);
+  if (settings.ReadSetting(section::kIntern, u"StartHelp", u"") != u"No") startHelp.Show();
+}
+
+void frmTray::RefuseSecondInstance() {
+  dispatcher_.WhileWaiting([this] {
+    return platform_.messageBoxes.Show(
+        u"The start of Quillbox has been aborted because the program is already running.\r\n"
+        u"To use Quillbox click on the icon in the system traybar.",
+        64, u"Quillbox already running");
+  });
+  form.Unload();
+}
+
+void frmTray::RestoreClipboard() {
+  const SharedText newest = clip.ClipEntries(0);
+  if (!newest.IsEmpty() && platform_.clipboard.Read().empty()) platform_.clipboard.Put(newest.Get());
+}
+
+void frmTray::RecordVersion() {
+  const long long major = settings.ReadNumber(section::kExtern, u"QuillboxVMajor", u"");
+  const long long minor = settings.ReadNumber(section::kExtern, u"QuillboxVMinor", u"");
+  if (kMajor > major) settings.WriteSetting(section::kIntern, u"StartHelp", u"");
+  const bool storedIsNewer = major > kMajor || (major == kMajor && minor > kMinor);
+  settings.WriteSetting(section::kExtern, u"QuillboxPath", platform_.system.ProgramFolder());
+  settings.WriteSetting(section::kExtern, u"QuillboxName", platform_.system.ProgramName());
+  if (storedIsNewer) return;
+  settings.WriteSetting(section::kExtern, u"QuillboxVMajor", kMajor);
+  settings.WriteSetting(section::kExtern, u"QuillboxVMinor", kMinor);
+  settings.WriteSetting(section::kExtern, u"QuillboxVRev", kRevision);
+}
+
+void frmTray::Form_QueryUnload(bool& cancel, CloseReason reason) {
+  if (reason != CloseReason::Person) return;
+  cancel = true;
+  window.Minimize();
+}
+
+void frmTray::Form_Unload() {
+  // A second instance must leave the running one's files and icon alone.
+  if (!started_) return;
+  if (settings.IsOn(u"AutoRefresh", u"2")) toDoPage.Command5_Click();
+  SaveLists();
+  toolTips.MLToolTipRemove();
+  tray.SysTrayUnhook();
+  tray.SysTrayDelete();
+  about.Unload();
+  message.Unload();
+  settingsDialog.Unload();
+  startHelp.Unload();
+}
+
+void frmTray::SaveLists() {
+  files.AktualisiereCle3();
+  files.AktualisiereCle2();
+  files.AktualisiereCle1();
+}
+
+void frmTray::RebuildMenus() {
+  menu.AktualisiereContextMnu();
+  menu.AktualisiereContextMnu2();
+}
+
+void frmTray::SysTrayMouseEventHandler() {
+  RebuildMenus();
+  platform_.windows.SetForeground(form);
+  platform_.windows.OpenPopup(menu.mnuBase);
+}
+
+}  // namespace quillbox

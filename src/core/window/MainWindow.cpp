@@ -1,0 +1,98 @@
+#include "core/window/MainWindow.h"
+
+#include "base/NumberText.h"
+
+namespace quillbox {
+
+namespace {
+
+constexpr int kWidth = 446 * kTwipsPerPixel;
+constexpr int kHeight = 420 * kTwipsPerPixel;
+constexpr int kPollInterval = 250;
+constexpr int kButtonsMask = 7;
+
+}  // namespace
+
+MainWindow::MainWindow(Form& of, Norvane& settings, Platform& platform)
+    : form(of),
+      SSTab1(of, "SSTab1", {u"Clip", u"Pad", u"Calc", u"Timer", u"ToDo"}),
+      Command47(of, "Command47", u"Settings...", u"Customize Quillbox"),
+      Command48(of, "Command48", u"Info...", u"Display information about Quillbox"),
+      Command6(of, "Command6", u"Minimize Quillbox", u"Minimize and save window position"),
+      Text2(of, "Text2", TextBox::Lines::One, u"", false),
+      Text4(of, "Text4", TextBox::Lines::One, u"", false),
+      Timer1(of, "Timer1", kPollInterval, false),
+      Timer2(of, "Timer2", kPollInterval, true),
+      settings_(settings),
+      platform_(platform),
+      onTop_(platform.windows) {
+  form.SetActivates(false);
+  form.SetSize(kWidth, kHeight);
+  form.Resize = [this] { Form_Resize(); };
+  Command6.Click = [this] { Command6_Click(); };
+}
+
+void MainWindow::Form_Resize() {
+  if (form.GetWindowState() == WindowState::Minimized) {
+    form.Hide();
+    form.SetWindowState(WindowState::Normal);
+    return;
+  }
+  const Text left = settings_.ReadSetting(section::kIntern, u"Left", u"");
+  const Text top = settings_.ReadSetting(section::kIntern, u"Top", u"");
+  const PixelSize screen = onTop_.ScreenTwips();
+  form.Move(left.empty() ? (screen.width - form.GetWidth()) / 2 : static_cast<int>(WholeNumber(left)),
+            top.empty() ? (screen.height - form.GetHeight()) / 2 : static_cast<int>(WholeNumber(top)));
+}
+
+void MainWindow::Command6_Click() {
+  if (settings_.IsOn(u"AutoRefresh2", u"2")) {
+    Text4.SetText(u"NoShow");
+    if (RefreshToDo) RefreshToDo();
+  }
+  if (SaveLists) SaveLists();
+  if (form.GetWindowState() != WindowState::Minimized) {
+    settings_.WriteSetting(section::kIntern, u"Top", form.GetTop());
+    settings_.WriteSetting(section::kIntern, u"Left", form.GetLeft());
+  }
+  Minimize();
+}
+
+void MainWindow::MinimizeIfSet() {
+  if (settings_.IsOn(u"Minimize", u"2")) Minimize();
+}
+
+void MainWindow::ExchangeTopmost(bool topmost) {
+  if (!settings_.IsOn(u"AlwaysOnTop", u"1")) return;
+  if (topmost) {
+    onTop_.OnTopSet(form);
+  } else {
+    onTop_.OnTopClear(form);
+  }
+  if (form.GetWindowState() == WindowState::Minimized) Minimize();
+}
+
+int MainWindow::MessageBox(const Text& MessageText, int MessageCode, const Text& MessageTitle) {
+  const bool onlyOk = (MessageCode & kButtonsMask) == 0;
+  if (onlyOk && (Timer1.Ticking() || Timer2.Ticking())) {
+    form.GetDispatcher().Post([=, this] { ShowMessage(MessageText, MessageCode, MessageTitle); });
+    return 1;
+  }
+  return ShowMessage(MessageText, MessageCode, MessageTitle);
+}
+
+int MainWindow::ShowMessage(const Text& text, int code, const Text& title) {
+  const bool exchange = settings_.IsOn(u"AlwaysOnTop", u"1");
+  if (exchange) onTop_.OnTopClear(form);
+  const int button =
+      form.GetDispatcher().WhileWaiting([&] { return platform_.messageBoxes.Show(text, code, title); });
+  // The person may have ended the program meanwhile.
+  if (exchange && form.GetLoaded()) onTop_.OnTopSet(form);
+  return button;
+}
+
+void MainWindow::FocusKeepingStatus(TextBox& field) {
+  if (field.SetFocus()) Text2.SetText(u"X");
+}
+
+}  // namespace quillbox

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <functional>
+
+#include "core/settings/Norvane.h"
+#include "core/window/OnTop.h"
+#include "platform/forms/CommandButton.h"
+#include "platform/forms/Dispatcher.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/TabControl.h"
+#include "platform/forms/TextBox.h"
+#include "platform/forms/Timer.h"
+#include "platform/ports/Platform.h"
+
+namespace quillbox {
+
+// The pages of the main window, in the order of the tabs.
+enum class Page { Clip = 0, Pad = 1, Calc = 2, Timer = 3, ToDo = 4 };
+
+// What belongs to the main window as a whole: its way to the tray and back, its position, its topmost state,
+// the message boxes, the row of buttons below the pages and the state that all pages share.
+class MainWindow {
+ public:
+  MainWindow(Form& form, Norvane& settings, Platform& platform);
+
+  Form& form;
+  TabControl SSTab1;
+  CommandButton Command47;
+  CommandButton Command48;
+  CommandButton Command6;
+  // "X": the next focus handler of a text field leaves the status label alone, a button has just written to
+  // it.
+  TextBox Text2;
+  // "NoShow": the refresh of the ToDo-List shows no status word.
+  TextBox Text4;
+  Timer Timer1;  // the clipboard's poll
+  Timer Timer2;  // the clock
+
+  // Where the controls of a page stand.
+  Place On(Page page) { return {form, SSTab1, static_cast<int>(page)}; }
+
+  // Every message box of the program, with the topmost state taken from the window while it is open. `code`:
+  // 64 information, 36 question with Yes and No, 68 information with Yes and No, 16 stop. The number of the
+  // pressed button: 6 Yes, 7 No. One with an OK button alone that comes up within a timer's tick is shown
+  // when the tick has ended, so that the clipboard is watched on while it is open.
+  int MessageBox(const Text& MessageText, int MessageCode = 0, const Text& MessageTitle = {});
+
+  // To the tray: the window reaches the minimised state, hides and is normal again, at its stored place.
+  void Minimize() { form.SetWindowState(WindowState::Minimized); }
+  // The same if the setting `Minimize` asks for it after a change of the clipboard.
+  void MinimizeIfSet();
+  // Gives the main window its topmost state, or takes it away, if the setting `AlwaysOnTop` is on. The rule
+  // for whoever needs to come up above it.
+  void ExchangeTopmost(bool topmost);
+  OnTop& GetOnTop() { return onTop_; }
+
+  // A button's status word stands: where the focus goes to `field`, its focus handler leaves the word alone.
+  void FocusKeepingStatus(TextBox& field);
+
+  // "Minimize Quillbox": saves all and keeps the position.
+  void Command6_Click();
+  // Deletes the completed tasks; saves the three lists. Given by the owner of the lists.
+  std::function<void()> RefreshToDo;
+  std::function<void()> SaveLists;
+
+ private:
+  void Form_Resize();
+  int ShowMessage(const Text& text, int code, const Text& title);
+
+  Norvane& settings_;
+  Platform& platform_;
+  OnTop onTop_;
+};
+
+}  // namespace quillbox

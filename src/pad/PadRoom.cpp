@@ -1,0 +1,19 @@
+#include "pad/PadRoom.h"
+
+namespace quillbox {
+
+bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings) {
+  const long long maximum = settings.ReadListMaximum(u"PermEntriesMax");
+  if (maximum >= pad.List1.GetListCount()) return true;
+  const int answer = window.MessageBox(
+      u"Sorry, but you have reached the maximum number of Pad-List entries. You have to delete some entries "
+      u"or increase the maximum number of entries in the \"Settings...\" menu before you proceed.\n\r"
+      u"Would you like to delete the oldest entry now?",
+      68, u"Too many Pad-List entries");
+  if (answer != 6) return false;
+  // The list may have become shorter while the question stood open.
+  if (maximum < pad.List1.GetListCount()) pad.DeleteEntry1(static_cast<int>(maximum));
+  return true;
+}
+
+}  // namespace quillbox

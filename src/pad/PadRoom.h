@@ -1,0 +1,12 @@
+#pragma once
+
+#include "core/window/MainWindow.h"
+#include "storage/PadList.h"
+
+namespace quillbox {
+
+// Whether a further entry may come into the Pad-List. In a full list the person is asked, and on Yes the
+// oldest entry, at the index of the list's maximum, makes room.
+bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings);
+
+}  // namespace quillbox

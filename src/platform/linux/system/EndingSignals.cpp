@@ -1,0 +1,28 @@
+#include "platform/linux/system/EndingSignals.h"
+
+#include <signal.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <initializer_list>
+
+namespace quillbox {
+
+EndingSignals::EndingSignals() {
+  sigset_t ending;
+  sigemptyset(&ending);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, signal);
+  pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  descriptor_ = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+EndingSignals::~EndingSignals() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+bool EndingSignals::Take() {
+  signalfd_siginfo information;
+  return read(descriptor_, &information, sizeof information) == static_cast<ssize_t>(sizeof information);
+}
+
+}  // namespace quillbox

@@ -1,0 +1,66 @@
+#include "platform/qt/base/WindowHints.h"
+
+#include <xcb/xcb.h>
+
+#include <QGuiApplication>
+#include <QWidget>
+#include <QWindow>
+#include <cstdlib>
+#include <cstring>
+
+namespace quillbox {
+
+namespace {
+
+xcb_connection_t* Connection() {
+  auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t Atom(xcb_connection_t* connection, const char* name) {
+  xcb_intern_atom_reply_t* const reply = xcb_intern_atom_reply(
+      connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name),
+      nullptr);
+  const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+  std::free(reply);
+  return atom;
+}
+
+void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_t second) {
+  xcb_connection_t* const connection = Connection();
+  if (!connection || !window.windowHandle()) return;
+  xcb_client_message_event_t event = {};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  // Qt may make the window anew when it comes back; the widget's own number stays that of the first one.
+  event.window = static_cast<xcb_window_t>(window.windowHandle()->winId());
+  event.type = Atom(connection, message);
+  event.data.data32[0] = first;
+  event.data.data32[1] = second;
+  // From the person, not from a program that pushes itself forward.
+  if (std::strcmp(message, "_NET_WM_STATE") == 0) event.data.data32[3] = 2;
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  xcb_send_event(connection, 0, root,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&event));
+  xcb_flush(connection);
+}
+
+}  // namespace
+
+void SetAbove(QWidget& window, bool above) {
+  if (window.windowHandle()) window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, above);
+}
+
+void SetSkipTaskbar(QWidget& window, bool skip) {
+  xcb_connection_t* const connection = Connection();
+  if (connection) Ask(window, "_NET_WM_STATE", skip ? 1 : 0, Atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"));
+}
+
+void ActivateWindow(QWidget& window) {
+  constexpr std::uint32_t kFromPerson = 2;
+  Ask(window, "_NET_ACTIVE_WINDOW", kFromPerson, XCB_CURRENT_TIME);
+  window.raise();
+}
+
+}  // namespace quillbox

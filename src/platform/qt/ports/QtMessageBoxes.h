@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QPointer>
+#include <vector>
+
+#include "platform/ports/Platform.h"
+
+class QMessageBox;
+
+namespace quillbox {
+
+// Modal boxes with plain text. The program's timers and its icon live on behind an open one.
+class QtMessageBoxes : public MessageBoxes {
+ public:
+  int Show(const Text& text, int code, const Text& title) override;
+  // Closes all open boxes as if none had been answered; for the exit.
+  void CloseAll();
+
+ private:
+  std::vector<QPointer<QMessageBox>> open_;
+};
+
+}  // namespace quillbox

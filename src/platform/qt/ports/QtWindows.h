@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/forms/Dispatcher.h"
+#include "platform/ports/Platform.h"
+#include "platform/qt/ports/TrayMenuView.h"
+
+namespace quillbox {
+
+// Windows on the real screen.
+class QtWindows : public WindowManager {
+ public:
+  explicit QtWindows(Dispatcher& dispatcher) : dispatcher_(dispatcher) {}
+
+  PixelSize ScreenSize() override;
+  void SetTopmost(Form& form, bool topmost, const PixelRect& place) override;
+  void SetForeground(Form&) override {}  // a popup of ours takes keys and clicks by itself
+  void OpenPopup(MenuItem& root) override;
+  // The menu's view, made at the first call.
+  TrayMenuView& MenuFor(MenuItem& root);
+
+ private:
+  Dispatcher& dispatcher_;
+  std::unique_ptr<TrayMenuView> menu_;
+};
+
+}  // namespace quillbox

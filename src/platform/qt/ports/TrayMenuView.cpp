@@ -1,0 +1,94 @@
+#include "platform/qt/ports/TrayMenuView.h"
+
+#include <QAction>
+
+#include "platform/qt/base/QtText.h"
+
+namespace quillbox {
+
+namespace {
+
+// For a host that draws the menu itself: there an underscore is the mark, a doubled one is shown, and an
+// ampersand is a plain character. Qt makes the first ampersand such a mark and leaves everything else as it
+// is.
+QString HostText(const QString& caption) {
+  constexpr QChar kMark = u'&';
+  QString text;
+  bool marked = false;
+  bool plain = false;
+  for (qsizetype at = 0; at < caption.size(); ++at) {
+    const QChar unit = caption[at];
+    if (unit == kMark && at + 1 < caption.size() && caption[at + 1] != kMark) {
+      if (!marked && !plain) {
+        text += kMark;
+        marked = true;
+      }
+      continue;
+    }
+    if (unit == kMark && at + 1 < caption.size()) ++at;
+    if (unit == u'_') text += unit;
+    plain = plain || unit == kMark;
+    text += unit;
+  }
+  // Its first ampersand would become a mark: the mark goes to a character that nobody sees.
+  if (plain && !marked) text.prepend(QStringLiteral("&\u200B"));
+  return text;
+}
+
+}  // namespace
+
+TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
+    : dispatcher_(dispatcher), menu_(std::make_unique<QMenu>()) {
+  menu_->setObjectName(QString::fromStdString(root.Name()));
+  AddActions(*menu_, root);
+  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(), [this] {
+    if (following_ || !BeforeHostOpens) return;
+    BeforeHostOpens();
+    Follow(true);
+  });
+}
+
+TrayMenuView::~TrayMenuView() = default;
+
+void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
+  for (MenuItem* item : parent.Children()) {
+    QAction* action = nullptr;
+    if (item->IsSeparator()) {
+      action = menu.addSeparator();
+    } else if (!item->Children().empty()) {
+      QMenu* const sub = menu.addMenu(QString());
+      AddActions(*sub, *item);
+      action = sub->menuAction();
+    } else {
+      action = menu.addAction(QString());
+      QObject::connect(action, &QAction::triggered, menu_.get(), [this, item] {
+        if (item->Click) dispatcher_.Dispatch(item->Click);
+      });
+    }
+    action->setObjectName(QString::fromStdString(item->Name()));
+    actions_.emplace_back(item, action);
+  }
+}
+
+void TrayMenuView::Follow(bool forHost) {
+  for (const auto& [item, action] : actions_) {
+    action->setVisible(item->GetVisible());
+    if (item->IsSeparator() || !item->GetVisible()) continue;
+    // A tab would begin a shortcut's column; captions hold none.
+    const QString caption = ToQt(item->GetCaption());
+    action->setText(forHost ? HostText(caption) : caption);
+    if (item->Name() == "mnuOnTop") {
+      action->setCheckable(true);
+      action->setChecked(item->GetChecked());
+    }
+  }
+}
+
+void TrayMenuView::OpenAt(const QPoint& place) {
+  Follow(false);
+  following_ = true;
+  menu_->popup(place);
+  following_ = false;
+}
+
+}  // namespace quillbox

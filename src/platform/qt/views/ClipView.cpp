@@ -1,0 +1,32 @@
+#include "platform/qt/views/ClipView.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "clip/ClipPage.h"
+#include "platform/qt/widgets/Bindings.h"
+#include "platform/qt/widgets/StatusView.h"
+
+namespace quillbox {
+
+QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipWatcher& watcher, ClipList& list) {
+  auto* const widget = new QWidget(&view);
+  auto* const layout = new QVBoxLayout(widget);
+  layout->setContentsMargins(0, 4, 0, 4);
+  layout->addWidget(MakeList(view, list.List2, QStringLiteral("Clip-List"),
+                             QStringLiteral("What you copy in any program appears here.")),
+                    3);
+  auto* const row = new QHBoxLayout;
+  row->addWidget(MakeButton(view, page.Command001));
+  row->addWidget(MakeButton(view, page.Command003));
+  row->addStretch(1);
+  row->addWidget(MakeStatus(view, watcher.status));
+  row->addStretch(1);
+  row->addWidget(MakeButton(view, page.Command000, QStringLiteral("Clear clipboard")));
+  layout->addLayout(row);
+  layout->addWidget(MakeField(view, watcher.Text0, QStringLiteral("Current clipboard text")), 2);
+  return widget;
+}
+
+}  // namespace quillbox

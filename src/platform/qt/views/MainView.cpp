@@ -1,0 +1,153 @@
+#include "platform/qt/views/MainView.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
+#include <QWindowStateChangeEvent>
+
+#include "platform/qt/base/Icons.h"
+#include "platform/qt/base/QtText.h"
+#include "platform/qt/base/WindowHints.h"
+#include "platform/qt/views/CalcView.h"
+#include "platform/qt/views/ClipView.h"
+#include "platform/qt/views/PadView.h"
+#include "platform/qt/views/TimerView.h"
+#include "platform/qt/views/ToDoView.h"
+#include "platform/qt/widgets/Bindings.h"
+
+namespace quillbox {
+
+MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayReachable)
+    : FormView(program.form, tips), program_(program), trayReachable_(std::move(trayReachable)) {
+  setWindowIcon(WindowIcon());
+  auto* const layout = new QVBoxLayout(this);
+  tabs_ = new QTabBar(this);
+  tabs_->setExpanding(false);
+  tabs_->setDocumentMode(false);
+  tabs_->setFocusPolicy(Qt::StrongFocus);
+  tabs_->setAccessibleName(tr("Tools"));
+  TabControl& tabs = program_.window.SSTab1;
+  for (const Text& caption : tabs.Captions()) tabs_->addTab(ToQt(caption));
+  stack_ = new QStackedWidget(this);
+  for (std::size_t page = 0; page < made_.size(); ++page) stack_->addWidget(new QWidget(stack_));
+  // Room for the largest page, whichever has been made: the Timer's two buttons are the widest row.
+  const QFontMetrics metrics = fontMetrics();
+  stack_->setMinimumSize(metrics.horizontalAdvance(
+                             QStringLiteral("Activate Alarm Clock  Set Alarm Clock to next full quarter")) +
+                             8 * metrics.height(),
+                         29 * metrics.height());
+  layout->addWidget(tabs_);
+  layout->addWidget(stack_, 1);
+
+  buttons_ = {MakeButton(*this, program_.window.Command47), MakeButton(*this, program_.window.Command48),
+              MakeButton(*this, program_.window.Command6)};
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(buttons_[0]);
+  buttons->addWidget(buttons_[1]);
+  buttons->addStretch(1);
+  buttons->addWidget(buttons_[2]);
+  layout->addLayout(buttons);
+
+  connect(tabs_, &QTabBar::currentChanged, this, [&tabs](int page) {
+    if (tabs.GetTab() != page) tabs.PersonTab(page);
+  });
+  Join(tabs, *tabs_, [this, &tabs] { ShowPage(tabs.GetTab()); });
+  Finish();
+}
+
+QWidget* MainView::MakePage(int page) {
+  switch (static_cast<Page>(page)) {
+    case Page::Clip:
+      return MakeClipPage(*this, program_.clipPage, program_.watcher, program_.clip);
+    case Page::Pad:
+      return MakePadPage(*this, program_.padPage, program_.pad);
+    case Page::Calc:
+      return MakeCalcPage(*this, program_.calcPage);
+    case Page::Timer:
+      return MakeTimerPage(*this, program_.timerPage);
+    case Page::ToDo:
+      return MakeToDoPage(*this, program_.toDoPage);
+  }
+  return nullptr;
+}
+
+void MainView::ShowPage(int page) {
+  if (!made_[static_cast<std::size_t>(page)]) {
+    made_[static_cast<std::size_t>(page)] = true;
+    QWidget* const placeholder = stack_->widget(page);
+    auto* const layout = new QVBoxLayout(placeholder);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(MakePage(page));
+    // The row of buttons comes behind the page: behind its last control, which may have parts without the
+    // focus.
+    QWidget* before = previousInFocusChain();
+    while (before != this && before->focusPolicy() == Qt::NoFocus) before = before->previousInFocusChain();
+    for (QWidget* button : buttons_) {
+      setTabOrder(before, button);
+      before = button;
+    }
+    const QSize needed = placeholder->minimumSizeHint();
+    if (isVisible() && needed.expandedTo(stack_->minimumSize()) != stack_->minimumSize()) Finish();
+  }
+  if (tabs_->currentIndex() != page) tabs_->setCurrentIndex(page);
+  stack_->setCurrentIndex(page);
+}
+
+void MainView::AppearOrGo() {
+  const bool wanted = GetForm().GetVisible();
+  if (wanted) {
+    inTaskbar_ = false;
+    if (!isVisible() || isMinimized()) {
+      setWindowState(windowState() & ~Qt::WindowMinimized);
+      ShowWindow();
+      // It is reached through its icon; without one it must stand in the task bar.
+      SetSkipTaskbar(*this, trayReachable_());
+    }
+  } else if (trayReachable_()) {
+    inTaskbar_ = false;
+    if (isVisible()) hide();
+  } else if (!inTaskbar_) {
+    inTaskbar_ = true;
+    SetSkipTaskbar(*this, false);
+    showMinimized();
+    SetSkipTaskbar(*this, false);
+  }
+}
+
+void MainView::FollowTray() {
+  if (isVisible()) SetSkipTaskbar(*this, trayReachable_());
+  Refresh();
+}
+
+void MainView::BringUp() { ActivateWindow(*this); }
+
+void MainView::changeEvent(QEvent* event) {
+  FormView::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  Form& form = GetForm();
+  if (isMinimized() && form.GetVisible()) {
+    // The minimise box is a way to the tray.
+    form.GetDispatcher().Dispatch([&form] { form.SetWindowState(WindowState::Minimized); });
+  } else if (!isMinimized() && inTaskbar_) {
+    // Brought back from the task bar.
+    form.GetDispatcher().Dispatch([&form] { form.Show(); });
+  }
+}
+
+void MainView::keyPressEvent(QKeyEvent* event) {
+  TabControl& tabs = program_.window.SSTab1;
+  const int count = static_cast<int>(tabs.Captions().size());
+  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+  if (control && event->key() == Qt::Key_Tab) {
+    tabs.PersonTab((tabs.GetTab() + 1) % count);
+  } else if (control && event->key() == Qt::Key_Backtab) {
+    tabs.PersonTab((tabs.GetTab() + count - 1) % count);
+  } else {
+    FormView::keyPressEvent(event);
+  }
+}
+
+}  // namespace quillbox

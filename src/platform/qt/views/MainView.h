@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "core/app/frmTray.h"
+#include "platform/qt/widgets/FormView.h"
+
+class QStackedWidget;
+class QTabBar;
+
+namespace quillbox {
+
+// The main window: the tabs, a page for each that is made when it is first in front, and the row of buttons.
+class MainView : public FormView {
+ public:
+  // `trayReachable`: whether a person can bring the window back through the tray. While that isn't so the
+  // window goes to the task bar instead of hiding.
+  MainView(frmTray& program, QtTips& tips, std::function<bool()> trayReachable);
+
+  // A tray has come or gone: a window that is away moves between tray and task bar.
+  void FollowTray();
+  // The person asked for the window.
+  void BringUp();
+
+ protected:
+  void AppearOrGo() override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void ShowPage(int page);
+  QWidget* MakePage(int page);
+
+  frmTray& program_;
+  std::function<bool()> trayReachable_;
+  QTabBar* tabs_ = nullptr;
+  QStackedWidget* stack_ = nullptr;
+  std::array<QWidget*, 3> buttons_{};
+  std::array<bool, 5> made_{};
+  bool inTaskbar_ = false;
+};
+
+}  // namespace quillbox

@@ -1,0 +1,82 @@
+#include "platform/qt/widgets/FieldKeys.h"
+
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
+#include "platform/forms/TextBox.h"
+#include "platform/qt/base/QtText.h"
+
+namespace quillbox {
+
+KeyEvent KeyOf(const QKeyEvent& event) {
+  KeyEvent key;
+  key.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+  key.shift = event.modifiers().testFlag(Qt::ShiftModifier);
+  key.alt = event.modifiers().testFlag(Qt::AltModifier);
+  switch (event.key()) {
+    case Qt::Key_Backspace:
+      key.code = keys::kBackspace;
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      key.code = keys::kEnter;
+      break;
+    case Qt::Key_Escape:
+      key.code = keys::kEscape;
+      break;
+    case Qt::Key_Space:
+      key.code = keys::kSpace;
+      break;
+    case Qt::Key_PageUp:
+      key.code = keys::kPageUp;
+      break;
+    case Qt::Key_PageDown:
+      key.code = keys::kPageDown;
+      break;
+    case Qt::Key_End:
+      key.code = keys::kEnd;
+      break;
+    case Qt::Key_Home:
+      key.code = keys::kHome;
+      break;
+    case Qt::Key_Left:
+      key.code = keys::kLeft;
+      break;
+    case Qt::Key_Up:
+      key.code = keys::kUp;
+      break;
+    case Qt::Key_Right:
+      key.code = keys::kRight;
+      break;
+    case Qt::Key_Down:
+      key.code = keys::kDown;
+      break;
+    case Qt::Key_Delete:
+      key.code = keys::kDelete;
+      break;
+    default:
+      break;
+  }
+  return key;
+}
+
+bool HandKeyOver(TextBox& box, const QKeyEvent& event) {
+  if (!box.KeyPress) return false;
+  const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  const QString text = event.text();
+  if (command || text.isEmpty() || event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab ||
+      event.key() == Qt::Key_Backtab || event.key() == Qt::Key_Escape) {
+    return false;
+  }
+  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  for (const char16_t unit : FromQt(text)) box.PersonCharacter(enter ? u'\r' : unit);
+  return true;
+}
+
+DragData DroppedText(const QDropEvent& event) {
+  if (!event.mimeData()->hasText()) return std::nullopt;
+  return FromQt(event.mimeData()->text());
+}
+
+}  // namespace quillbox

@@ -1,0 +1,232 @@
+#include "platform/qt/widgets/ListView.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+
+#include "platform/qt/base/QtText.h"
+#include "platform/qt/widgets/Bindings.h"
+#include "platform/qt/widgets/FieldKeys.h"
+
+namespace quillbox {
+
+namespace {
+
+// More of a row than fits into any window; a long text isn't measured whole.
+constexpr std::size_t kMostShown = 400;
+constexpr QChar kLineBreakSign(u'\u21B5');
+
+QString InOneLine(TextView text) {
+  QString line = ToQt(CutTo(text, kMostShown));
+  line.replace(QStringLiteral("\r\n"), QString(kLineBreakSign));
+  for (QChar& unit : line) {
+    if (unit == u'\n' || unit == u'\r' || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator) {
+      unit = kLineBreakSign;
+    } else if (unit.category() == QChar::Other_Control) {
+      unit = u' ';
+    }
+  }
+  if (text.size() > kMostShown) line += QChar(u'\u2026');
+  return line;
+}
+
+}  // namespace
+
+int ListRows::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : list_.GetListCount();
+}
+
+QVariant ListRows::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= list_.GetListCount()) return {};
+  switch (role) {
+    case Qt::DisplayRole:
+      return InOneLine(list_.GetList(index.row()).Get());
+    case Qt::CheckStateRole:
+      if (list_.HasCheckBoxes()) return list_.GetSelected(index.row()) ? Qt::Checked : Qt::Unchecked;
+      return {};
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags ListRows::flags(const QModelIndex&) const {
+  Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  if (list_.HasCheckBoxes()) flags |= Qt::ItemIsUserCheckable;
+  return flags;
+}
+
+void ListRows::Follow() {
+  if (revision_ == list_.RowsRevision()) return;
+  revision_ = list_.RowsRevision();
+  beginResetModel();
+  endResetModel();
+}
+
+ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
+    : QListView(parent), list_(list), rows_(this, list), whenEmpty_(whenEmpty) {
+  setModel(&rows_);
+  setUniformItemSizes(true);
+  setTextElideMode(Qt::ElideRight);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+  setSelectionMode(list.HasCheckBoxes() ? QAbstractItemView::SingleSelection
+                                        : QAbstractItemView::ExtendedSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setAcceptDrops(true);
+  viewport()->setAcceptDrops(true);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int top) {
+    if (!drawing_) list_.SetTopIndex(top);
+  });
+}
+
+void ListView::Draw() {
+  drawing_ = true;
+  rows_.Follow();
+  const int current = list_.GetListIndex();
+  const QModelIndex index = current < 0 ? QModelIndex() : rows_.index(current);
+  QItemSelection selection;
+  for (int row = 0; row < list_.GetListCount(); ++row) {
+    const bool selected = list_.HasCheckBoxes() ? row == current : list_.GetSelected(row);
+    if (selected) selection.select(rows_.index(row), rows_.index(row));
+  }
+  if (selectionModel()->currentIndex() != index) {
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  }
+  if (selectionModel()->selection() != selection) {
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  }
+  if (verticalScrollBar()->value() != list_.GetTopIndex()) verticalScrollBar()->setValue(list_.GetTopIndex());
+  if (index.isValid()) scrollTo(index);
+  drawing_ = false;
+  // What doesn't fit that way is where the scroll bar says.
+  if (verticalScrollBar()->value() != list_.GetTopIndex()) list_.SetTopIndex(verticalScrollBar()->value());
+  viewport()->update();
+}
+
+QSize ListView::sizeHint() const {
+  const int row = std::max(fontMetrics().height() + 4, 16);
+  return {row * 18, row * list_.GetVisibleRows() + 2 * frameWidth()};
+}
+
+bool ListView::OnCheckBox(const QModelIndex& index, const QPoint& place) const {
+  QStyleOptionViewItem option;
+  initViewItemOption(&option);
+  option.rect = visualRect(index);
+  option.features |= QStyleOptionViewItem::HasCheckIndicator;
+  return style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this).contains(place);
+}
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+  pressed_ = -1;
+  if (event->button() != Qt::LeftButton) return;
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (!index.isValid()) {
+    list_.PersonSelectNone();
+    return;
+  }
+  const int row = index.row();
+  const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
+  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+  pressedAt_ = event->position().toPoint();
+  if (list_.HasCheckBoxes() && OnCheckBox(index, pressedAt_)) {
+    list_.PersonCheck(row, !list_.GetSelected(row));
+    return;
+  }
+  const bool chosen = list_.HasCheckBoxes() ? row == list_.GetListIndex() : list_.GetSelected(row);
+  pressed_ = row;
+  if (ctrl || shift || !chosen) list_.PersonSelect(row, ctrl, shift);
+}
+
+void ListView::mouseMoveEvent(QMouseEvent* event) {
+  if (pressed_ < 0 || !(event->buttons() & Qt::LeftButton)) return;
+  if ((event->position().toPoint() - pressedAt_).manhattanLength() < QApplication::startDragDistance())
+    return;
+  pressed_ = -1;
+  StartDrag();
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  const int row = std::exchange(pressed_, -1);
+  if (row < 0 || row >= list_.GetListCount() || event->button() != Qt::LeftButton) return;
+  if (!(event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier))) list_.PersonSelect(row);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  pressed_ = -1;
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->button() != Qt::LeftButton || !index.isValid()) return;
+  if (list_.HasCheckBoxes() && OnCheckBox(index, event->position().toPoint())) {
+    list_.PersonCheck(index.row(), !list_.GetSelected(index.row()));
+  } else {
+    list_.PersonDoubleClick(index.row());
+  }
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+  const KeyEvent key = KeyOf(*event);
+  // Escape and what the form's buttons take go on to the form.
+  if (key.code == 0 || key.code == keys::kEscape || key.code == keys::kBackspace || key.alt) {
+    event->ignore();
+    return;
+  }
+  list_.PersonKey(key);
+}
+
+void ListView::focusInEvent(QFocusEvent* event) {
+  // Not QListView's own: it would make a row current.
+  QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
+  viewport()->update();
+}
+
+void ListView::StartDrag() {
+  const Text text = list_.PersonStartDrag();
+  if (text.empty()) return;
+  auto* const drag = new QDrag(this);
+  auto* const mime = new QMimeData;
+  mime->setText(ToQt(text));
+  drag->setMimeData(mime);
+  drag->exec(Qt::CopyAction);
+}
+
+void ListView::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->source() == this || !event->mimeData()->hasText()) {
+    event->ignore();
+  } else {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+  }
+}
+
+void ListView::dragMoveEvent(QDragMoveEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void ListView::dropEvent(QDropEvent* event) {
+  list_.PersonDrop(DroppedText(*event));
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void ListView::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (list_.GetListCount() > 0 || whenEmpty_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap,
+                   whenEmpty_);
+}
+
+QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty) {
+  auto* const widget = new ListView(&view, list, whenEmpty);
+  widget->setAccessibleName(name);
+  view.Join(list, *widget, [widget] { widget->Draw(); });
+  return widget;
+}
+
+}  // namespace quillbox

@@ -1,0 +1,100 @@
+#include "platform/x11/clipboard/XAtoms.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+
+namespace quillbox {
+
+namespace {
+
+// Other encodings of plain text, what toolkits answer about the owner itself, and references that mean
+// nothing once the owner is gone.
+constexpr std::string_view kHarmless[] = {
+    "COMPOUND_TEXT",
+    "C_STRING",
+    "text/plain",
+    "text/plain;charset=UTF-8",
+    "text/plain;charset=us-ascii",
+    "text/plain;charset=US-ASCII",
+    "text/plain;charset=ANSI_X3.4-1968",
+    "text/plain;charset=iso-8859-1",
+    "text/plain;charset=ISO-8859-1",
+    "text/plain;charset=utf-16",
+    "text/plain;charset=unicode",
+    "_VIM_TEXT",
+    "_VIMENC_TEXT",
+    "GTK_TEXT_BUFFER_CONTENTS",
+    "DELETE",
+    "INSERT_SELECTION",
+    "INSERT_PROPERTY",
+    "LENGTH",
+    "LIST_LENGTH",
+    "CHARACTER_POSITION",
+    "LINE_NUMBER",
+    "COLUMN_NUMBER",
+    "CLIENT_WINDOW",
+    "CLASS",
+    "NAME",
+    "USER",
+    "HOSTNAME",
+    "HOST_NAME",
+    "IP_ADDRESS",
+    "OWNER_OS",
+    "PROCESS",
+    "TASK",
+};
+
+xcb_intern_atom_cookie_t Ask(xcb_connection_t* connection, std::string_view name) {
+  return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+}
+
+xcb_atom_t Answer(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie) {
+  xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection, cookie, nullptr);
+  const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+  std::free(reply);
+  return atom;
+}
+
+}  // namespace
+
+void XAtoms::Intern(xcb_connection_t* connection) {
+  const std::pair<xcb_atom_t*, std::string_view> own[] = {
+      {&clipboard, "CLIPBOARD"},
+      {&clipboardManager, "CLIPBOARD_MANAGER"},
+      {&targets, "TARGETS"},
+      {&timestamp, "TIMESTAMP"},
+      {&multiple, "MULTIPLE"},
+      {&atomPair, "ATOM_PAIR"},
+      {&saveTargets, "SAVE_TARGETS"},
+      {&incr, "INCR"},
+      {&null, "NULL"},
+      {&utf8String, "UTF8_STRING"},
+      {&plainUtf8, "text/plain;charset=utf-8"},
+      {&text, "TEXT"},
+      {&passwordHint, "x-kde-passwordManagerHint"},
+      {&forTargets, "QUILLBOX_TARGETS"},
+      {&forHint, "QUILLBOX_HINT"},
+      {&forUtf8, "QUILLBOX_UTF8"},
+      {&forPlain, "QUILLBOX_PLAIN"},
+      {&forLatin1, "QUILLBOX_LATIN1"},
+      {&forTime, "QUILLBOX_TIME"},
+      {&forSaving, "QUILLBOX_SAVE"},
+  };
+  std::vector<xcb_intern_atom_cookie_t> cookies;
+  for (const auto& [atom, name] : own) cookies.push_back(Ask(connection, name));
+  for (const std::string_view name : kHarmless) cookies.push_back(Ask(connection, name));
+
+  auto cookie = cookies.begin();
+  for (const auto& [atom, name] : own) *atom = Answer(connection, *cookie++);
+  harmless_ = {XCB_ATOM_STRING, targets,   timestamp, multiple,    saveTargets,
+               utf8String,      plainUtf8, text,      passwordHint};
+  for (; cookie != cookies.end(); ++cookie) harmless_.push_back(Answer(connection, *cookie));
+}
+
+bool XAtoms::IsTextOrProtocol(xcb_atom_t target) const {
+  return std::find(harmless_.begin(), harmless_.end(), target) != harmless_.end();
+}
+
+}  // namespace quillbox

@@ -1,0 +1,189 @@
+#include "platform/x11/clipboard/XConnection.h"
+
+#include <poll.h>
+#include <xcb/xcbext.h>
+#include <xcb/xfixes.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include "base/RuntimeError.h"
+
+namespace quillbox {
+
+namespace {
+
+// A flood of events gives way to the rest of the program after so many.
+constexpr int kEventsAtOnce = 500;
+constexpr int kWriteMs = 2;   // a server that works has taken in a full socket by then
+constexpr int kRetryMs = 50;  // while one takes nothing in
+
+struct Free {
+  void operator()(void* memory) const { std::free(memory); }
+};
+template <class T>
+using Malloced = std::unique_ptr<T, Free>;
+
+xcb_window_t RootOf(xcb_connection_t* connection, int screen) {
+  xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+  for (; screens.rem > 1 && screen > 0; --screen) xcb_screen_next(&screens);
+  return screens.data->root;
+}
+
+}  // namespace
+
+XConnection::XConnection(EventLoop& loop, const char* display) : loop_(loop) {
+  int screen = 0;
+  std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> connection(xcb_connect(display, &screen),
+                                                                            xcb_disconnect);
+  connection_ = connection.get();
+  if (xcb_connection_has_error(connection_)) throw RuntimeError(errors::kDeviceError, "no X server");
+  root_ = RootOf(connection_, screen);
+
+  const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(connection_, &xcb_xfixes_id);
+  if (!fixes || !fixes->present) throw RuntimeError(errors::kDeviceError, "the X server lacks XFixes");
+  fixesEvent_ = fixes->first_event;
+  const auto version = xcb_xfixes_query_version(connection_, 5, 0);
+  atoms_.Intern(connection_);
+  Malloced<xcb_xfixes_query_version_reply_t> answer(
+      xcb_xfixes_query_version_reply(connection_, version, nullptr));
+  if (!answer) throw RuntimeError(errors::kDeviceError, "the X server lacks XFixes");
+
+  loop_.Watch(xcb_get_file_descriptor(connection_), [this] { Dispatch(); });
+  (void)connection.release();
+}
+
+XConnection::~XConnection() {
+  if (soon_) loop_.CancelTimer(soon_);
+  if (!lost_) loop_.Unwatch(xcb_get_file_descriptor(connection_));
+  xcb_disconnect(connection_);
+}
+
+std::size_t XConnection::MaxRequestBytes() const {
+  // The limit without BIG-REQUESTS: a larger request could fill the socket and make us wait for the server.
+  return std::size_t{xcb_get_setup(connection_)->maximum_request_length} * 4;
+}
+
+bool XConnection::IsOurs(xcb_window_t window) const {
+  const xcb_setup_t* setup = xcb_get_setup(connection_);
+  return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+xcb_window_t XConnection::CreateWindow() {
+  const xcb_window_t window = xcb_generate_id(connection_);
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_create_window(connection_, 0, window, root_, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                    XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+  return window;
+}
+
+void XConnection::Await(unsigned sequence, ReplySink sink) {
+  awaited_.push_back({sequence, std::move(sink)});
+}
+
+void XConnection::Forget(unsigned sequence) {
+  const auto found = std::find_if(awaited_.begin(), awaited_.end(),
+                                  [sequence](const Awaited& each) { return each.sequence == sequence; });
+  if (found == awaited_.end()) return;
+  awaited_.erase(found);
+  if (!lost_) xcb_discard_reply(connection_, sequence);
+}
+
+void XConnection::Flush() {
+  if (lost_ || dispatching_) return;  // Dispatch flushes by itself
+  // While writing, xcb may have read events into its own queue, of which the descriptor then tells nothing.
+  if (Send()) DispatchIn(0);
+}
+
+bool XConnection::Send() {
+  // xcb would wait for a server that doesn't take anything in.
+  pollfd descriptor{xcb_get_file_descriptor(connection_), POLLOUT, 0};
+  if (poll(&descriptor, 1, kWriteMs) == 1) {
+    xcb_flush(connection_);
+    return true;
+  }
+  DispatchIn(kRetryMs);
+  return false;
+}
+
+void XConnection::DispatchIn(int milliseconds) {
+  if (soon_) return;
+  soon_ = loop_.StartTimer(milliseconds, [this] {
+    soon_ = 0;  // it has fired: nothing to cancel
+    Dispatch();
+  });
+}
+
+void XConnection::Dispatch() {
+  if (lost_) return;
+  if (soon_) loop_.CancelTimer(soon_);
+  soon_ = 0;
+  ++dispatching_;
+  int handled = 0;
+  while (!lost_) {
+    Send();
+    const int events = TakeEvents(kEventsAtOnce);
+    const int replies = TakeReplies();
+    if (events + replies == 0) break;
+    handled += events;
+    if (handled < kEventsAtOnce) continue;
+    if (Send()) DispatchIn(0);
+    break;
+  }
+  --dispatching_;
+  CheckLost();
+}
+
+int XConnection::TakeEvents(int limit) {
+  int taken = 0;
+  while (taken < limit) {
+    const Malloced<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
+    if (!event) break;
+    ++taken;
+    if (eventSink_) eventSink_(*event);
+  }
+  return taken;
+}
+
+int XConnection::TakeReplies() {
+  int taken = 0;
+  while (!awaited_.empty()) {
+    void* reply = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    if (!xcb_poll_for_reply(connection_, awaited_.front().sequence, &reply, &error)) break;
+    if (xcb_connection_has_error(connection_)) break;
+    const Malloced<void> ownedReply(reply);
+    const Malloced<xcb_generic_error_t> ownedError(error);
+    const ReplySink sink = std::move(awaited_.front().sink);
+    awaited_.pop_front();
+    ++taken;
+    sink(reply);
+  }
+  return taken;
+}
+
+void XConnection::CheckLost() {
+  if (lost_ || !xcb_connection_has_error(connection_)) return;
+  lost_ = true;
+  awaited_.clear();
+  loop_.Unwatch(xcb_get_file_descriptor(connection_));
+  if (lostSink_) lostSink_();
+}
+
+bool XConnection::Pump(const std::function<bool()>& done, int milliseconds) {
+  using std::chrono::steady_clock;
+  const auto end = steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  while (!lost_) {
+    Dispatch();
+    if (done()) return true;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now()).count();
+    if (lost_ || left <= 0) return false;
+    pollfd descriptor{xcb_get_file_descriptor(connection_), POLLIN, 0};
+    poll(&descriptor, 1, soon_ ? 1 : static_cast<int>(left));
+  }
+  return false;
+}
+
+}  // namespace quillbox

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "base/Text.h"
+#include "platform/ports/EventLoop.h"
+#include "platform/x11/clipboard/XConnection.h"
+#include "platform/x11/clipboard/XIncomingValue.h"
+
+namespace quillbox {
+
+// One reading of the clipboard from its owner: what it offers, whether it is a secret, then its text. All of
+// it has five seconds.
+class XTransfer {
+ public:
+  enum class Outcome {
+    Arrived,
+    NoText,      // nothing that we read as text, or an empty text
+    Secret,      // a password, or an owner that doesn't say whether it is one
+    Unanswered,  // the owner was still silent, or talking, when the time was up
+  };
+  struct Result {
+    Outcome outcome = Outcome::NoText;
+    Text text;
+    bool textOnly = false;  // the owner offers nothing beside text
+  };
+  // Called once, last thing of all.
+  using Done = std::function<void(Result)>;
+
+  static constexpr int kDeadlineMs = 5000;
+  static constexpr std::size_t kMaxBytes = 16 * 1024 * 1024;  // kept of a text, as the owner sends it
+
+  // Reads into properties of `window`; `time` is a server time at which the owner was the owner.
+  XTransfer(XConnection& connection, EventLoop& loop, xcb_window_t window, xcb_timestamp_t time, Done done);
+  ~XTransfer();
+  XTransfer(const XTransfer&) = delete;
+  XTransfer& operator=(const XTransfer&) = delete;
+
+  void OnSelectionNotify(const xcb_selection_notify_event_t& event);
+  void OnPropertyNotify(const xcb_property_notify_event_t& event);
+  // The owner's window is gone: what is already with the server is still read.
+  void OwnerGone();
+
+  xcb_window_t Window() const { return window_; }
+  // True if the owner may still write to the window, though nobody will read it.
+  bool WindowSpoilt() const { return spoilt_ || done_; }
+
+ private:
+  struct Step {
+    xcb_atom_t target;
+    xcb_atom_t property;
+  };
+
+  void Ask(Step step);
+  void OnAnswer();
+  void ChooseTexts();
+  void AskNextText();
+  bool FinishWithText();  // false if its type is none of text
+  void OnDeadline();
+  void Finish(Outcome outcome, Text text = {});
+  std::vector<xcb_atom_t> ListedTargets() const;
+
+  XConnection& connection_;
+  EventLoop& loop_;
+  xcb_window_t window_;
+  xcb_timestamp_t time_;
+  Done done_;
+  EventLoop::TimerId deadline_;
+  Step step_{};
+  std::unique_ptr<XIncomingValue> value_;  // null until the owner has answered the step
+  std::vector<Step> texts_;                // still to be tried, the last one first
+  bool textOnly_ = false;
+  bool ownerGone_ = false;
+  bool spoilt_ = false;  // an owner may go on writing after the end
+};
+
+}  // namespace quillbox

@@ -1,0 +1,75 @@
+#include "platform/x11/keys/XKeyConnection.h"
+
+#include <xcb/xtest.h>
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace quillbox {
+namespace {
+
+xcb_window_t RootOf(xcb_connection_t* connection, int screen) {
+  xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+  for (; screens.rem > 1 && screen > 0; --screen) xcb_screen_next(&screens);
+  return screens.data->root;
+}
+
+bool HasTest(xcb_connection_t* connection) {
+  const xcb_query_extension_reply_t* test = xcb_get_extension_data(connection, &xcb_test_id);
+  return test && test->present;
+}
+
+bool StartXkb(xcb_connection_t* connection) {
+  return xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr,
+                                     nullptr) == 1;
+}
+
+}  // namespace
+
+XKeyConnection::XKeyConnection(const char* display) {
+  int screen = 0;
+  connection_ = xcb_connect(display, &screen);
+  if (xcb_connection_has_error(connection_)) return;
+  root_ = RootOf(connection_, screen);
+  usable_ = HasTest(connection_) && StartXkb(connection_);
+}
+
+XKeyConnection::~XKeyConnection() { xcb_disconnect(connection_); }
+
+bool XKeyConnection::Lost() const { return !usable_ || xcb_connection_has_error(connection_) != 0; }
+
+xcb_atom_t XKeyConnection::Atom(std::string_view name) {
+  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
+  const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::vector<std::uint32_t> XKeyConnection::Values(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) {
+  const auto cookie = xcb_get_property(connection_, 0, window, property, type, 0, 1024);
+  const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+  if (!reply || reply->format != 32) return {};
+  const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  return {values, values + reply->value_len};
+}
+
+void XKeyConnection::SetValues(xcb_window_t window, xcb_atom_t property,
+                               const std::vector<std::uint32_t>& values) {
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_CARDINAL, 32,
+                      static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+void XKeyConnection::Key(xcb_keycode_t code, bool press) {
+  xcb_test_fake_input(connection_, press ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code, XCB_CURRENT_TIME, XCB_NONE,
+                      0, 0, 0);
+}
+
+xcb_window_t XKeyConnection::Sync() {
+  const XReply<xcb_get_input_focus_reply_t> reply(
+      xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  return reply ? reply->focus : xcb_window_t{XCB_NONE};
+}
+
+XReply<xcb_generic_event_t> XKeyConnection::NextEvent() {
+  return XReply<xcb_generic_event_t>(xcb_poll_for_event(connection_));
+}
+
+}  // namespace quillbox

@@ -1,0 +1,193 @@
+#include "platform/x11/keys/XKeySender.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+#include <vector>
+
+#include "base/RuntimeError.h"
+#include "platform/x11/keys/XKeyboardMap.h"
+#include "platform/x11/keys/XTypist.h"
+
+namespace quillbox {
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr int kWaitForFocus = 1000;
+constexpr int kWaitForKeys = 1000;  // any keys; one that stays down without being a modifier does no harm
+constexpr int kWaitForModifiers = 3000;  // in all
+constexpr int kWaitForAnswer = 1000;     // of a program that is asked whether it has caught up
+constexpr int kWaitForLookUp = 5000;     // the same, while it needs the spare keys
+constexpr int kLookUpTime = 150;         // for programs that can't be asked, before spare keys are taken off
+constexpr int kStrokesPerMillisecond = 10;  // that such a program is trusted to take in
+constexpr int kLongestLookUp = 1500;
+constexpr int kEffectTime = 15;  // for a command to move the focus
+constexpr int kEffectAnswer = 200;
+constexpr int kEffectBudget = 2000;  // of a whole string
+constexpr std::size_t kStrokesPerSync = 16;
+constexpr milliseconds kLongestStop{5};  // of the program's own events
+
+// A stroke whose effect may be another window with the focus, which the next stroke is meant for.
+bool IsCommand(const KeyStroke& stroke) {
+  return (stroke.modifiers & (modifier::kControl | modifier::kAlt)) != 0 ||
+         stroke.special == SpecialKey::Escape || stroke.special == SpecialKey::Help ||
+         stroke.special >= SpecialKey::F1;
+}
+
+}  // namespace
+
+// Everything that must be undone once typing has begun, however it ends.
+class XKeySender::Session {
+ public:
+  Session(XKeySender& sender, XKeyboardState::Snapshot keyboard)
+      : sender_(sender),
+        map_(sender.connection_, keyboard.group, keyboard.locked),
+        typist_(sender.connection_, map_, sender.spareKeys_) {
+    sender_.state_.BeginTyping(keyboard.locked & static_cast<std::uint8_t>(~map_.NumLock()));
+  }
+  ~Session() {
+    typist_.ReleaseModifiers();
+    sender_.spareKeys_.TakeOff();
+    IgnoreFailure([&] { sender_.state_.EndTyping(); });
+    sender_.focus_.StopAsking();
+    sender_.connection_.Sync();
+  }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  XTypist& Typist() { return typist_; }
+
+ private:
+  XKeySender& sender_;
+  XKeyboardMap map_;
+  XTypist typist_;
+};
+
+XKeySender::XKeySender(Options options)
+    : connection_(options.display.empty() ? nullptr : options.display.c_str()),
+      state_(connection_),
+      spareKeys_(connection_),
+      focus_(connection_, std::move(options.isOurs)),
+      pause_(std::move(options.pause)) {}
+
+void XKeySender::RecoverMapping() {
+  if (connection_.Lost() || sending_) return;
+  spareKeys_.Recover();
+  state_.Recover();
+  connection_.Sync();
+}
+
+void XKeySender::Send(const Text& keys) {
+  const std::vector<KeyStroke> strokes = ParseKeys(keys);
+  if (!std::all_of(strokes.begin(), strokes.end(), CanBeTyped)) {
+    throw RuntimeError(errors::kBadCall, "The key string has a character that no key can type.");
+  }
+  if (strokes.empty()) return;
+  if (sending_) throw RuntimeError(errors::kPermission, "Another key string is being typed.");
+  if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "There is no X server to send keys to.");
+  RecoverMapping();
+
+  struct Sending {
+    explicit Sending(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Sending() { flag_ = false; }
+    bool& flag_;
+  } sending(sending_);
+  while (connection_.NextEvent()) continue;
+  WaitForReleasedKeys();
+  if (!WaitForTarget()) return;
+
+  Session session(*this, state_.Read());
+  effectBudget_ = kEffectBudget;
+  std::span<const KeyStroke> left(strokes);
+  while (!left.empty()) {
+    const std::size_t count = session.Typist().Prepare(left);
+    const bool complete = TypeRound(session.Typist(), left.first(count));
+    session.Typist().ReleaseModifiers();
+    WaitUntilTakenIn(count);
+    spareKeys_.TakeOff();
+    if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "The X server has gone away.");
+    if (!complete) return;
+    left = left.subspan(count);
+  }
+}
+
+bool XKeySender::WaitFor(const std::function<bool()>& done, int longest, int step) {
+  const auto end = SteadyClock::now() + milliseconds(longest);
+  for (;;) {
+    if (done()) return true;
+    if (SteadyClock::now() >= end || connection_.Lost()) return false;
+    pause_(step);
+  }
+}
+
+// The key that started the script is still down as a rule, and would repeat itself into the text.
+void XKeySender::WaitForReleasedKeys() {
+  WaitFor([this] { return !state_.Read().anyKey; }, kWaitForKeys, 10);
+  const auto modifiersReleased = [this] { return state_.Read().held == 0; };
+  if (WaitFor(modifiersReleased, kWaitForModifiers - kWaitForKeys, 10)) return;
+  throw RuntimeError(errors::kPermission, "A modifier key is held down.");
+}
+
+bool XKeySender::WaitForTarget() {
+  pause_(0);
+  return WaitFor(
+      [this] {
+        target_ = connection_.Sync();
+        return focus_.IsTarget(target_);
+      },
+      kWaitForFocus, 10);
+}
+
+// Types the strokes; false if the focus went to nowhere on the way.
+bool XKeySender::TypeRound(XTypist& typist, std::span<const KeyStroke> strokes) {
+  auto stopped = SteadyClock::now();
+  for (std::size_t i = 0; i < strokes.size(); ++i) {
+    typist.Type(strokes[i]);
+    const bool last = i + 1 == strokes.size();
+    const bool effect = !last && IsCommand(strokes[i]) && !strokes[i + 1].joined;
+    if (effect) WaitForEffect(typist);
+    if (!effect && !last && (i + 1) % kStrokesPerSync != 0) continue;
+    if (!FocusIsRight(typist) && !last) return false;
+    if (SteadyClock::now() - stopped < kLongestStop) continue;
+    pause_(0);
+    stopped = SteadyClock::now();
+  }
+  return true;
+}
+
+// The keys may have moved the focus themselves, and the next ones are for the new window, unless it is ours.
+bool XKeySender::FocusIsRight(XTypist& typist) {
+  const xcb_window_t focus = connection_.Sync();
+  if (focus == target_) return true;
+  if (!focus_.IsTarget(focus)) {
+    typist.ReleaseModifiers();
+    return WaitForTarget();
+  }
+  target_ = focus;
+  return true;
+}
+
+void XKeySender::WaitForEffect(XTypist& typist) {
+  if (effectBudget_ <= 0) return;
+  const auto start = SteadyClock::now();
+  typist.ReleaseModifiers();
+  if (focus_.AskCaughtUp()) WaitFor([this] { return focus_.CaughtUp(); }, kEffectAnswer, 1);
+  WaitFor([] { return false; }, kEffectTime, 5);
+  effectBudget_ -=
+      static_cast<int>(std::chrono::duration_cast<milliseconds>(SteadyClock::now() - start).count());
+}
+
+// Programs look up what a key means when they come to it: until then the spare keys must keep their meaning.
+void XKeySender::WaitUntilTakenIn(std::size_t strokes) {
+  connection_.Sync();
+  if (focus_.AskCaughtUp()) {
+    WaitFor([this] { return focus_.CaughtUp(); }, spareKeys_.Any() ? kWaitForLookUp : kWaitForAnswer, 1);
+  } else if (spareKeys_.Any()) {
+    const auto time = std::min<std::size_t>(kLookUpTime + strokes / kStrokesPerMillisecond, kLongestLookUp);
+    WaitFor([] { return false; }, static_cast<int>(time), 10);
+  }
+}
+
+}  // namespace quillbox

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "platform/ports/KeyNotation.h"
+#include "platform/ports/Platform.h"
+#include "platform/x11/keys/XFocus.h"
+#include "platform/x11/keys/XKeyConnection.h"
+#include "platform/x11/keys/XKeyboardState.h"
+#include "platform/x11/keys/XSpareKeys.h"
+
+namespace quillbox {
+
+class XTypist;
+
+// Types key strings through XTEST into the window that has the focus, with the layout and group in use. The
+// program takes part through `pause`, which lets its own events run for about so many milliseconds, 0 for
+// those that are due: it is called at least every few hundredths of a second, and must send what has been
+// asked of the server.
+class XKeySender : public KeySender {
+ public:
+  struct Options {
+    std::string display;  // as in DISPLAY; empty takes that variable
+    std::function<void(int milliseconds)> pause;
+    XFocus::IsOurs isOurs;  // see XFocus; may be empty
+  };
+
+  // Never fails; without a usable server each Send does, with errors::kDeviceError.
+  explicit XKeySender(Options options);
+
+  // Nothing is typed, and nothing fails, if within 1 s no window but ours has the focus. RuntimeErrors
+  // besides those of ParseKeys: errors::kBadCall for a character without a keysym, errors::kPermission while
+  // a string is being typed (from within `pause`) or if modifier keys are held down for 3 s; then nothing is
+  // typed either.
+  void Send(const Text& keys) override;
+
+  // Puts right what a process left that was killed while it typed. Called by each Send, too.
+  void RecoverMapping();
+
+ private:
+  class Session;
+
+  void WaitForReleasedKeys();
+  bool WaitForTarget();
+  bool TypeRound(XTypist& typist, std::span<const KeyStroke> strokes);
+  bool FocusIsRight(XTypist& typist);
+  void WaitUntilTakenIn(std::size_t strokes);
+  void WaitForEffect(XTypist& typist);
+  bool WaitFor(const std::function<bool()>& done, int milliseconds, int step);
+
+  XKeyConnection connection_;
+  XKeyboardState state_;
+  XSpareKeys spareKeys_;
+  XFocus focus_;
+  std::function<void(int)> pause_;
+  xcb_window_t target_ = XCB_NONE;
+  int effectBudget_ = 0;  // milliseconds that may still be spent on waiting for effects
+  bool sending_ = false;
+};
+
+}  // namespace quillbox

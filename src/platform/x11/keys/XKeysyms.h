@@ -1,0 +1,15 @@
+#pragma once
+
+#include <xkbcommon/xkbcommon.h>
+
+#include "platform/ports/KeyNotation.h"
+
+namespace quillbox {
+
+// The keysym of a special key; NoSymbol for None.
+xkb_keysym_t KeysymOf(SpecialKey key);
+
+// The keysym of a character; NoSymbol if it can't be typed by any key.
+xkb_keysym_t KeysymOf(char32_t character);
+
+}  // namespace quillbox

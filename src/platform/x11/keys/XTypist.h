@@ -1,0 +1,48 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "platform/ports/KeyNotation.h"
+#include "platform/x11/keys/XKeyboardMap.h"
+
+namespace quillbox {
+
+class XKeyConnection;
+class XSpareKeys;
+
+// Turns strokes into presses and releases of keys, with the modifiers that each needs.
+class XTypist {
+ public:
+  XTypist(XKeyConnection& connection, const XKeyboardMap& map, XSpareKeys& spareKeys)
+      : connection_(connection), map_(map), spareKeys_(spareKeys) {}
+
+  // Puts what the keyboard lacks for the first strokes on spare keys, and returns how many strokes can be
+  // typed with that: all of them unless there are too few spare keys. RuntimeError errors::kDeviceError if
+  // there is none at all.
+  std::size_t Prepare(std::span<const KeyStroke> strokes);
+  // Types a stroke that has been prepared. Its modifiers stay down for the next one, as far as that wants
+  // them.
+  void Type(const KeyStroke& stroke);
+  void ReleaseModifiers() { Hold(0); }
+
+ private:
+  std::optional<XKeyboardMap::Place> Find(const KeyStroke& stroke) const;
+  static xkb_keysym_t SpareSymbol(const KeyStroke& stroke);
+  std::uint8_t RealModifiers(std::uint8_t modifiers) const;
+  void Hold(std::uint8_t modifiers);
+
+  XKeyConnection& connection_;
+  const XKeyboardMap& map_;
+  XSpareKeys& spareKeys_;
+  std::uint8_t down_ = 0;  // real modifiers whose keys this object holds down
+};
+
+// Whether there is a keysym for the stroke at all.
+bool CanBeTyped(const KeyStroke& stroke);
+
+}  // namespace quillbox

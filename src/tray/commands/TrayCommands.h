@@ -1,0 +1,36 @@
+#pragma once
+
+#include "clip/ClipPage.h"
+#include "pad/PadPage.h"
+#include "tray/menu/TrayMenu.h"
+
+namespace quillbox {
+
+// What the items of the tray menu do, but for the dialogs and the exit. An entry's item selects its row and
+// runs the page's double click, so that a pick and a double click are one operation.
+class TrayCommands {
+ public:
+  TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage, ClipWatcher& watcher,
+               ClipList& clip, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard);
+
+ private:
+  void mnuShow_Click();
+  void mnuClear_Click();
+  void mnuOnTop_Click();
+  // Item k of the Clip family, and of the Pad family; nothing if there is no such row any more.
+  void UseClipEntry(int k);
+  void UsePadEntry(int k);
+
+  TrayMenu& menu_;
+  MainWindow& window_;
+  ClipPage& clipPage_;
+  PadPage& padPage_;
+  ClipWatcher& watcher_;
+  ClipList& clip_;
+  PadList& pad_;
+  DataFiles& files_;
+  Norvane& settings_;
+  Clipboard& clipboard_;
+};
+
+}  // namespace quillbox

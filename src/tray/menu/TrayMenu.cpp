@@ -1,0 +1,154 @@
+#include "tray/menu/TrayMenu.h"
+
+#include <algorithm>
+
+#include "tray/menu/TrayTip.h"
+
+namespace quillbox {
+
+struct TrayMenu::Limits {
+  long long normal;          // items directly in the menu
+  long long collapsed;       // items in the submenu
+  std::size_t normalLength;  // characters of an item's text
+  std::size_t collapsedLength;
+};
+
+namespace {
+
+void Fill(std::deque<MenuItem>& items, const std::string& name, int count) {
+  for (int k = 1; k <= count; ++k) items.emplace_back(name + std::to_string(k), u"", false);
+}
+
+// The prefixes of the items of one kind. Only the normal Clip entries have a mnemonic.
+enum class Prefix { Mnemonic, Plain, Collapsed };
+
+Text PrefixOf(Prefix kind, int k) {
+  Text prefix = kind == Prefix::Mnemonic ? u"&" : kind == Prefix::Collapsed && k < 10 ? u"  " : u"";
+  prefix.append(Decimal(kind == Prefix::Collapsed ? k : k % 10));
+  return prefix.append(u":  ");
+}
+
+Text Caption(Prefix kind, int k, TextView text, std::size_t limit) {
+  // No character becomes less than one: what lies further behind decides nothing.
+  const Text beautiful = TrayMenu::TextBeautify(text.substr(0, limit + 3));
+  Text caption = PrefixOf(kind, k);
+  // Up to two more stay whole: the dots would make it no shorter.
+  if (beautiful.size() <= limit + 2) return caption.append(beautiful);
+  return caption.append(CutTo(beautiful, limit)).append(u"...");
+}
+
+// Shows item k if it stands for an entry and its number is within the limit; a hidden one keeps its caption.
+// `textOf` gives the entry of k, null if there is none to show.
+template <class TextOf>
+void Build(std::deque<MenuItem>& items, Prefix kind, long long shown, std::size_t length,
+           const TextOf& textOf) {
+  for (int k = 1; k <= static_cast<int>(items.size()); ++k) {
+    MenuItem& item = items[k - 1];
+    const Text* const text = k <= shown ? textOf(k) : nullptr;
+    if (text) item.SetCaption(Caption(kind, k, *text, length));
+    item.SetVisible(text != nullptr);
+  }
+}
+
+}  // namespace
+
+TrayMenu::TrayMenu(ClipList& clip, PadList& pad, SysTray& tray, Norvane& settings, const Text& programName)
+    : mnuBase("mnuBase", u""),
+      mnuShow("mnuShow", u"Show &Quillbox"),
+      mnuClear("mnuClear", u"Clear &ClipBoard"),
+      mnuTrennlinie3("mnuTrennlinie3", u"-", false),
+      mnuClips("mnuClips", u"Clip Entries", false),
+      mnuTrennlinie5("mnuTrennlinie5", u"-", false),
+      mnuPads("mnuPads", u"Pad Entries", false),
+      mnuTrennlinie4("mnuTrennlinie4", u"-"),
+      mnuOnTop("mnuOnTop", u"&Always on Top"),
+      mnuSettings("mnuSettings", u"&Settings..."),
+      mnuTrennlinie("mnuTrennlinie", u"-"),
+      mnuInfo("mnuInfo", u"&Info..."),
+      mnuStartHelp("mnuStartHelp", u"Start&Help..."),
+      mnuTrennlinie2("mnuTrennlinie2", u"-"),
+      mnuEnd("mnuEnd", u"E&xit Quillbox"),
+      clip_(clip),
+      pad_(pad),
+      tray_(tray),
+      settings_(settings),
+      programName_(programName) {
+  Fill(mnuClip, "mnuClip", kNormalItems);
+  Fill(mnuClipSub, "mnuClipSub", kCollapsedItems);
+  Fill(mnuPad, "mnuPad", kNormalItems);
+  Fill(mnuPadSub, "mnuPadSub", kCollapsedItems);
+  mnuOnTop.SetChecked(true);
+  const auto addAll = [](MenuItem& to, std::deque<MenuItem>& items) {
+    for (MenuItem& item : items) to.Add(item);
+  };
+  for (MenuItem* item : {&mnuShow, &mnuClear, &mnuTrennlinie3}) mnuBase.Add(*item);
+  addAll(mnuBase, mnuClip);
+  mnuBase.Add(mnuClips);
+  addAll(mnuClips, mnuClipSub);
+  mnuBase.Add(mnuTrennlinie5);
+  addAll(mnuBase, mnuPad);
+  mnuBase.Add(mnuPads);
+  addAll(mnuPads, mnuPadSub);
+  for (MenuItem* item : {&mnuTrennlinie4, &mnuOnTop, &mnuSettings, &mnuTrennlinie, &mnuInfo, &mnuStartHelp,
+                         &mnuTrennlinie2, &mnuEnd}) {
+    mnuBase.Add(*item);
+  }
+}
+
+Text TrayMenu::TextBeautify(TextView UglyText) {
+  return ReplaceAll(ReplaceAll(ReplaceAll(ReplaceAll(UglyText, u"\r", u"|"), u"\n", u"|"), u"&", u"&&"),
+                    u"\t", u" ");
+}
+
+TrayMenu::Limits TrayMenu::ReadLimits(TextView normal, TextView normalDefault, TextView collapsed,
+                                      TextView collapsedDefault) {
+  const auto count = [&](TextView key, TextView defaultText) {
+    return std::max(0LL, settings_.ReadNumber(section::kIntern, key, defaultText));
+  };
+  const auto length = [&](TextView key) {
+    return static_cast<std::size_t>(std::max(1LL, settings_.ReadNumber(section::kIntern, key, u"30")));
+  };
+  return {count(normal, normalDefault), count(collapsed, collapsedDefault), length(u"MenuEntriesLen"),
+          length(u"MenuEntriesLen2")};
+}
+
+void TrayMenu::AktualisiereContextMnu() {
+  const Limits limits = ReadLimits(u"MenuEntriesMax", u"5", u"MenuEntriesSubMax", u"0");
+  mnuTrennlinie3.SetVisible(limits.normal != 0 || limits.collapsed != 0);
+  mnuClips.SetVisible(limits.collapsed != 0);
+  // The first item shows the clipboard's state, even an empty one.
+  const auto textOf = [&](int k) {
+    const SharedText& text = clip_.ClipEntries(k - 1);
+    return k == 1 || !text.IsEmpty() ? &text.Get() : nullptr;
+  };
+  Build(mnuClip, Prefix::Mnemonic, limits.normal, limits.normalLength, textOf);
+  Build(mnuClipSub, Prefix::Collapsed, limits.collapsed, limits.collapsedLength, textOf);
+  UpdateTip();
+}
+
+void TrayMenu::AktualisiereContextMnu2() {
+  const Limits limits = ReadLimits(u"MenuEntriesMax2", u"0", u"MenuEntriesSubMax2", u"10");
+  const bool any = (limits.normal != 0 || limits.collapsed != 0) && pad_.List1.GetListCount() > 0;
+  mnuTrennlinie5.SetVisible(any);
+  mnuPads.SetVisible(any && limits.collapsed != 0);
+  const auto nameOf = [&](int k) -> const Text* {
+    if (k > pad_.List1.GetListCount()) return nullptr;
+    const SharedText& name = pad_.List1.GetList(k - 1);
+    return name.IsEmpty() ? nullptr : &name.Get();
+  };
+  Build(mnuPad, Prefix::Plain, limits.normal, limits.normalLength, nameOf);
+  Build(mnuPadSub, Prefix::Collapsed, limits.collapsed, limits.collapsedLength, nameOf);
+}
+
+void TrayMenu::UpdateTip() {
+  const long long stored = std::max(0LL, settings_.ReadNumber(section::kIntern, u"TrayTipMode", u"3"));
+  TrayTipMode mode = TrayTipMode::MultiLine;
+  if (stored == 3) {
+    mode = settings_.HasMultiLineTip() ? TrayTipMode::MultiLine : TrayTipMode::SingleLine;
+  } else if (stored < 2) {
+    mode = static_cast<TrayTipMode>(stored);
+  }
+  tray_.ShowTip(ComposeTrayTip(mode, clip_.ClipEntries(0).Get(), programName_));
+}
+
+}  // namespace quillbox
