@@ -2,7 +2,8 @@
 
 #include "calc/CalcDisplay.h"
 #include "platform/forms/CommandButton.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clipboard.h"
+#include "platform/ports/SystemInfo.h"
 
 namespace quillbox {
 

@@ -2,7 +2,7 @@
 
 #include "base/RuntimeError.h"
 #include "platform/forms/TextBox.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/SystemInfo.h"
 
 namespace quillbox {
 

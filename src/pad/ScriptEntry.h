@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/window/MainWindow.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/KeySender.h"
 
 namespace quillbox {
 

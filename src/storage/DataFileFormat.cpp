@@ -1,5 +1,6 @@
 #include "storage/DataFileFormat.h"
 
+#include "base/RuntimeError.h"
 #include "core/settings/Norvane.h"
 
 namespace quillbox {

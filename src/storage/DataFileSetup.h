@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clipboard.h"
 #include "storage/DataFiles.h"
 
 namespace quillbox {

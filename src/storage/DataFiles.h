@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "core/settings/Norvane.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Files.h"
+#include "platform/ports/SystemInfo.h"
 #include "storage/ClipList.h"
 #include "storage/DataFileFormat.h"
 #include "storage/PadList.h"

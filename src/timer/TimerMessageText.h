@@ -3,7 +3,7 @@
 #include "core/settings/Norvane.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/TextBox.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clipboard.h"
 #include "timer/TimerSwitch.h"
 
 namespace quillbox {

@@ -4,7 +4,7 @@
 
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/OptionButton.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clock.h"
 #include "timer/TimerFields.h"
 #include "timer/TimerState.h"
 

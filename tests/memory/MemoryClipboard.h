@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clipboard.h"
 
 namespace quillbox {
 

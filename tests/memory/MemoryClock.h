@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clock.h"
 
 namespace quillbox {
 

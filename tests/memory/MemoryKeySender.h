@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/ports/KeyNotation.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/KeySender.h"
 
 namespace quillbox {
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/MessageBoxes.h"
 
 namespace quillbox {
 

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Registry.h"
 
 namespace quillbox {
 

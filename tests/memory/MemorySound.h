@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Sound.h"
 
 namespace quillbox {
 

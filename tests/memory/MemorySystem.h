@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/SystemInfo.h"
 
 namespace quillbox {
 

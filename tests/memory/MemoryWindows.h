@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/PixelSize.h"
+#include "platform/ports/WindowManager.h"
 
 namespace quillbox {
 

@@ -3,7 +3,8 @@
 #include <concepts>
 
 #include "core/settings/RegEdit.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Registry.h"
+#include "platform/ports/SystemInfo.h"
 
 namespace quillbox {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Registry.h"
 
 namespace quillbox {
 

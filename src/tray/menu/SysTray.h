@@ -2,7 +2,7 @@
 
 #include "core/settings/Norvane.h"
 #include "platform/forms/Form.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/TrayIcon.h"
 
 namespace quillbox {
 

@@ -3,7 +3,7 @@
 #include <limits>
 #include <vector>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/TipSurface.h"
 
 namespace quillbox {
 

@@ -4,7 +4,7 @@
 
 #include "platform/linux/files/DiskSync.h"
 #include "platform/linux/files/SystemCalls.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Files.h"
 
 namespace quillbox {
 

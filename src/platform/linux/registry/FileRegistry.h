@@ -8,7 +8,7 @@
 #include "platform/linux/files/DiskSync.h"
 #include "platform/linux/registry/AutostartFolder.h"
 #include "platform/linux/registry/RegStore.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Registry.h"
 
 namespace quillbox {
 

@@ -3,7 +3,7 @@
 #include <ctime>
 
 #include "platform/linux/system/UserLocale.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/Clock.h"
 
 namespace quillbox {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/linux/system/InstanceLock.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/SystemInfo.h"
 
 namespace quillbox {
 

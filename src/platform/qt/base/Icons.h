@@ -3,7 +3,7 @@
 #include <QIcon>
 #include <string>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/TrayIcon.h"
 
 namespace quillbox {
 

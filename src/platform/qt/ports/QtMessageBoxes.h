@@ -3,7 +3,7 @@
 #include <QPointer>
 #include <vector>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/MessageBoxes.h"
 
 class QMessageBox;
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/Sound.h"
 
 namespace quillbox {
 

@@ -4,7 +4,8 @@
 #include <memory>
 
 #include "base/Text.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/PixelSize.h"
+#include "platform/ports/TipSurface.h"
 
 class QWidget;
 

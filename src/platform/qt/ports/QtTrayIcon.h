@@ -3,7 +3,7 @@
 #include <QSystemTrayIcon>
 #include <memory>
 
-#include "platform/ports/Platform.h"
+#include "platform/ports/TrayIcon.h"
 #include "platform/qt/ports/TrayPresence.h"
 
 class QMenu;

@@ -4,7 +4,8 @@
 #include <memory>
 
 #include "platform/forms/Dispatcher.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/PixelSize.h"
+#include "platform/ports/WindowManager.h"
 #include "platform/qt/ports/TrayMenuView.h"
 
 namespace quillbox {

@@ -5,8 +5,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/ports/Clipboard.h"
 #include "platform/ports/EventLoop.h"
-#include "platform/ports/Platform.h"
 #include "platform/x11/clipboard/XClipboardManagerHandover.h"
 #include "platform/x11/clipboard/XConnection.h"
 #include "platform/x11/clipboard/XSelectionServer.h"

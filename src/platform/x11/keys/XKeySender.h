@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/ports/KeyNotation.h"
-#include "platform/ports/Platform.h"
+#include "platform/ports/KeySender.h"
 #include "platform/x11/keys/XFocus.h"
 #include "platform/x11/keys/XKeyConnection.h"
 #include "platform/x11/keys/XKeyboardState.h"

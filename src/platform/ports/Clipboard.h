@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+
+#include "base/RuntimeError.h"
+#include "base/Text.h"
+
+namespace quillbox {
+
+// A scoped name hides nothing, whatever older compilers say.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+// What happened to the clipboard from outside since the last news.
+enum class ClipboardNews {
+  Text,   // a text has arrived: the next Read gives it
+  Other,  // cleared, content without text, an owner that cannot be read
+};
+#pragma GCC diagnostic pop
+
+// The system clipboard as plain text. Never waits for another program.
+class Clipboard {
+ public:
+  virtual ~Clipboard() = default;
+  // The clipboard's text, empty when it holds anything but text or nothing. Valid until the next call or the
+  // next turn of the event loop. RuntimeError 521 while the clipboard can't be opened: its owner has not
+  // delivered yet. Costs nothing while nothing has changed.
+  virtual TextView Read() = 0;
+  // Both may fail with RuntimeError 521; afterwards Read gives what was set.
+  virtual void Clear() = 0;
+  virtual void Put(TextView text) = 0;
+  // `news` is called on the event loop, never from within Read, Clear or Put.
+  virtual void Listen(std::function<void(ClipboardNews)> news) = 0;
+};
+
+}  // namespace quillbox
