@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/Trace.h"
+
 namespace quillbox {
 
 // A failure that an error trap catches and sorts by its number.
@@ -34,12 +36,16 @@ inline constexpr int kBadIndex = 381;
 inline constexpr int kClipboardBusy = 521;
 }  // namespace errors
 
+// For a trap that goes on as if nothing had happened.
+inline void Swallow(const RuntimeError& error) { Trace({"ignored: ", error.what()}); }
+
 // Runs one statement; a failure of it is ignored.
 template <class Statement>
 void IgnoreFailure(Statement&& statement) {
   try {
     statement();
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& error) {
+    Swallow(error);
   }
 }
 

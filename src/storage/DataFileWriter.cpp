@@ -1,6 +1,8 @@
 // How the lists are saved: one pass over the list, one write.
 #include <algorithm>
 
+#include "base/Trace.h"
+#include "base/Utf8.h"
 #include "storage/DataFileFormat.h"
 #include "storage/DataFileKinds.h"
 #include "storage/DataFiles.h"
@@ -82,8 +84,10 @@ void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
     }
     files_.Write(path, file.Bytes());
     unsaved_.erase(Text(kind.fileName));
+    if (Tracing()) Trace({"saved: ", ToUtf8(path), ", ", std::to_string(file.Bytes().size()), " bytes"});
   } catch (const RuntimeError& error) {
     unsaved_.emplace(kind.fileName);
+    Trace({"not saved: ", error.what()});
     Text text = u"An error (";
     text.append(Decimal(error.Number()))
         .append(

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "base/NumberText.h"
+#include "base/Trace.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 
@@ -23,6 +25,7 @@ void Norvane::WriteSetting(TextView section, TextView key, Text value) {
   regEdit_.RegEditCreateKey(Hive::CurrentUser, where);
   long length = RegEdit::kWholeText;
   regEdit_.RegEditWrite(Hive::CurrentUser, where, key, value, registry::kString, length);
+  if (Tracing()) Trace({"setting: ", ToUtf8(section), "\\", ToUtf8(key)});
 }
 
 long long Norvane::ReadNumber(TextView section, TextView key, TextView defaultText) {

@@ -47,7 +47,8 @@ void Dispatcher::End() {
         posts_.pop_front();
         post();
       }
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+      Swallow(error);
     }
   }
   --depth_;

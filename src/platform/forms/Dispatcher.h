@@ -38,7 +38,8 @@ class Dispatcher {
     ++depth_;
     try {
       handler();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+      Swallow(error);
     }
     End();
   }

@@ -37,7 +37,8 @@ void Timer::Fire() {
     ticking_ = true;
     try {
       Raise(Tick);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+      Swallow(error);
     }
     ticking_ = false;
   });
