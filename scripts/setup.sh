@@ -1,4 +1,5 @@
-# Shared by ./run and ./test: installs what is missing, configures and builds. Sourced by bash.
+# Shared by ./run, ./test, .ci/run and bench/measure: installs what is missing, configures and builds. Sourced by bash.
+# shellcheck shell=bash disable=SC2034
 
 readonly BUILD_PACKAGES=(
   g++ cmake ninja-build ccache pkg-config librsvg2-bin
