@@ -1,8 +1,14 @@
-# The ports' side on X11, without Qt: clipboard and key sender.
 find_package(PkgConfig REQUIRED)
+
+# Keysyms, which X11, Wayland and the portal share.
+pkg_check_modules(XKB REQUIRED IMPORTED_TARGET xkbcommon)
+quillbox_library(quillbox_xkb platform/xkb)
+target_link_libraries(quillbox_xkb PUBLIC quillbox_base PkgConfig::XKB)
+
+# The ports' side on X11, without Qt: clipboard and key sender.
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes xcb-xtest xcb-xkb xkbcommon xkbcommon-x11)
 quillbox_library(quillbox_x11 platform/x11)
-target_link_libraries(quillbox_x11 PUBLIC quillbox_base PkgConfig::XCB)
+target_link_libraries(quillbox_x11 PUBLIC quillbox_base quillbox_xkb PkgConfig::XCB)
 quillbox_precompile(quillbox_x11 <xcb/xcb.h>)
 
 # What a person sees: Qt's side of the ports, and the views.

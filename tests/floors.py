@@ -29,6 +29,7 @@ FLOORS = {
     "platform/linux/files": 10,
     "platform/linux/registry": 10,
     "platform/linux/system": 10,
+    "platform/xkb": 10,
     "platform/x11/clipboard": 10,
     "platform/x11/keys": 10,
     "platform/qt/base": 11,
@@ -41,8 +42,8 @@ FLOORS = {
 }
 OUTERMOST = 10  # from here up: what knows the system, X11 or Qt
 # These know the ports that they are the real side of, and none of the logic.
-OUTSIDE = ("platform/linux", "platform/x11", "platform/wayland")
-SEEN_FROM_OUTSIDE = ("base", "platform/ports")
+OUTSIDE = ("platform/linux", "platform/xkb", "platform/x11", "platform/wayland")
+SEEN_FROM_OUTSIDE = ("base", "platform/ports", "platform/xkb")
 
 STANDARD = set("""
 algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale

@@ -8,6 +8,7 @@
 #include "base/RuntimeError.h"
 #include "platform/x11/keys/XKeyboardMap.h"
 #include "platform/x11/keys/XTypist.h"
+#include "platform/xkb/Keysyms.h"
 
 namespace quillbox {
 namespace {

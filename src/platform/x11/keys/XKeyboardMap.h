@@ -10,16 +10,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/xkb/RealModifiers.h"
+
 namespace quillbox {
 
 class XKeyConnection;
-
-// The real modifiers, as the server numbers them.
-namespace realmodifier {
-inline constexpr std::uint8_t kShift = 1;
-inline constexpr std::uint8_t kLock = 2;
-inline constexpr std::uint8_t kControl = 4;
-}  // namespace realmodifier
 
 // Which keys of the keyboard type what in one group, as the server's map stands at the construction.
 class XKeyboardMap {

@@ -7,19 +7,10 @@
 
 #include "base/RuntimeError.h"
 #include "platform/x11/keys/XKeyConnection.h"
-#include "platform/x11/keys/XKeysyms.h"
 #include "platform/x11/keys/XSpareKeys.h"
+#include "platform/xkb/Keysyms.h"
 
 namespace quillbox {
-namespace {
-
-xkb_keysym_t KeysymOfStroke(const KeyStroke& stroke) {
-  return stroke.special != SpecialKey::None ? KeysymOf(stroke.special) : KeysymOf(stroke.character);
-}
-
-}  // namespace
-
-bool CanBeTyped(const KeyStroke& stroke) { return KeysymOfStroke(stroke) != XKB_KEY_NoSymbol; }
 
 std::optional<XKeyboardMap::Place> XTypist::Find(const KeyStroke& stroke) const {
   if (stroke.special != SpecialKey::None) return map_.FindKeysym(KeysymOf(stroke.special));
@@ -28,7 +19,7 @@ std::optional<XKeyboardMap::Place> XTypist::Find(const KeyStroke& stroke) const 
 
 // A spare key gives the same with and without Shift, so a letter under Shift is put on as the capital.
 xkb_keysym_t XTypist::SpareSymbol(const KeyStroke& stroke) {
-  const xkb_keysym_t keysym = KeysymOfStroke(stroke);
+  const xkb_keysym_t keysym = KeysymOf(stroke);
   return (stroke.modifiers & modifier::kShift) != 0 ? xkb_keysym_to_upper(keysym) : keysym;
 }
 

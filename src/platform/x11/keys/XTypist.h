@@ -42,7 +42,4 @@ class XTypist {
   std::uint8_t down_ = 0;  // real modifiers whose keys this object holds down
 };
 
-// Whether there is a keysym for the stroke at all.
-bool CanBeTyped(const KeyStroke& stroke);
-
 }  // namespace quillbox

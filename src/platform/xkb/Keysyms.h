@@ -12,4 +12,10 @@ xkb_keysym_t KeysymOf(SpecialKey key);
 // The keysym of a character; NoSymbol if it can't be typed by any key.
 xkb_keysym_t KeysymOf(char32_t character);
 
+// The keysym of a stroke, whatever its modifiers.
+xkb_keysym_t KeysymOf(const KeyStroke& stroke);
+
+// Whether there is a keysym for the stroke at all.
+bool CanBeTyped(const KeyStroke& stroke);
+
 }  // namespace quillbox

@@ -1,4 +1,4 @@
-#include "platform/x11/keys/XKeysyms.h"
+#include "platform/xkb/Keysyms.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -69,5 +69,11 @@ xkb_keysym_t KeysymOf(char32_t character) {
   // Some characters have a keysym that types none.
   return xkb_keysym_to_utf32(keysym) == character ? keysym : xkb_keysym_t{XKB_KEY_NoSymbol};
 }
+
+xkb_keysym_t KeysymOf(const KeyStroke& stroke) {
+  return stroke.special != SpecialKey::None ? KeysymOf(stroke.special) : KeysymOf(stroke.character);
+}
+
+bool CanBeTyped(const KeyStroke& stroke) { return KeysymOf(stroke) != XKB_KEY_NoSymbol; }
 
 }  // namespace quillbox
