@@ -5,6 +5,7 @@ readonly BUILD_PACKAGES=(
   g++ cmake ninja-build ccache pkg-config librsvg2-bin
   qt6-base-dev qt6-multimedia-dev qt6-qpa-plugins
   libxcb1-dev libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
+  libwayland-dev libwayland-bin
   libgtest-dev python3
 )
 # A desktop without a screen, and what drives it.

@@ -11,6 +11,29 @@ quillbox_library(quillbox_x11 platform/x11)
 target_link_libraries(quillbox_x11 PUBLIC quillbox_base quillbox_xkb PkgConfig::XCB)
 quillbox_precompile(quillbox_x11 <xcb/xcb.h>)
 
+# The protocols' descriptions as C, which is what the scanner writes.
+pkg_check_modules(WAYLAND REQUIRED IMPORTED_TARGET wayland-client)
+find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
+file(GLOB PROTOCOLS CONFIGURE_DEPENDS platform/wayland/protocols/*.xml)
+set(PROTOCOL_FOLDER ${CMAKE_CURRENT_BINARY_DIR}/protocols)
+file(MAKE_DIRECTORY ${PROTOCOL_FOLDER})
+foreach(protocol ${PROTOCOLS})
+  get_filename_component(name ${protocol} NAME_WE)
+  add_custom_command(OUTPUT ${PROTOCOL_FOLDER}/${name}.c ${PROTOCOL_FOLDER}/${name}.h
+    COMMAND ${WAYLAND_SCANNER} private-code ${protocol} ${PROTOCOL_FOLDER}/${name}.c
+    COMMAND ${WAYLAND_SCANNER} client-header ${protocol} ${PROTOCOL_FOLDER}/${name}.h
+    DEPENDS ${protocol} VERBATIM)
+  list(APPEND PROTOCOL_SOURCES ${PROTOCOL_FOLDER}/${name}.c ${PROTOCOL_FOLDER}/${name}.h)
+endforeach()
+add_library(quillbox_protocols STATIC ${PROTOCOL_SOURCES})
+target_include_directories(quillbox_protocols SYSTEM PUBLIC ${PROTOCOL_FOLDER})
+target_link_libraries(quillbox_protocols PUBLIC PkgConfig::WAYLAND)
+
+# The ports' side on Wayland, without Qt.
+quillbox_library(quillbox_wayland platform/wayland)
+target_link_libraries(quillbox_wayland PUBLIC quillbox_base quillbox_xkb quillbox_protocols)
+quillbox_precompile(quillbox_wayland <wayland-client.h>)
+
 # What a person sees: Qt's side of the ports, and the views.
 find_package(Qt6 REQUIRED COMPONENTS Widgets DBus)
 quillbox_library(quillbox_qt platform/qt/base platform/qt/ports platform/qt/widgets platform/qt/views)
@@ -23,7 +46,7 @@ quillbox_embed_icons(quillbox_qt)
 # The program itself.
 file(GLOB PROGRAM_SOURCES CONFIGURE_DEPENDS platform/qt/*.cpp)
 add_executable(quillbox main.cpp ${PROGRAM_SOURCES})
-target_link_libraries(quillbox PRIVATE quillbox_qt quillbox_x11)
+target_link_libraries(quillbox PRIVATE quillbox_qt quillbox_x11 quillbox_wayland)
 set_target_properties(quillbox PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
 # The sound module, loaded with the first sound. Without Qt's multimedia the program is built all the same and is
