@@ -4,6 +4,7 @@
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Control.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
@@ -26,7 +27,12 @@ class ComboBox : public Control {
     Touch();
     Raise(Click);
   }
-  void PersonChoose(int index);
+  void PersonChoose(int index) {
+    Dispatch().Dispatch([&] {
+      PersonFocus();
+      SetListIndex(index);
+    });
+  }
 
  protected:
   // Opening the list of choices changes nothing.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/RuntimeError.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
@@ -78,6 +79,155 @@ void ListBox::SetSelected(int row, bool selected) {
 void ListBox::SetTopIndex(int row) {
   top_ = std::clamp(row, 0, std::max(0, GetListCount() - 1));
   Touch();
+}
+
+// What a person does with a list: clicks, keys, drags.
+
+void ListBox::ScrollTo(int row) {
+  if (row < top_) SetTopIndex(row);
+  if (row >= top_ + visibleRows_) SetTopIndex(row - visibleRows_ + 1);
+}
+
+bool ListBox::SelectOnly(int first, int last) {
+  bool changed = false;
+  for (int i = 0; i < GetListCount(); ++i) {
+    const bool selected = i >= first && i <= last;
+    changed |= rows_[i].selected != selected;
+    rows_[i].selected = selected;
+  }
+  return changed;
+}
+
+bool ListBox::Take(int row, bool ctrl, bool shift) {
+  bool changed = index_ != row;
+  index_ = row;
+  if (!HasCheckBoxes()) {
+    if (shift) {
+      if (anchor_ < 0) anchor_ = row;
+      changed |= SelectOnly(std::min(anchor_, row), std::max(anchor_, row));
+    } else if (ctrl) {
+      rows_[row].selected = !rows_[row].selected;
+      anchor_ = row;
+      changed = true;
+    } else {
+      changed |= SelectOnly(row, row);
+      anchor_ = row;
+    }
+  }
+  ScrollTo(row);
+  Touch();
+  return changed;
+}
+
+void ListBox::PersonSelect(int row, bool ctrl, bool shift) {
+  Check(row);
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    // The focus handlers may have taken rows away.
+    Check(row);
+    if (Take(row, ctrl, shift)) Raise(Click);
+  });
+}
+
+void ListBox::PersonSelectNone() {
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    bool changed = index_ != -1;
+    index_ = -1;
+    anchor_ = -1;
+    if (!HasCheckBoxes()) changed |= SelectOnly(0, -1);
+    Touch();
+    if (changed) Raise(Click);
+  });
+}
+
+void ListBox::PersonCheck(int row, bool checked) {
+  Check(row);
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    Check(row);
+    if (Take(row, false, false)) Raise(Click);
+    SetSelected(row, checked);
+  });
+}
+
+void ListBox::PersonDoubleClick(int row) {
+  Check(row);
+  Dispatch().Dispatch([&] {
+    PersonSelect(row);
+    Raise(DblClick);
+  });
+}
+
+Text ListBox::PersonStartDrag() {
+  Text data;
+  Dispatch().Dispatch([&] {
+    bool first = true;
+    for (int i = 0; i < GetListCount(); ++i) {
+      if (HasCheckBoxes() ? i != index_ : !rows_[i].selected) continue;
+      if (!first) data += u"\r\n";
+      first = false;
+      data += rows_[i].text.Get();
+    }
+    Raise(OLEStartDrag, data);
+  });
+  return data;
+}
+
+void ListBox::OwnKey(const KeyEvent& key, char16_t) {
+  const int last = GetListCount() - 1;
+  if (last < 0 || key.alt) return;
+  if (key.code == keys::kSpace) {
+    if (index_ < 0) return;
+    if (HasCheckBoxes()) {
+      SetSelected(index_, !rows_[index_].selected);
+    } else if (Take(index_, key.ctrl, key.shift)) {
+      Raise(Click);
+    }
+    return;
+  }
+  const int page = visibleRows_ - 1;
+  int to = 0;
+  switch (key.code) {
+    case keys::kUp:
+    case keys::kLeft:
+      to = index_ - 1;
+      break;
+    case keys::kDown:
+    case keys::kRight:
+      to = index_ + 1;
+      break;
+    case keys::kPageUp:
+      to = index_ - page;
+      break;
+    case keys::kPageDown:
+      to = index_ + page;
+      break;
+    case keys::kHome:
+      to = 0;
+      break;
+    case keys::kEnd:
+      to = last;
+      break;
+    default:
+      return;
+  }
+  if (index_ < 0) {
+    // With Ctrl a key moves the current row, and there is none; else it gets into the list.
+    if (key.ctrl) return;
+    to = key.code == keys::kEnd ? last : 0;
+  }
+  to = std::clamp(to, 0, last);
+  if (key.ctrl) {
+    if (to != index_) {
+      index_ = to;
+      ScrollTo(to);
+      Touch();
+      Raise(Click);
+    }
+  } else if (Take(to, false, key.shift)) {
+    Raise(Click);
+  }
 }
 
 }  // namespace quillbox

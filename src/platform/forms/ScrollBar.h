@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/forms/Control.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
@@ -30,7 +31,12 @@ class ScrollBar : public Control {
     Touch();
     Raise(Change);
   }
-  void PersonScroll(int value);
+  void PersonScroll(int value) {
+    Dispatch().Dispatch([&] {
+      PersonFocus();
+      SetValue(value);
+    });
+  }
 
   Event<> Change;
 

@@ -4,6 +4,7 @@
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Control.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
@@ -25,7 +26,12 @@ class TabControl : public Control {
     Touch();
   }
   // A click on a tab, which moves the focus to the tabs.
-  void PersonTab(int tab);
+  void PersonTab(int tab) {
+    Dispatch().Dispatch([&] {
+      PersonFocus();
+      SetTab(tab);
+    });
+  }
 
  protected:
   void OwnClick() override {}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/forms/Control.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
@@ -16,7 +17,9 @@ class UpDown : public Control {
   Event<> UpClick;
   Event<> DownClick;
 
-  void PersonSpin(bool up);
+  void PersonSpin(bool up) {
+    Dispatch().Dispatch([&] { Raise(up ? UpClick : DownClick); });
+  }
 };
 
 }  // namespace quillbox
