@@ -193,7 +193,7 @@ void ClipPage::Command001_Click() {
   }
   if (AddToPad(text)) {
     pad_.ClearList1();
-    if (EmptyPadText) EmptyPadText();
+    Raise(EmptyPadText);
     ShowStatus(u"Added");
   }
   files_.AktualisiereCle1();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "clip/ClipWatcher.h"
 #include "core/window/MainWindow.h"
 #include "platform/forms/CommandButton.h"
@@ -23,7 +21,7 @@ class ClipPage {
   CommandButton Command003;
 
   // Empties the text field of the Pad page. Given by the owner of that page.
-  std::function<void()> EmptyPadText;
+  Event<> EmptyPadText;
 
   // Puts the current row's entry on the clipboard and at the top. Nothing without a current row or with
   // fewer than two rows.

@@ -21,7 +21,7 @@ ClipWatcher::ClipWatcher(MainWindow& window, ClipList& clip, DataFiles& files, S
   window_.Timer1.IsIdle = [this] { return NothingToDo(); };
   Text0.Change = [this] { Text0_Change(); };
   Label7.DblClick = [this] { Label7_DblClick(); };
-  clipboard_.Listen([this](ClipboardNews news) { window_.Timer1.Wake(news == ClipboardNews::Text); });
+  news_ = clipboard_.Listen([this](ClipboardNews news) { window_.Timer1.Wake(news == ClipboardNews::Text); });
 }
 
 void ClipWatcher::TimerAktion() {
@@ -110,7 +110,7 @@ void ClipWatcher::Text0_Change() {
   IgnoreFailure([&] { clipboard_.Clear(); });
   IgnoreFailure([&] { clipboard_.Put(text.Get()); });
   IgnoreFailure([&] { clip_.ReplaceTop(text); });
-  if (RebuildMenu) RebuildMenu();
+  Raise(RebuildMenu);
   window_.Timer1.SetEnabled(true);
 }
 

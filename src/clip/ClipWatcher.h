@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
 #include "platform/forms/Picture.h"
@@ -33,7 +31,7 @@ class ClipWatcher {
   void RequestBlink() { IconBlinkStep = -1; }
   void ResetBlink() { IconBlinkStep = 0; }
   // Rebuilds the Clip part of the tray menu and the tip.
-  std::function<void()> RebuildMenu;
+  Event<> RebuildMenu;
 
  private:
   void TakeChange(TextView text, bool truncated);
@@ -49,6 +47,7 @@ class ClipWatcher {
   SysTray& tray_;
   Norvane& settings_;
   Clipboard& clipboard_;
+  Hook news_;
   int IconBlinkStep = 0;
 };
 

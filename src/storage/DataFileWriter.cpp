@@ -101,7 +101,7 @@ void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
 }
 
 void DataFiles::AktualisiereCle1() {
-  if (RebuildPadMenu) RebuildPadMenu();
+  Raise(RebuildPadMenu);
   const int rows = pad_.List1.GetListCount();
   Save(kPad, rows, LengthOf(pad_.List1) + LengthOf(pad_.PadEntries, rows), [this, rows](LineWriter& file) {
     const MarkerLines markers(kPad.marker);
@@ -114,7 +114,7 @@ void DataFiles::AktualisiereCle1() {
 }
 
 void DataFiles::AktualisiereCle2() {
-  if (RebuildClipMenu) RebuildClipMenu();
+  Raise(RebuildClipMenu);
   const int rows = clip_.List2.GetListCount();
   Save(kClip, rows, LengthOf(clip_.ClipEntries, rows), [this, rows](LineWriter& file) {
     const MarkerLines markers(kClip.marker);

@@ -21,10 +21,10 @@ class DataFiles {
             SystemInfo& system);
 
   // Shows a message: text, code, title.
-  std::function<int(const Text&, int, const Text&)> MessageBox;
+  Event<const Text&, int, const Text&> MessageBox;
   // Rebuild the list's part of the tray menu; a save runs them first.
-  std::function<void()> RebuildPadMenu;
-  std::function<void()> RebuildClipMenu;
+  Event<> RebuildPadMenu;
+  Event<> RebuildClipMenu;
 
   // Save the Pad-List, the Clip-List, the ToDo-List.
   void AktualisiereCle1();

@@ -34,7 +34,8 @@ TimerPage::TimerPage(MainWindow& window, Norvane& settings, Clipboard& clipboard
   labels_.Label5.Change = [this] { Label5_Change(); };
   switch_.Starting = [this] { CatchUp(); };
   for (TextBox* field : {&fields_.Text14, &fields_.Text16, &fields_.Text17}) {
-    field->Click = field->GotFocus = [this] { switch_.StopTimer(); };
+    field->Click = [this] { switch_.StopTimer(); };
+    field->GotFocus = [this] { switch_.StopTimer(); };
   }
   fields_.Text14.OLEDragDrop = [this](const DragData& data) { Text14_OLEDragDrop(data); };
 }

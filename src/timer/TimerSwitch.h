@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/OptionButton.h"
 #include "platform/ports/Clock.h"
@@ -30,7 +28,7 @@ class TimerSwitch {
   void Command45_Click();
 
   // Called right before the timer begins to run.
-  std::function<void()> Starting;
+  Event<> Starting;
 
  private:
   void Option1_Click();

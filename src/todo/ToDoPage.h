@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
 #include "platform/forms/UpDown.h"
@@ -31,7 +29,7 @@ class ToDoPage {
   // Refresh: deletes the marked rows.
   void Command5_Click();
   // Opens the settings dialog.
-  std::function<void()> OpenSettings;
+  Event<> OpenSettings;
 
  private:
   // The buttons and the field.

@@ -28,7 +28,7 @@ void MemoryClipboard::Put(TextView text) {
 void MemoryClipboard::Change(const Text& text, bool picture, ClipboardNews news) {
   text_ = text;
   picture_ = picture;
-  if (news_) news_(news);
+  Tell(news);
 }
 
 void MemoryClipboard::OtherSets(const Text& text) { Change(text, false, ClipboardNews::Text); }

@@ -12,7 +12,6 @@ class MemoryClipboard : public Clipboard {
   TextView Read() override;
   void Clear() override;
   void Put(TextView text) override;
-  void Listen(std::function<void(ClipboardNews)> news) override { news_ = std::move(news); }
 
   void OtherSets(const Text& text);
   void OtherClears();
@@ -34,7 +33,6 @@ class MemoryClipboard : public Clipboard {
   bool picture_ = false;
   bool locked_ = false;
   int ownWrites_ = 0;
-  std::function<void(ClipboardNews)> news_;
 };
 
 }  // namespace quillbox

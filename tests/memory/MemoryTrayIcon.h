@@ -24,21 +24,19 @@ class MemoryTrayIcon : public TrayIcon {
     image_ = TrayImage::Window;
     tip_.clear();
   }
-  void OnMouse(std::function<void(int)> message) override { message_ = std::move(message); }
 
   bool IsThere() const { return there_; }
   TrayImage Image() const { return image_; }
   const Text& Tip() const { return tip_; }
   // A mouse message on the icon; nothing reaches the program while there is none.
   void Press(int message) {
-    if (there_ && message_) message_(message);
+    if (there_) Tell(message);
   }
 
  private:
   bool there_ = false;
   TrayImage image_ = TrayImage::Window;
   Text tip_;
-  std::function<void(int)> message_;
 };
 
 }  // namespace quillbox

@@ -28,8 +28,6 @@ struct MemoryWorld {
   void ForgetProgram() {
     timers.StopAll();
     windows.Forget();
-    clipboard.Listen({});
-    trayIcon.OnMouse({});
     trayIcon.Delete();
   }
 

@@ -27,7 +27,7 @@ class OneFile : public Files {
 struct Lists {
   Lists(MemoryWorld& world, OneFile& file)
       : settings(world.registry, world.system), files(pad, clip, toDo, settings, file, world.system) {
-    files.MessageBox = [this](const Text&, int, const Text&) { return ++messages; };
+    files.MessageBox = [this](const Text&, int, const Text&) { ++messages; };
   }
 
   Dispatcher dispatcher;

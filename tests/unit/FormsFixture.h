@@ -21,7 +21,7 @@ class FormsFixture : public testing::Test {
     form.SetActivates(false);
     form.Show();
   }
-  Event<> Count() {
+  auto Count() {
     return [this] { ++events; };
   }
   // How many there were since the last call.

@@ -170,6 +170,7 @@ TEST_F(FormsTimers, ATickThatFailsOrStopsItsTimer) {
   };
   timers.Advance(500);
   EXPECT_EQ(Take(), 2) << "a failed tick is followed by the next";
+  timer.Tick = nullptr;
   timer.Tick = [&] {
     ++events;
     timer.SetEnabled(false);

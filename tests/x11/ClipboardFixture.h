@@ -26,8 +26,9 @@ class ClipboardFixture : public testing::Test {
   }
 
   void Open() {
+    listening.Release();
     clipboard = std::make_unique<XClipboard>(loop);
-    clipboard->Listen([this](ClipboardNews each) { news.push_back(each); });
+    listening = clipboard->Listen([this](ClipboardNews each) { news.push_back(each); });
     ASSERT_TRUE(clipboard->Settle(1000));
     news.clear();
   }
@@ -56,6 +57,7 @@ class ClipboardFixture : public testing::Test {
 
   PollEventLoop loop;
   std::unique_ptr<XClipboard> clipboard;
+  Hook listening;
   std::vector<ClipboardNews> news;
 };
 

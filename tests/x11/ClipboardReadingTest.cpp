@@ -84,7 +84,7 @@ TEST_F(ClipboardReading, FindsTheOwnerThatIsThereAtTheStart) {
   loop.RunFor(5);
   XClipboard late(loop);
   bool arrived = false;
-  late.Listen([&](ClipboardNews each) { arrived = each == ClipboardNews::Text; });
+  const Hook hook = late.Listen([&](ClipboardNews each) { arrived = each == ClipboardNews::Text; });
   EXPECT_THROW(late.Read(), RuntimeError);
   ASSERT_TRUE(loop.RunUntil([&] { return arrived; }));
   EXPECT_EQ(late.Read(), u"before");

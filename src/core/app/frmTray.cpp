@@ -64,18 +64,20 @@ void frmTray::Wire() {
     Raise(Ended);
   };
   files.MessageBox = [this](const Text& text, int code, const Text& title) {
-    return window.MessageBox(text, code, title);
+    window.MessageBox(text, code, title);
   };
   files.RebuildClipMenu = [this] { menu.AktualisiereContextMnu(); };
   files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
-  watcher.RebuildMenu = files.RebuildClipMenu;
+  watcher.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
   window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
   window.SaveLists = [this] { SaveLists(); };
   clipPage.EmptyPadText = [this] { padPage.Text101.SetText(u""); };
   toDoPage.OpenSettings = [this] { settingsDialog.Show(); };
   tray.SysTrayMouseEventHandler = [this] { SysTrayMouseEventHandler(); };
-  window.Command47.Click = menu.mnuSettings.Click = [this] { settingsDialog.Show(); };
-  window.Command48.Click = menu.mnuInfo.Click = [this] { about.Show(); };
+  window.Command47.Click = [this] { settingsDialog.Show(); };
+  menu.mnuSettings.Click = [this] { settingsDialog.Show(); };
+  window.Command48.Click = [this] { about.Show(); };
+  menu.mnuInfo.Click = [this] { about.Show(); };
   menu.mnuStartHelp.Click = [this] { startHelp.Show(); };
   menu.mnuEnd.Click = [this] { mnuEnd_Click(); };
 }

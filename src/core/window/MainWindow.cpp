@@ -48,9 +48,9 @@ void MainWindow::Form_Resize() {
 void MainWindow::Command6_Click() {
   if (settings_.IsOn(u"AutoRefresh2", u"2")) {
     Text4.SetText(u"NoShow");
-    if (RefreshToDo) RefreshToDo();
+    Raise(RefreshToDo);
   }
-  if (SaveLists) SaveLists();
+  Raise(SaveLists);
   if (form.GetWindowState() != WindowState::Minimized) {
     settings_.WriteSetting(section::kIntern, u"Top", form.GetTop());
     settings_.WriteSetting(section::kIntern, u"Left", form.GetLeft());

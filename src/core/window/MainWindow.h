@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "core/settings/Norvane.h"
 #include "core/window/OnTop.h"
 #include "platform/forms/CommandButton.h"
@@ -60,8 +58,8 @@ class MainWindow {
   // "Minimize Quillbox": saves all and keeps the position.
   void Command6_Click();
   // Deletes the completed tasks; saves the three lists. Given by the owner of the lists.
-  std::function<void()> RefreshToDo;
-  std::function<void()> SaveLists;
+  Event<> RefreshToDo;
+  Event<> SaveLists;
 
  private:
   void Form_Resize();

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Event.h"
 #include "base/Text.h"
 #include "platform/forms/Keys.h"
 
@@ -13,15 +13,6 @@ namespace quillbox {
 class Dispatcher;
 class Form;
 class TabControl;
-
-// An event: at most one handler, given by the object that owns the rule.
-template <class... Arguments>
-using Event = std::function<void(Arguments...)>;
-
-template <class... Parameters, class... Arguments>
-void Raise(const std::function<void(Parameters...)>& event, Arguments&&... arguments) {
-  if (event) event(std::forward<Arguments>(arguments)...);
-}
 
 // Text that is dragged: nothing if the data has no plain text.
 using DragData = std::optional<Text>;

@@ -113,7 +113,7 @@ void Dispatcher::DropFocus(const Form& form) {
 }
 
 void Dispatcher::Leave(Form& form) {
-  if (OnLeave) OnLeave(form);
+  OnLeave(form);
   DropFocus(form);
   forms_.erase(std::remove(forms_.begin(), forms_.end(), &form), forms_.end());
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Event.h"
 #include "base/RuntimeError.h"
 
 namespace quillbox {
@@ -70,12 +71,10 @@ class Dispatcher {
   void Activate(Form& form);
 
   // Lets the views draw what has changed.
-  void Refresh() {
-    if (OnRefresh) OnRefresh();
-  }
-  std::function<void()> OnRefresh;
+  void Refresh() { OnRefresh(); }
+  Event<> OnRefresh;
   // A form is going away: what shows it must let go of its controls.
-  std::function<void(const Form&)> OnLeave;
+  Event<const Form&> OnLeave;
 
   void UseTimerHost(TimerHost* host) { timerHost_ = host; }
   TimerHost* Timers() const { return timerHost_; }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/Event.h"
 #include "base/Text.h"
 
 namespace quillbox {
@@ -29,10 +29,16 @@ class MenuItem {
   void Add(MenuItem& child) { children_.push_back(&child); }
   const std::vector<MenuItem*>& Children() const { return children_; }
   // The item of that name in this tree, or null.
-  MenuItem* Find(std::string_view name);
+  MenuItem* Find(std::string_view name) {
+    if (name_ == name) return this;
+    for (MenuItem* child : children_) {
+      if (MenuItem* const found = child->Find(name)) return found;
+    }
+    return nullptr;
+  }
 
   // The item's command; none: a pick does nothing.
-  std::function<void()> Click;
+  Event<> Click;
 
  private:
   std::string name_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/forms/Control.h"
 
 namespace quillbox {

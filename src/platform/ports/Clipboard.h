@@ -1,7 +1,8 @@
 #pragma once
 
-#include <functional>
+#include <utility>
 
+#include "base/Event.h"
 #include "base/RuntimeError.h"
 #include "base/Text.h"
 
@@ -28,8 +29,14 @@ class Clipboard {
   // Both may fail with RuntimeError 521; afterwards Read gives what was set.
   virtual void Clear() = 0;
   virtual void Put(TextView text) = 0;
-  // `news` is called on the event loop, never from within Read, Clear or Put.
-  virtual void Listen(std::function<void(ClipboardNews)> news) = 0;
+  // `news` is called on the event loop, never from within Read, Clear or Put, as long as the hook stays.
+  Hook Listen(Event<ClipboardNews>::Handler news) { return news_.Listen(std::move(news)); }
+
+ protected:
+  void Tell(ClipboardNews news) const { news_(news); }
+
+ private:
+  Event<ClipboardNews> news_;
 };
 
 }  // namespace quillbox

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <functional>
+#include <utility>
 
+#include "base/Event.h"
 #include "base/Text.h"
 
 namespace quillbox {
@@ -22,8 +23,15 @@ class TrayIcon {
   virtual void Add(TrayImage image, const Text& tip) = 0;
   virtual void Change(TrayImage image, const Text& tip) = 0;
   virtual void Delete() = 0;
-  // `message` is called with one of the numbers of `mouse` for each press on the icon.
-  virtual void OnMouse(std::function<void(int)> message) = 0;
+  // `message` is called with one of the numbers of `mouse` for each press on the icon, as long as the hook
+  // stays.
+  Hook OnMouse(Event<int>::Handler message) { return mouse_.Listen(std::move(message)); }
+
+ protected:
+  void Tell(int message) const { mouse_(message); }
+
+ private:
+  Event<int> mouse_;
 };
 
 }  // namespace quillbox

@@ -13,7 +13,7 @@ constexpr std::size_t kTipLength = 64;
 
 SysTray::SysTray(TrayIcon& icon, Form& window, Norvane& settings)
     : icon_(icon), window_(window), settings_(settings), TrayTipText(window.GetCaption()) {
-  icon_.OnMouse(
+  mouse_ = icon_.OnMouse(
       [this](int message) { window_.GetDispatcher().Dispatch([&] { SysTrayWindowProc(message); }); });
 }
 
@@ -48,7 +48,7 @@ void SysTray::SysTrayWindowProc(int message) {
   if (!hooked_) return;
   const bool doubleClick = settings_.ClicksToShow == 2;
   if (message == mouse::kRightDown) {
-    if (SysTrayMouseEventHandler) SysTrayMouseEventHandler();
+    Raise(SysTrayMouseEventHandler);
   } else if (message == (doubleClick ? mouse::kLeftDouble : mouse::kLeftDown)) {
     window_.Show();
   }

@@ -12,7 +12,7 @@ class SysTray {
   SysTray(TrayIcon& icon, Form& window, Norvane& settings);
 
   // Opens the tray menu. Given by the owner of the menu.
-  std::function<void()> SysTrayMouseEventHandler;
+  Event<> SysTrayMouseEventHandler;
 
   // While hooked, the icon's messages are answered.
   void SysTrayHook() { hooked_ = true; }
@@ -30,6 +30,7 @@ class SysTray {
   TrayIcon& icon_;
   Form& window_;
   Norvane& settings_;
+  Hook mouse_;
   bool hooked_ = false;
   bool added_ = false;
   Text TrayTipText;

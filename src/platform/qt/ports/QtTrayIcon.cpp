@@ -74,21 +74,20 @@ void QtTrayIcon::Draw() {
 }
 
 void QtTrayIcon::Activated(QSystemTrayIcon::ActivationReason reason) {
-  if (!mouse_) return;
   switch (reason) {
     case QSystemTrayIcon::Context:
       // A host of this kind opens the menu by itself.
-      if (kind_ == TrayPresence::Kind::XEmbed || !icon_->contextMenu()) mouse_(mouse::kRightDown);
+      if (kind_ == TrayPresence::Kind::XEmbed || !icon_->contextMenu()) Tell(mouse::kRightDown);
       break;
     case QSystemTrayIcon::DoubleClick:
       lastActivation_ = 0;
-      mouse_(mouse::kLeftDouble);
+      Tell(mouse::kLeftDouble);
       break;
     case QSystemTrayIcon::Trigger: {
       const qint64 now = QDateTime::currentMSecsSinceEpoch();
       const bool second = now - lastActivation_ < QApplication::doubleClickInterval();
       lastActivation_ = second ? 0 : now;
-      mouse_(second && kind_ == TrayPresence::Kind::StatusNotifier ? mouse::kLeftDouble : mouse::kLeftDown);
+      Tell(second && kind_ == TrayPresence::Kind::StatusNotifier ? mouse::kLeftDouble : mouse::kLeftDown);
       break;
     }
     default:

@@ -22,7 +22,6 @@ class QtTrayIcon : public TrayIcon {
   void Add(TrayImage image, const Text& tip) override;
   void Change(TrayImage image, const Text& tip) override;
   void Delete() override;
-  void OnMouse(std::function<void(int)> message) override { mouse_ = std::move(message); }
 
   // Whether a person can see the icon now.
   bool Reachable() const;
@@ -39,7 +38,6 @@ class QtTrayIcon : public TrayIcon {
   TrayPresence& presence_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   TrayPresence::Kind kind_ = TrayPresence::Kind::None;
-  std::function<void(int)> mouse_;
   bool wanted_ = false;
   TrayImage image_ = TrayImage::Window;
   TrayImage drawnImage_ = TrayImage::Window;

@@ -256,9 +256,7 @@ void XClipboard::SetText(Text text) {
   if (large) malloc_trim(0);
 }
 
-void XClipboard::Report(ClipboardNews news) {
-  if (news_) news_(news);
-}
+void XClipboard::Report(ClipboardNews news) { Tell(news); }
 
 void XClipboard::OnConnectionLost() {
   transfer_.reset();

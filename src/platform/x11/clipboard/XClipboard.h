@@ -28,7 +28,6 @@ class XClipboard final : public Clipboard {
   TextView Read() override;
   void Clear() override;
   void Put(TextView text) override;
-  void Listen(std::function<void(ClipboardNews)> news) override { news_ = std::move(news); }
 
   // `lost` is called once, on the event loop, when the X server has gone away.
   void OnLost(std::function<void()> lost) { lost_ = std::move(lost); }
@@ -84,7 +83,6 @@ class XClipboard final : public Clipboard {
   XSelectionServer server_;
   std::unique_ptr<XTransfer> transfer_;
   std::unique_ptr<XClipboardManagerHandover> handover_;
-  std::function<void(ClipboardNews)> news_;
   std::function<void()> lost_;
   std::shared_ptr<const Text> text_;  // never null
   State state_ = State::Starting;
