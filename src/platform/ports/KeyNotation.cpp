@@ -216,6 +216,12 @@ class Parser {
 
 }  // namespace
 
+bool MayMoveFocus(const KeyStroke& stroke) {
+  return (stroke.modifiers & (modifier::kControl | modifier::kAlt)) != 0 ||
+         stroke.special == SpecialKey::Escape || stroke.special == SpecialKey::Help ||
+         stroke.special >= SpecialKey::F1;
+}
+
 std::vector<KeyStroke> ParseKeys(TextView keys) { return Parser(keys).Run(); }
 
 }  // namespace quillbox

@@ -88,6 +88,9 @@ struct KeyStroke {
   friend bool operator==(const KeyStroke&, const KeyStroke&) = default;
 };
 
+// Whether a stroke's effect may be another window with the focus, which the next stroke is meant for.
+bool MayMoveFocus(const KeyStroke& stroke);
+
 // The most strokes that one string may give.
 inline constexpr std::size_t kMaxKeyStrokes = 1'000'000;
 

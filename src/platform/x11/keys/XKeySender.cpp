@@ -30,13 +30,6 @@ constexpr int kEffectBudget = 2000;  // of a whole string
 constexpr std::size_t kStrokesPerSync = 16;
 constexpr milliseconds kLongestStop{5};  // of the program's own events
 
-// A stroke whose effect may be another window with the focus, which the next stroke is meant for.
-bool IsCommand(const KeyStroke& stroke) {
-  return (stroke.modifiers & (modifier::kControl | modifier::kAlt)) != 0 ||
-         stroke.special == SpecialKey::Escape || stroke.special == SpecialKey::Help ||
-         stroke.special >= SpecialKey::F1;
-}
-
 }  // namespace
 
 // Everything that must be undone once typing has begun, however it ends.
@@ -147,7 +140,7 @@ bool XKeySender::TypeRound(XTypist& typist, std::span<const KeyStroke> strokes) 
   for (std::size_t i = 0; i < strokes.size(); ++i) {
     typist.Type(strokes[i]);
     const bool last = i + 1 == strokes.size();
-    const bool effect = !last && IsCommand(strokes[i]) && !strokes[i + 1].joined;
+    const bool effect = !last && MayMoveFocus(strokes[i]) && !strokes[i + 1].joined;
     if (effect) WaitForEffect(typist);
     if (!effect && !last && (i + 1) % kStrokesPerSync != 0) continue;
     if (!FocusIsRight(typist) && !last) return false;
