@@ -1,31 +1,49 @@
 #include "console/Console.h"
 
+#include <utility>
+
 #include "base/Utf8.h"
+#include "console/ConsoleError.h"
 #include "console/Escaping.h"
 #include "console/Verbs.h"
 
 namespace quillbox {
 
-Console::Console(ProgramFactory factory) : session_(std::move(factory)) {
-  AddStartVerbs(verbs_, session_);
-  AddClipboardVerbs(verbs_, session_);
-  AddRegistryVerbs(verbs_, session_);
-  AddPropertyVerbs(verbs_, session_);
-  AddInputVerbs(verbs_, session_);
-  AddListVerbs(verbs_, session_);
-  AddTrayVerbs(verbs_, session_);
-  AddRecordVerbs(verbs_, session_);
-  AddTipVerbs(verbs_, session_);
+Console::Console(ProgramFactory factory) : factory_(std::move(factory)) { Begin(); }
+
+void Console::Begin() {
+  scene_.reset();
+  scene_ = std::make_unique<Scene>(factory_);
+  VerbTable& verbs = scene_->verbs;
+  Session& session = scene_->session;
+  AddStartVerbs(verbs, session);
+  AddClipboardVerbs(verbs, session);
+  AddRegistryVerbs(verbs, session);
+  AddPropertyVerbs(verbs, session);
+  AddInputVerbs(verbs, session);
+  AddListVerbs(verbs, session);
+  AddTrayVerbs(verbs, session);
+  AddRecordVerbs(verbs, session);
+  AddTipVerbs(verbs, session);
+  AddMeanwhileVerbs(verbs, session, [this](std::string_view line) { return Answer(line); });
+  // The world goes when its own verb is done with.
+  verbs.Add("anew", 0, [this](const Arguments&, class Answer&) {
+    if (depth_ > 1) throw ConsoleError("not within another request");
+    renew_ = true;
+  });
 }
 
 std::string Console::Answer(std::string_view line) {
   std::string answer;
+  ++depth_;
   try {
-    answer = verbs_.Run(ReadRequest(line));
+    answer = scene_->verbs.Run(ReadRequest(line));
   } catch (const std::exception& failure) {
     answer = "error\t" + Escape(FromUtf8(failure.what()));
   }
-  session_.Settle();
+  --depth_;
+  if (std::exchange(renew_, false)) Begin();
+  scene_->session.Settle();
   return answer;
 }
 

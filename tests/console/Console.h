@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,11 +21,22 @@ class Console {
   // line feed: `ok` and values, or `error` and a message. Never throws, whatever the line holds.
   std::string Answer(std::string_view line);
 
-  MemoryWorld& World() { return session_.world; }
+  MemoryWorld& World() { return scene_->session.world; }
 
  private:
-  Session session_;
-  VerbTable verbs_;
+  // A world with all that is done in it.
+  struct Scene {
+    explicit Scene(ProgramFactory factory) : session(std::move(factory)) {}
+    Session session;
+    VerbTable verbs;
+  };
+  // A fresh one.
+  void Begin();
+
+  const ProgramFactory factory_;
+  std::unique_ptr<Scene> scene_;
+  int depth_ = 0;  // of requests within one another
+  bool renew_ = false;
 };
 
 }  // namespace quillbox

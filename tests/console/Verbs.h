@@ -1,5 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 #include "console/Session.h"
 #include "console/VerbTable.h"
 
@@ -21,5 +25,8 @@ void AddTrayVerbs(VerbTable& table, Session& session);
 void AddRecordVerbs(VerbTable& table, Session& session);
 // Tips of controls.
 void AddTipVerbs(VerbTable& table, Session& session);
+// What is done while a message box stands open or keys are sent; `answerTo` carries a request out.
+void AddMeanwhileVerbs(VerbTable& table, Session& session,
+                       std::function<std::string(std::string_view)> answerTo);
 
 }  // namespace quillbox
