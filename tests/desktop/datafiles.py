@@ -1,22 +1,36 @@
-"""Reads the program's data files, as another program would."""
+"""Reads and writes the program's data files, as another program would."""
 import pathlib
 
 M = "\u00bd" * 5
 END = {"Clip": "CLIP", "Pad": "PAD", "ToDo": "TODO"}
+UTF8 = b"\xef\xbb\xbf"
+# The five bytes without a character in the code page stand for themselves.
+CHARACTERS = {byte: bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256)}
+BYTES = {ord(character): byte for byte, character in CHARACTERS.items()}
 
 
 def decode(content):
     """A file with a character beyond the code page is UTF-8 behind its mark, else Windows-1252."""
-    if content.startswith(b"\xef\xbb\xbf"):
-        return content[3:].decode("utf-8")
-    # The five bytes without a character in the code page stand for themselves.
-    return "".join(bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in content)
+    if content.startswith(UTF8):
+        return content[3:].decode("utf-8", "replace")
+    return content.decode("latin-1").translate(CHARACTERS)
+
+
+def write(path, found):
+    """The opposite of `entries`."""
+    path = pathlib.Path(path)
+    kind = END[path.name.replace("Data.qbx", "")]
+    texts = "".join(f"{M} [{kind} ENTRY {number}] {M}\r\n{text}\r\n" for number, text in enumerate(found))
+    text = f"{M} [{kind} ENTRY FILE 4.31, DO NOT EDIT] {M}\r\n{texts}{M} [{kind} ENTRY FILE END] {M}\r\n"
+    path.parent.mkdir(exist_ok=True)
+    narrow = all(ord(character) in BYTES for character in text)
+    path.write_bytes(text.translate(BYTES).encode("latin-1") if narrow else UTF8 + text.encode())
 
 
 def entries(path):
     """The entries of a data file, each as its text with line ends as they stand; None if it is not whole."""
     path = pathlib.Path(path)
-    kind = END[path.name.removesuffix("Data.qbx")]
+    kind = END[path.name.replace("Data.qbx", "")]
     try:
         text = decode(path.read_bytes())
     except FileNotFoundError:
@@ -25,17 +39,19 @@ def entries(path):
     head, mark, rest = text.partition("\r\n")
     if not head.startswith(f"{M} [{kind} ENTRY FILE ") or not rest.endswith(end) or not mark:
         return None
-    rest = rest.removesuffix(end)
+    rest = rest[:-len(end)]
     found = []
     while rest:
         marker = f"{M} [{kind} ENTRY {len(found)}] {M}\r\n"
         if not rest.startswith(marker):
             return None
-        rest = rest.removeprefix(marker)
+        rest = rest[len(marker):]
         following = f"\r\n{M} [{kind} ENTRY {len(found) + 1}] {M}\r\n"
         at = rest.find(following)
         if at < 0:
-            entry, rest = rest.removesuffix("\r\n"), ""
+            if not rest.endswith("\r\n"):
+                return None
+            entry, rest = rest[:-2], ""
         else:
             entry, rest = rest[:at], rest[at + 2:]
         found.append(entry)
