@@ -24,6 +24,7 @@ Steps beside the requests:
   store CLIP A _ B                a data file: _ is a blank text; PAD name=TEXT; TODO text, or text* if marked
   write PAD bytes                 a file as it is, each character a byte; also Templates/PAD, user2/PAD, any/name
   block PAD, unblock PAD          it can't be written from now on; it stands there as before
+  press 12 + 5 =                  the calculator's keys by their captions, digits one by one
   during box/keys STEP            done while the next message box is open, or the next keys are sent
 What can be looked at:
   Text0, Command2.Enabled, frmAbout.Label2, frmTray.Left, mnuOnTop, mnuOnTop.Checked
@@ -62,6 +63,11 @@ ON_CONTROLS = set("click dblclick focus settext type key select dblrow check spi
 OF_FORMS = set("Visible WindowState Left Top Topmost Loaded Caption".split())
 FILES = {"PAD": "PadData.qbx", "CLIP": "ClipData.qbx", "TODO": "ToDoData.qbx"}
 STORED = "Software\\Norvane\\Quillbox\\user\\"
+KEYS = {caption: f"Command{number}" for number, caption in {
+    7: "sin", 8: "cos", 9: "CE", **{10 + digit: str(digit) for digit in range(10)}, 20: ",", 21: "+/-", 22: "<", 23: "+",
+    24: "-", 25: "x", 26: "÷", 27: "=", 28: "tan", 29: "asin", 30: "Sqrt", 31: "Pi", 32: "%", 33: "x^2", 34: "x^y",
+    35: "M", 36: "e^x", 37: "ln", 38: "MR", 39: "MC", 40: "1/x", 41: "acos", 44: "atan", 49: "copy", 50: "paste",
+    "u1": "cm>in", "u2": "in>cm", "u3": "g>oz", "u4": "oz>g", "u5": "kg>lb", "u6": "lb>kg"}.items()}
 ESCAPES = {"\n": "n", "\r": "r", "\t": "t", "\\": "\\"}
 ESCAPED = {letter: sign for sign, letter in ESCAPES.items()}
 
@@ -214,6 +220,11 @@ class Body:
         for text in texts:
             self.do("settext", "frmTray.Text1", text)
             self.do("click", "frmTray.Command2")
+
+    def press(self, *keys):
+        for key in keys:
+            for each in [key] if key in KEYS else key:
+                self.do("click", "frmTray." + KEYS[each])
 
     # What is seen: values.
 
@@ -381,6 +392,8 @@ class Rules:
             raise Failure(f'is "{escape(seen)}", wanted "{escape(wanted)}"')
 
     def step(self, words):
+        if words[0] == "press":
+            return self.body.press(*words[1:])
         if "=" in words:
             return self.look(words[:words.index("=")], words[words.index("=") + 1:])
         if words[0] == "during":
