@@ -43,10 +43,16 @@ quillbox_precompile(quillbox_qt <QLabel> <QPainter> <QApplication> <QTimer>)
 include(${PROJECT_SOURCE_DIR}/cmake/Icons.cmake)
 quillbox_embed_icons(quillbox_qt)
 
+# Keys through the desktop's portal. Its answers are D-Bus signals, which Qt hands to declared slots only.
+quillbox_library(quillbox_portal platform/qt/portal)
+set_target_properties(quillbox_portal PROPERTIES AUTOMOC ON)
+target_link_libraries(quillbox_portal PUBLIC quillbox_linux quillbox_xkb Qt6::Core Qt6::DBus)
+target_compile_definitions(quillbox_portal PUBLIC QT_NO_KEYWORDS)
+
 # The program itself.
 file(GLOB PROGRAM_SOURCES CONFIGURE_DEPENDS platform/qt/*.cpp)
 add_executable(quillbox main.cpp ${PROGRAM_SOURCES})
-target_link_libraries(quillbox PRIVATE quillbox_qt quillbox_x11 quillbox_wayland)
+target_link_libraries(quillbox PRIVATE quillbox_qt quillbox_x11 quillbox_wayland quillbox_portal)
 set_target_properties(quillbox PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
 # The sound module, loaded with the first sound. Without Qt's multimedia the program is built all the same and is

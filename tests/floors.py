@@ -35,6 +35,7 @@ FLOORS = {
     "platform/x11/keys": 10,
     "platform/qt/base": 11,
     "platform/qt/ports": 12,
+    "platform/qt/portal": 12,
     "platform/qt/sound": 12,
     "platform/qt/widgets": 13,
     "platform/qt/views": 14,

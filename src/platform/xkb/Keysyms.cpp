@@ -2,6 +2,10 @@
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include <algorithm>
+
+#include "base/RuntimeError.h"
+
 namespace quillbox {
 
 xkb_keysym_t KeysymOf(SpecialKey key) {
@@ -74,6 +78,13 @@ xkb_keysym_t KeysymOf(const KeyStroke& stroke) {
   return stroke.special != SpecialKey::None ? KeysymOf(stroke.special) : KeysymOf(stroke.character);
 }
 
-bool CanBeTyped(const KeyStroke& stroke) { return KeysymOf(stroke) != XKB_KEY_NoSymbol; }
+std::vector<KeyStroke> ParseTypeableKeys(TextView keys) {
+  std::vector<KeyStroke> strokes = ParseKeys(keys);
+  if (std::any_of(strokes.begin(), strokes.end(),
+                  [](const KeyStroke& stroke) { return KeysymOf(stroke) == XKB_KEY_NoSymbol; })) {
+    throw RuntimeError(errors::kBadCall, "The key string has a character that no key can type.");
+  }
+  return strokes;
+}
 
 }  // namespace quillbox

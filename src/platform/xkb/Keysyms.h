@@ -2,6 +2,8 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <vector>
+
 #include "platform/ports/KeyNotation.h"
 
 namespace quillbox {
@@ -15,7 +17,7 @@ xkb_keysym_t KeysymOf(char32_t character);
 // The keysym of a stroke, whatever its modifiers.
 xkb_keysym_t KeysymOf(const KeyStroke& stroke);
 
-// Whether there is a keysym for the stroke at all.
-bool CanBeTyped(const KeyStroke& stroke);
+// As ParseKeys, and errors::kBadCall for a character that no key can type.
+std::vector<KeyStroke> ParseTypeableKeys(TextView keys);
 
 }  // namespace quillbox

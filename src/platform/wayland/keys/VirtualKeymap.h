@@ -25,7 +25,7 @@ class VirtualKeymap {
     std::uint8_t modifiers = 0;  // real modifiers that must be down, those of the stroke not counted
   };
 
-  // Each stroke has a keysym (CanBeTyped).
+  // Each stroke has a keysym.
   explicit VirtualKeymap(std::span<const KeyStroke> strokes);
 
   // In the format XKB_KEYMAP_FORMAT_TEXT_V1; understood by X11's own compiler too.

@@ -43,7 +43,6 @@ class WaylandKeySender : public KeySender {
                std::span<const KeyStroke> strokes);
 
   Options options_;
-  bool sending_ = false;
 };
 
 }  // namespace quillbox

@@ -74,10 +74,7 @@ void XKeySender::RecoverMapping() {
 }
 
 void XKeySender::Send(const Text& keys) {
-  const std::vector<KeyStroke> strokes = ParseKeys(keys);
-  if (!std::all_of(strokes.begin(), strokes.end(), CanBeTyped)) {
-    throw RuntimeError(errors::kBadCall, "The key string has a character that no key can type.");
-  }
+  const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
   if (strokes.empty()) return;
   if (sending_) throw RuntimeError(errors::kPermission, "Another key string is being typed.");
   if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "There is no X server to send keys to.");
