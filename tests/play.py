@@ -20,12 +20,13 @@ BODY is quillbox-console or quillbox-window; -k plays only the cases whose title
 a form is the main window's. A row, or a case without rows, fails if it checks nothing, and if nobody looked at a box.
 Steps beside the requests:
   clips ABC, pads abc, tasks abc  a person's entries, from the top: a letter each, or a word each if there are several;
-                                  a pad's text is its name in capitals
+                                  1..9 stands for nine words; a pad's text is its name in capitals
   store CLIP A _ B                a data file: _ is a blank text; PAD name=TEXT; TODO text, or text* if marked
   write PAD bytes                 a file as it is, each character a byte; also Templates/PAD, user2/PAD, any/name
   block PAD, unblock PAD          it can't be written from now on; it stands there as before
   press 12 + 5 =                  the calculator's keys by their captions, digits one by one
   during box/keys STEP            done while the next message box is open, or the next keys are sent
+  seen                            whatever is looked at "since the last look" begins here
 What can be looked at:
   Text0, Command2.Enabled, frmAbout.Label2, frmTray.Left, mnuOnTop, mnuOnTop.Checked
                                   text, value or rows; a property; a form is shown, hidden, minimized, maximized or
@@ -122,6 +123,12 @@ def qualified(words):
     return words
 
 
+def numbered(words):
+    ends = [re.match(r"(\d+)\.\.(\d+)$", word) for word in words]
+    return [each for end, word in zip(ends, words)
+            for each in (map(str, range(int(end[1]), int(end[2]) + 1)) if end else [word])]
+
+
 class Body:
     """A process of the body, and its world."""
 
@@ -184,8 +191,12 @@ class Body:
 
     # Steps that no request is for.
 
+    def seen(self):
+        for what in ("writes:PAD", "writes:CLIP", "writes:TODO", "clip.writes", "boxes", "keys", "sounds"):
+            self.see(what)
+
     def store(self, name, *entries):
-        kind, texts = name.rpartition("/")[2], [unescape("" if entry == "_" else entry) for entry in entries]
+        kind, texts = name.rpartition("/")[2], [unescape("" if entry == "_" else entry) for entry in numbered(entries)]
         if kind == "PAD":
             texts = [text.replace("=", "\r\n", 1) for text in texts]
         elif kind == "TODO":
@@ -402,8 +413,9 @@ class Rules:
             return None
         refused, words = words[0] == "!", list(map(unquote, words[words[0] == "!":]))
         if words[0] in ("clips", "pads", "tasks"):
-            return getattr(self.body, words[0])(*(words[1:] if len(words) != 2 else words[1]))
-        if words[0] in ("store", "write", "block", "unblock"):
+            entries = numbered(words[1:])
+            return getattr(self.body, words[0])(*(entries if len(entries) != 1 else entries[0]))
+        if words[0] in ("seen", "store", "write", "block", "unblock"):
             return getattr(self.body, words[0])(*words[1:])
         ok, values = self.body.answer(*qualified(words))
         self.checks += refused
