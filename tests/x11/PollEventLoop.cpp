@@ -28,13 +28,15 @@ bool PollEventLoop::RunUntil(const std::function<bool()>& done, int milliseconds
 void PollEventLoop::ServeDescriptors(int waitMs) {
   std::vector<pollfd> descriptors;
   for (const auto& [fd, readable] : watches_) descriptors.push_back({fd, POLLIN, 0});
+  for (const auto& [fd, writable] : writableWatches_) descriptors.push_back({fd, POLLOUT, 0});
   poll(descriptors.data(), descriptors.size(), waitMs);
   for (const pollfd& each : descriptors) {
-    const auto watch = watches_.find(each.fd);
-    if (!each.revents || watch == watches_.end()) continue;
+    const auto& watches = each.events == POLLIN ? watches_ : writableWatches_;
+    const auto watch = watches.find(each.fd);
+    if (!each.revents || watch == watches.end()) continue;
     ++wakeups_;
-    const auto readable = watch->second;
-    readable();
+    const auto call = watch->second;
+    call();
   }
 }
 

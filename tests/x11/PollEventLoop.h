@@ -14,6 +14,8 @@ class PollEventLoop final : public EventLoop {
  public:
   void Watch(int fd, std::function<void()> readable) override { watches_[fd] = std::move(readable); }
   void Unwatch(int fd) override { watches_.erase(fd); }
+  void WatchWritable(int fd, std::function<void()> call) override { writableWatches_[fd] = std::move(call); }
+  void UnwatchWritable(int fd) override { writableWatches_.erase(fd); }
   TimerId StartTimer(int milliseconds, std::function<void()> due) override;
   void CancelTimer(TimerId timer) override { timers_.erase(timer); }
 
@@ -29,7 +31,7 @@ class PollEventLoop final : public EventLoop {
   int Wakeups() const { return wakeups_; }  // descriptors and timers served so far
   std::size_t Timers() const { return timers_.size(); }
   bool Watches(int fd) const { return watches_.count(fd) != 0; }
-  std::size_t WatchCount() const { return watches_.size(); }
+  std::size_t WatchCount() const { return watches_.size() + writableWatches_.size(); }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -41,7 +43,7 @@ class PollEventLoop final : public EventLoop {
   void ServeDescriptors(int waitMs);
   void ServeTimers();
 
-  std::map<int, std::function<void()>> watches_;
+  std::map<int, std::function<void()>> watches_, writableWatches_;
   std::map<TimerId, Timer> timers_;
   std::map<void*, std::function<void()>> before_;
   TimerId nextTimer_ = 1;

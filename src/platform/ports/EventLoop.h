@@ -12,6 +12,10 @@ class EventLoop {
   // Calls `readable` whenever `fd` can be read, until Unwatch. One watch a descriptor.
   virtual void Watch(int fd, std::function<void()> readable) = 0;
   virtual void Unwatch(int fd) = 0;
+  // Calls `writable` whenever `fd` takes something in, or nobody is left who would, until UnwatchWritable.
+  // Has nothing to do with Watch.
+  virtual void WatchWritable(int fd, std::function<void()> writable) = 0;
+  virtual void UnwatchWritable(int fd) = 0;
   // Calls `due` once after `milliseconds`, unless it is cancelled before.
   virtual TimerId StartTimer(int milliseconds, std::function<void()> due) = 0;
   virtual void CancelTimer(TimerId timer) = 0;

@@ -5,17 +5,29 @@
 namespace quillbox {
 
 void QtEventLoop::Watch(int fd, std::function<void()> readable) {
-  Held<QSocketNotifier> notifier(new QSocketNotifier(fd, QSocketNotifier::Read));
-  QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
-                   [call = std::move(readable)] { call(); });
-  watches_[fd] = std::move(notifier);
+  Add(watches_, fd, QSocketNotifier::Read, std::move(readable));
 }
 
-void QtEventLoop::Unwatch(int fd) {
-  const auto found = watches_.find(fd);
-  if (found == watches_.end()) return;
+void QtEventLoop::Unwatch(int fd) { Remove(watches_, fd); }
+
+void QtEventLoop::WatchWritable(int fd, std::function<void()> writable) {
+  Add(writableWatches_, fd, QSocketNotifier::Write, std::move(writable));
+}
+
+void QtEventLoop::UnwatchWritable(int fd) { Remove(writableWatches_, fd); }
+
+void QtEventLoop::Add(Watches& watches, int fd, QSocketNotifier::Type type, std::function<void()> call) {
+  Held<QSocketNotifier> notifier(new QSocketNotifier(fd, type));
+  QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
+                   [call = std::move(call)] { call(); });
+  watches[fd] = std::move(notifier);
+}
+
+void QtEventLoop::Remove(Watches& watches, int fd) {
+  const auto found = watches.find(fd);
+  if (found == watches.end()) return;
   found->second->setEnabled(false);
-  watches_.erase(found);
+  watches.erase(found);
 }
 
 EventLoop::TimerId QtEventLoop::StartTimer(int milliseconds, std::function<void()> due) {

@@ -14,6 +14,8 @@ class QtEventLoop : public EventLoop {
  public:
   void Watch(int fd, std::function<void()> readable) override;
   void Unwatch(int fd) override;
+  void WatchWritable(int fd, std::function<void()> writable) override;
+  void UnwatchWritable(int fd) override;
   TimerId StartTimer(int milliseconds, std::function<void()> due) override;
   void CancelTimer(TimerId timer) override;
   // Lets the program live on for a time, from within a handler that has to wait.
@@ -27,7 +29,12 @@ class QtEventLoop : public EventLoop {
   template <class T>
   using Held = std::unique_ptr<T, LaterDeleter>;
 
-  std::map<int, Held<QSocketNotifier>> watches_;
+  using Watches = std::map<int, Held<QSocketNotifier>>;
+
+  static void Add(Watches& watches, int fd, QSocketNotifier::Type type, std::function<void()> call);
+  static void Remove(Watches& watches, int fd);
+
+  Watches watches_, writableWatches_;
   std::map<TimerId, Held<QTimer>> timers_;
   TimerId lastTimer_ = 0;
 };
