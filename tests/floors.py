@@ -30,6 +30,7 @@ FLOORS = {
     "platform/linux/registry": 10,
     "platform/linux/system": 10,
     "platform/xkb": 10,
+    "platform/wayland/clipboard": 10,
     "platform/wayland/keys": 10,
     "platform/x11/clipboard": 10,
     "platform/x11/keys": 10,

@@ -1,0 +1,275 @@
+#include "wayland/TestCompositor.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
+
+#include "ext-data-control-v1-server.h"
+
+namespace quillbox::test {
+
+namespace {
+
+template <class T>
+T& Of(wl_resource* resource) {
+  return *static_cast<T*>(wl_resource_get_user_data(resource));
+}
+
+void Destroy(wl_client*, wl_resource* resource) { wl_resource_destroy(resource); }
+
+// An offer that a client was told of: that of the selection of that number.
+struct OfferNumber {
+  TestCompositor* compositor;
+  int number;
+};
+
+const struct ext_data_control_offer_v1_interface kOfferRequests = {
+    .receive =
+        [](wl_client*, wl_resource* resource, const char* type, int fd) {
+          const OfferNumber& offer = Of<OfferNumber>(resource);
+          offer.compositor->Receive(offer.number, type, fd);
+        },
+    .destroy = Destroy,
+};
+
+const struct ext_data_control_source_v1_interface kSourceRequests = {
+    .offer = [](wl_client*, wl_resource* source,
+                const char* type) { Of<TestCompositor>(source).sources[source].push_back(type); },
+    .destroy = Destroy,
+};
+
+const struct ext_data_control_device_v1_interface kDeviceRequests = {
+    .set_selection = [](wl_client*, wl_resource* device,
+                        wl_resource* source) { Of<TestCompositor>(device).SetSource(source); },
+    .destroy = Destroy,
+    .set_primary_selection = [](wl_client*, wl_resource*, wl_resource*) {},
+};
+
+const struct ext_data_control_manager_v1_interface kManagerRequests = {
+    .create_data_source =
+        [](wl_client* client, wl_resource* manager, std::uint32_t id) {
+          wl_resource* const source =
+              wl_resource_create(client, &ext_data_control_source_v1_interface, 1, id);
+          wl_resource_set_implementation(
+              source, &kSourceRequests, &Of<TestCompositor>(manager),
+              [](wl_resource* gone) { Of<TestCompositor>(gone).SourceGone(gone); });
+        },
+    .get_data_device =
+        [](wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource*) {
+          wl_resource* const device =
+              wl_resource_create(client, &ext_data_control_device_v1_interface, 1, id);
+          wl_resource_set_implementation(
+              device, &kDeviceRequests, &Of<TestCompositor>(manager),
+              [](wl_resource* gone) { std::erase(Of<TestCompositor>(gone).devices, gone); });
+          Of<TestCompositor>(manager).AddDevice(device);
+        },
+    .destroy = Destroy,
+};
+
+void BindManager(wl_client* client, void* compositor, std::uint32_t version, std::uint32_t id) {
+  wl_resource* const manager =
+      wl_resource_create(client, &ext_data_control_manager_v1_interface, static_cast<int>(version), id);
+  wl_resource_set_implementation(manager, &kManagerRequests, compositor, nullptr);
+}
+
+void BindSeat(wl_client* client, void*, std::uint32_t version, std::uint32_t id) {
+  wl_resource* const seat = wl_resource_create(client, &wl_seat_interface, static_cast<int>(version), id);
+  wl_resource_set_implementation(seat, nullptr, nullptr, nullptr);
+}
+
+std::string FreshSocket() {
+  static int number = 0;
+  const std::string name = "quillbox-" + std::to_string(getpid()) + "-" + std::to_string(++number);
+  return std::filesystem::temp_directory_path() / name;
+}
+
+// Runs beside everything, as another program would.
+void InAThread(std::function<void()> work) { std::thread(std::move(work)).detach(); }
+
+}  // namespace
+
+Giving Gives(std::string bytes) {
+  return [bytes = std::move(bytes)](int fd) {
+    InAThread([bytes, fd] {
+      for (std::size_t at = 0; at < bytes.size();) {
+        const ssize_t written = write(fd, bytes.data() + at, bytes.size() - at);
+        if (written < 0) break;
+        at += static_cast<std::size_t>(written);
+      }
+      close(fd);
+    });
+  };
+}
+
+Giving Trickles(std::string piece) {
+  return [piece = std::move(piece)](int fd) {
+    InAThread([piece, fd] {
+      while (write(fd, piece.data(), piece.size()) > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      close(fd);
+    });
+  };
+}
+
+Giving Refuses() {
+  return [](int fd) { close(fd); };
+}
+
+Giving NeverWrites() {
+  return [](int fd) {
+    InAThread([fd] {
+      pollfd readerGone{fd, 0, 0};
+      poll(&readerGone, 1, 60000);
+      close(fd);
+    });
+  };
+}
+
+TestCompositor::TestCompositor(Options options)
+    : socket_(options.socket.empty() ? FreshSocket() : options.socket),
+      tellsOfNobody_(options.tellsOfNobody),
+      display_(wl_display_create()),
+      wake_(eventfd(0, EFD_CLOEXEC)) {
+  unlink(socket_.c_str());
+  // The library's own sockets lie in XDG_RUNTIME_DIR; a full path is taken as it is.
+  if (wl_display_add_socket(display_, socket_.c_str()) != 0) throw std::runtime_error("no socket");
+  wl_global_create(display_, &wl_seat_interface, 1, nullptr, BindSeat);
+  interfaces_.reserve(options.managers.size());
+  for (const std::string& name : options.managers) {
+    interfaces_.push_back(ext_data_control_manager_v1_interface);
+    interfaces_.back().name = name == "ext_data_control_manager_v1" ? "ext_data_control_manager_v1"
+                                                                    : "zwlr_data_control_manager_v1";
+    wl_global_create(display_, &interfaces_.back(), 1, this, BindManager);
+  }
+  workSource_ = wl_event_loop_add_fd(
+      wl_display_get_event_loop(display_), wake_, WL_EVENT_READABLE,
+      [](int fd, std::uint32_t, void* data) {
+        TestCompositor& self = *static_cast<TestCompositor*>(data);
+        std::uint64_t count = 0;
+        if (read(fd, &count, sizeof count) != sizeof count) return 0;
+        self.work_();
+        wl_display_flush_clients(self.display_);
+        self.working_ = false;
+        self.working_.notify_all();
+        return 0;
+      },
+      this);
+  // Signals of a broken pipe stay with the threads that write, and with those that they start.
+  sigset_t pipe, before;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &pipe, &before);
+  thread_ = std::thread([this] { wl_display_run(display_); });
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+TestCompositor::~TestCompositor() {
+  Do([this] { wl_display_terminate(display_); });
+  thread_.join();
+  wl_event_source_remove(workSource_);
+  wl_display_destroy_clients(display_);
+  wl_display_destroy(display_);
+  close(wake_);
+}
+
+void TestCompositor::Do(const std::function<void()>& work) {
+  work_ = work;
+  working_ = true;
+  const std::uint64_t one = 1;
+  if (write(wake_, &one, sizeof one) != sizeof one) throw std::runtime_error("no wake-up");
+  working_.wait(true);
+}
+
+void TestCompositor::Own(Offer offer) {
+  Do([&] { SetSelection({.offer = std::move(offer)}); });
+}
+
+void TestCompositor::OwnNothing() {
+  Do([&] { SetSelection({}); });
+}
+
+void TestCompositor::SetSelection(Selection selection) {
+  wl_resource* const old = std::exchange(selection_, std::move(selection)).source;
+  selection_.number = ++selections_;
+  if (old && old != selection_.source) ext_data_control_source_v1_send_cancelled(old);
+  for (wl_resource* const device : devices) Send(device);
+}
+
+void TestCompositor::Send(wl_resource* device) {
+  if (!selection_.Any()) return ext_data_control_device_v1_send_selection(device, nullptr);
+  wl_resource* const offer =
+      wl_resource_create(wl_resource_get_client(device), &ext_data_control_offer_v1_interface, 1, 0);
+  wl_resource_set_implementation(offer, &kOfferRequests, new OfferNumber{this, selection_.number},
+                                 [](wl_resource* gone) { delete &Of<OfferNumber>(gone); });
+  ext_data_control_device_v1_send_data_offer(device, offer);
+  for (const auto& [type, giving] : selection_.offer)
+    ext_data_control_offer_v1_send_offer(offer, type.c_str());
+  if (selection_.source)
+    for (const std::string& type : sources[selection_.source])
+      ext_data_control_offer_v1_send_offer(offer, type.c_str());
+  ext_data_control_device_v1_send_selection(device, offer);
+}
+
+void TestCompositor::AddDevice(wl_resource* device) {
+  devices.push_back(device);
+  if (selection_.Any() || tellsOfNobody_) Send(device);
+}
+
+void TestCompositor::SetSource(wl_resource* source) { SetSelection({.source = source}); }
+
+void TestCompositor::SourceGone(wl_resource* source) {
+  if (selection_.source == source) {
+    selection_.source = nullptr;
+    SetSelection({});
+  }
+  sources.erase(source);
+}
+
+void TestCompositor::Receive(int selection, const std::string& type, int fd) {
+  ++asked_;
+  const auto giving = selection_.offer.find(type);
+  if (selection == selection_.number && selection_.source) {
+    ext_data_control_source_v1_send_send(selection_.source, type.c_str(), fd);
+  } else if (selection == selection_.number && giving != selection_.offer.end()) {
+    const Giving give = giving->second;  // the owner may end in it
+    return give(fd);
+  }
+  close(fd);
+}
+
+int TestCompositor::Paste(const std::string& type) {
+  int ends[2] = {-1, -1};
+  Do([&] {
+    if (!selection_.source) return;
+    const std::vector<std::string>& types = sources[selection_.source];
+    if (std::find(types.begin(), types.end(), type) == types.end() || pipe(ends) != 0) return;
+    fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    ext_data_control_source_v1_send_send(selection_.source, type.c_str(), ends[1]);
+    close(ends[1]);
+  });
+  return ends[0];
+}
+
+std::vector<std::string> TestCompositor::Offered() {
+  std::vector<std::string> types;
+  Do([&] {
+    if (selection_.source) types = sources[selection_.source];
+  });
+  return types;
+}
+
+void TestCompositor::Finish() {
+  Do([&] {
+    for (wl_resource* const device : devices) ext_data_control_device_v1_send_finished(device);
+  });
+}
+
+}  // namespace quillbox::test

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <wayland-server.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace quillbox::test {
+
+// What an owner does when it is asked for a type. The descriptor is its own; it runs in the compositor's
+// thread.
+using Giving = std::function<void(int fd)>;
+Giving Gives(std::string bytes);     // whole, in a thread of its own, unless the reader goes away
+Giving Trickles(std::string piece);  // one piece after the other, without an end
+Giving Refuses();                    // closes at once
+Giving NeverWrites();                // holds the descriptor until its reader has gone
+
+// A compositor with nothing but a clipboard, in a thread of its own. Its owners are made up by the test; what
+// clients offer can be pasted.
+class TestCompositor {
+ public:
+  struct Options {
+    std::vector<std::string> managers = {"ext_data_control_manager_v1"};
+    bool tellsOfNobody = true;  // a new client, that the clipboard is empty
+    std::string socket = {};    // a name of its own if empty
+  };
+  using Offer = std::map<std::string, Giving>;  // by type
+
+  TestCompositor() : TestCompositor(Options{}) {}
+  explicit TestCompositor(Options options);
+  // All connections break off, without a word.
+  ~TestCompositor();
+  TestCompositor(const TestCompositor&) = delete;
+  TestCompositor& operator=(const TestCompositor&) = delete;
+
+  const std::string& Socket() const { return socket_; }
+  // Carries work out in the compositor's thread; returns when it is done.
+  void Do(const std::function<void()>& work);
+
+  // Somebody, or nobody, takes the clipboard.
+  void Own(Offer offer);
+  void OwnText(const std::string& text) { Own({{"text/plain;charset=utf-8", Gives(text)}}); }
+  void OwnNothing();
+  void OwnerDies() { SetSelection({}); }  // the same from within what the owner does
+  // Somebody pastes what a client offers: the reading end of the pipe, -1 if no client offers this type.
+  int Paste(const std::string& type);
+  // The types of the client that is the owner; nothing if none is.
+  std::vector<std::string> Offered();
+  // Every clipboard becomes unusable.
+  void Finish();
+  int Asked() const { return asked_; }  // how often a client has asked for a type
+
+  // For the protocol's requests.
+  struct Selection {
+    int number = 0;
+    Offer offer = {};               // of the test's own, or
+    wl_resource* source = nullptr;  // a client's
+    bool Any() const { return source || !offer.empty(); }
+  };
+  void AddDevice(wl_resource* device);
+  void SetSource(wl_resource* source);
+  void Receive(int selection, const std::string& type, int fd);
+  void SourceGone(wl_resource* source);
+  std::map<wl_resource*, std::vector<std::string>> sources;
+  std::vector<wl_resource*> devices;
+
+ private:
+  void SetSelection(Selection selection);
+  void Send(wl_resource* device);
+
+  std::string socket_;
+  bool tellsOfNobody_;
+  wl_display* display_;
+  std::vector<wl_interface> interfaces_;
+  Selection selection_;
+  int selections_ = 0;
+  std::atomic<int> asked_ = 0;
+  int wake_;  // an eventfd: there is work
+  wl_event_source* workSource_;
+  std::function<void()> work_;
+  std::atomic<bool> working_ = false;
+  std::thread thread_;
+};
+
+}  // namespace quillbox::test
