@@ -93,7 +93,7 @@ def unescape(text):
 def unquote(word):
     """A word as it goes to the body: without quotes, but with its escapes."""
     if '"' in word:
-        word = re.sub(rf'\\.|{QUOTED}', lambda part: part[0].strip('"').replace('\\"', '"') if part[0][0] == '"' else
+        word = re.sub(rf'\\.|{QUOTED}', lambda part: part[0][1:-1].replace('\\"', '"') if part[0][0] == '"' else
                       '"' if part[0] == '\\"' else part[0], word)
     return re.sub(r"<([^<>*]+)\*(\d+)>", lambda part: part[1] * int(part[2]), word)
 
