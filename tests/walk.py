@@ -156,9 +156,13 @@ class Hand:
             self.random.randint(int(match[1]), int(match[2])) if match[2] else self.below(int(match[1]))), pattern)
         return [self.text() if word == "@" else word.replace("_", " ") for word in pattern.split(" ")]
 
+    def do(self, patterns):
+        for pattern in patterns.split(" ; "):
+            self.want(*self.expand(pattern))
+
     def hand(self, patterns):
-        for request in self.one(*patterns).split(" ; "):
-            self.may(*self.expand(request))
+        for pattern in self.one(*patterns).split(" ; "):
+            self.may(*self.expand(pattern))
 
     def text(self):
         if self.chance(1):
@@ -227,8 +231,8 @@ SETTINGS = (
     "settext frmSettings.Text{1|2|3} {5|8||101|x|-4}", "settext frmSettings.Text{4|4a|5|5a|6|7|8} {0|3|10|26|1E400|}",
     "scroll frmSettings.VScroll{1|2|3|4|4a|5|5a|6|7} -#12", "choose frmSettings.Combo1 #3",
     "click frmSettings.{Check|Option}#1-4", "click frmSettings.Check#5-8", "click frmSettings.Command4")
-LEAVE = (("pick", "mnuShow"), ("tab", "frmTray.SSTab1", "4"), ("focus", TODO), ("tab", "frmTray.SSTab1", "0"),
-         ("focus", "frmTray.Text0"), ("focus", "frmTray.Command6"))
+LEAVE = (f"pick mnuShow ; tab frmTray.SSTab1 4 ; focus {TODO} ; tab frmTray.SSTab1 0 ; focus frmTray.Text0 ; "
+         "focus frmTray.Command6")
 
 
 class Program(Hand):
@@ -252,8 +256,7 @@ class Program(Hand):
             self.want("clip.set", "CLIP 0")
         self.want("start")
         if not largest:
-            for request in (("pick", "mnuShow"), ("pick", "mnuClear"), ("click", "frmTray.Command6")):
-                self.want(*request)
+            self.do("pick mnuShow ; pick mnuClear ; click frmTray.Command6")
         self.before = self.look()
         self.number, self.compared = 0, {}
 
@@ -320,8 +323,7 @@ class Program(Hand):
             self.path(file + ".before").rename(self.path(file))
         self.fall_behind(sorted(self.obstructed))
         self.obstructed.clear()
-        for request in ("reg.deny HKCU 0", "reg.deny HKLM 0", "keys.fail 0", "clip.lock 0"):
-            self.want(*request.split())
+        self.do("reg.deny HKCU 0 ; reg.deny HKLM 0 ; keys.fail 0 ; clip.lock 0")
 
     def break_files(self):
         file = self.one(*FILES)
@@ -382,8 +384,7 @@ class Program(Hand):
                 continue
             is_right, state = self.compare(file, now)
             if not is_right and not left and file != "PadData.qbx":
-                for request in LEAVE:  # what is edited, cut or marked is saved when the field or the list is left
-                    self.want(*request)
+                self.do(LEAVE)  # what is edited, cut or marked is saved when the field or the list is left
                 now, left = self.look(), True
                 is_right, state = self.compare(file, now)
             self.wants(file, is_right, now, state[1:], self.path(file).read_bytes()[:3000])
@@ -402,8 +403,7 @@ class Program(Hand):
 
     def check_top(self):
         """With the clipboard free and a tick gone the top row is what stands on it."""
-        self.want("clip.lock", "0")
-        self.want("advance", "250")
+        self.do("clip.lock 0 ; advance 250")
         self.armed_before = self.armed
         self.check((1, 0, 0))
         if self.came:  # behind what the tick has read
@@ -449,8 +449,7 @@ class Tasks(Hand):
         self.begin()
 
     def begin(self):
-        for request in ("start", "tray.mouse 513", "tab frmTray.SSTab1 4"):
-            self.want(*request.split())
+        self.do("start ; tray.mouse 513 ; tab frmTray.SSTab1 4")
         self.index, self.pending = -1, False
 
     def text(self):
@@ -533,10 +532,9 @@ class Tasks(Hand):
 
     def limit(self):
         self.maximum = 2 + self.below(7)
-        for request in ("click frmTray.Command47", "tab frmSettings.SSTab1 1",
-                        f"settext frmSettings.Text3 {self.maximum + 1}", "click frmSettings.Command1",
-                        f"focus {TODO}", "focus frmTray.Text1"):  # the file keeps what is cut until the next save
-            self.want(*request.split())
+        # The file keeps what is cut until the next save.
+        self.do(f"click frmTray.Command47 ; tab frmSettings.SSTab1 1 ; settext frmSettings.Text3 {self.maximum + 1} ; "
+                f"click frmSettings.Command1 ; focus {TODO} ; focus frmTray.Text1")
         del self.tasks[self.maximum + 1:]
         self.index, self.pending = -1, False
 
@@ -576,13 +574,11 @@ class Calc(Hand):
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.separator = self.one(".", ",")
-        for request in (f"separator {self.separator}", "start", "tray.mouse 513", "tab frmTray.SSTab1 2"):
-            self.want(*request.split())
+        self.do(f"separator {self.one('.', ',')} ; start ; tray.mouse 513 ; tab frmTray.SSTab1 2")
         self.shown = "0"
 
     def make_step(self):
-        key, must = "", False
+        key = ""
         choice = self.below(10)
         if choice == 0:
             self.hand(("click frmTray.Label#9-11", "clip.set {17,25|-1E-7_x}", "drop frmTray.Text7 {3E150|x|12,5}"))

@@ -92,6 +92,9 @@ TEST_F(FileRegistryTest, TheFirstWriteMakesTheFile) {
             "\"Left\"=\"120\"\r\n");
   EXPECT_EQ(ModeOf(UserFile()), 0600U);
   EXPECT_EQ(ModeOf(folder_.Path("config/quillbox")), 0700U);
+  const std::string before = ContentOf(UserFile());
+  EXPECT_TRUE(Put(kUser, u"Software\\Other", u"x", "1"));
+  EXPECT_EQ(ContentOf(UserFile()), before + "\r\n[HKEY_CURRENT_USER\\Software\\Other]\r\n\"x\"=\"1\"\r\n");
 }
 
 TEST_F(FileRegistryTest, EveryValueComesBack) {

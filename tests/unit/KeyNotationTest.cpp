@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <random>
 
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
@@ -149,35 +148,6 @@ TEST(KeyNotation, DeepNestingIsNoProblem) {
   const Text close(200000, u')');
   EXPECT_EQ(TryParse(open + u"a" + close), Strokes{Char(U'a')});
   EXPECT_EQ(TryParse(open + u"a"), std::nullopt);
-}
-
-// Whatever the signs, a string is read whole or fails; two readable strings behind each other are read as
-// each alone.
-TEST(KeyNotation, RandomStrings) {
-  std::mt19937 random(4711);
-  const std::vector<Text> pieces{u"+",   u"^",  u"%",  u"~", u"(", u")",           u"{",   u"}",
-                                 u"[",   u" ",  u"3",  u"0", u"a", u"END",         u"{F5", u"{x 2}",
-                                 u"{+}", u"\n", u"\t", u"é", u"😀", Text(1, 0xD83D)};
-  const auto draw = [&] {
-    Text keys;
-    for (auto length = random() % 7; length > 0; --length) keys += pieces[random() % pieces.size()];
-    return keys;
-  };
-  int read = 0;
-  int joined = 0;
-  for (int round = 0; round < 200000; ++round) {
-    const Text first = draw();
-    const Text second = draw();
-    auto one = TryParse(first);
-    const auto two = TryParse(second);
-    if (one) ++read;
-    if (!one || !two) continue;
-    ++joined;
-    one->insert(one->end(), two->begin(), two->end());
-    ASSERT_EQ(TryParse(first + second), one) << ToUtf8(first) << " | " << ToUtf8(second);
-  }
-  EXPECT_GT(read, 20000);
-  EXPECT_GT(joined, 5000);
 }
 
 }  // namespace

@@ -7,32 +7,6 @@
 namespace quillbox {
 namespace {
 
-// A text with every kind of unit, runs of ASCII of all lengths around the block size among them.
-Text RandomText(std::mt19937& random) {
-  Text text;
-  const std::size_t pieces = random() % 12;
-  for (std::size_t i = 0; i < pieces; ++i) {
-    switch (random() % 5) {
-      case 0:
-        text.append(random() % 40, static_cast<char16_t>(random() % 0x80));
-        break;
-      case 1:
-        text.push_back(static_cast<char16_t>(0x80 + random() % 0x780));
-        break;
-      case 2:
-        text.push_back(static_cast<char16_t>(0x800 + random() % 0xD000));
-        break;
-      case 3:
-        text.push_back(static_cast<char16_t>(0xD800 + random() % 0x800));
-        break;
-      default:
-        text.push_back(static_cast<char16_t>(0xD800 + random() % 0x400));
-        text.push_back(static_cast<char16_t>(0xDC00 + random() % 0x400));
-    }
-  }
-  return text;
-}
-
 TEST(Utf8, EdgesOfEachLengthOfSequence) {
   const std::pair<Text, std::string> cases[] = {
       {u"", ""},
@@ -83,17 +57,6 @@ TEST(Utf8, LoneSurrogatesAreReplacedOrKept) {
   EXPECT_EQ(ToLosslessUtf8(text), "a\xED\xA0\x80z\xED\xB0\x80\xED\xBF\xBF\xED\xAF\xBF");
   EXPECT_EQ(FromLosslessUtf8(ToLosslessUtf8(text)), text);
   EXPECT_EQ(FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
-}
-
-TEST(Utf8, RandomTextsComeBack) {
-  std::mt19937 random(20240607);
-  for (int i = 0; i < 20000; ++i) {
-    const Text text = RandomText(random);
-    ASSERT_EQ(FromLosslessUtf8(ToLosslessUtf8(text)), text);
-    const Text valid = FromUtf8(ToUtf8(text));
-    ASSERT_EQ(valid.size(), text.size());
-    ASSERT_EQ(FromUtf8(ToUtf8(valid)), valid);
-  }
 }
 
 // What is read from any bytes can be written, and reads the same again.
