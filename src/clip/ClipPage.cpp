@@ -1,8 +1,10 @@
 #include "clip/ClipPage.h"
 
+#include "base/NumberText.h"
+#include "clip/UrlCut.h"
 #include "core/window/DeleteKey.h"
-#include "core/window/PollPause.h"
 #include "pad/PadRoom.h"
+#include "storage/ListRows.h"
 
 namespace quillbox {
 
@@ -25,7 +27,10 @@ Text TipOf(TextView entry) {
 
 ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, PadList& pad, DataFiles& files,
                    Norvane& settings, Clipboard& clipboard)
-    : Command000(window.On(Page::Clip), "Command000", u"Clear Board ", u"Clear the current clipboard entry"),
+    : Text0(window.On(Page::Clip), "Text0", TextBox::Lines::Many),
+      status(window.On(Page::Clip), "Label7", "Line4", "Line5", u"Length of Clip-List entry"),
+      Label7(status.GetLabel()),
+      Command000(window.On(Page::Clip), "Command000", u"Clear Board ", u"Clear the current clipboard entry"),
       Command001(window.On(Page::Clip), "Command001", u"Add to Pad",
                  u"Add the selected Clip-List entry to the Pad-List"),
       Command003(window.On(Page::Clip), "Command003", u"Delete Entry",
@@ -43,13 +48,19 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
   clip_.List2.KeyDown = [this](KeyEvent& key) { List2_KeyDown(key); };
   clip_.List2.KeyUp = [this](KeyEvent& key) { List2_KeyUp(key); };
   clip_.List2.OLEDragDrop = [this](const DragData& data) { List2_OLEDragDrop(data); };
-  watcher_.Label7.Change = [this] { Label7_Change(); };
-  watcher_.Text0.GotFocus = [this] { Text0_GotFocus(); };
-  watcher_.Text0.LostFocus = [this] { Text0_LostFocus(); };
+  Label7.Change = [this] { Label7_Change(); };
+  Label7.DblClick = [this] { Label7_DblClick(); };
+  Text0.Change = [this] { Text0_Change(); };
+  Text0.GotFocus = [this] { Text0_GotFocus(); };
+  Text0.LostFocus = [this] { Text0_LostFocus(); };
   Command000.Click = [this] { Command000_Click(); };
   Command001.Click = [this] { Command001_Click(); };
   Command003.Click = [this] { Command003_Click(); };
-  const auto hideStatus = [this] { watcher_.status.Hide(); };
+  watcher_.Arrived = [this](const SharedText& text) { Text0.SetText(text); };
+  watcher_.Saved = [this] {
+    if (CutUrlGrade() > 1) Label7_DblClick();
+  };
+  const auto hideStatus = [this] { status.Hide(); };
   clip_.List2.LostFocus = hideStatus;
   Command000.LostFocus = hideStatus;
   Command001.LostFocus = hideStatus;
@@ -57,60 +68,58 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
 }
 
 void ClipPage::ShowLength(std::size_t length) {
-  watcher_.status.WriteLength(length);
+  status.WriteLength(length);
   Label7_Change();
-  watcher_.status.Show();
-}
-
-void ClipPage::ShowStatus(const Text& word) {
-  watcher_.status.Write(word);
-  watcher_.status.Show();
+  status.Show();
 }
 
 void ClipPage::List2_Click() {
-  int selected = 0;
+  const std::vector<int> selected = SelectedRows(clip_.List2);
+  if (selected.empty()) return List2_GotFocus();
   std::size_t length = 0;
-  for (int i = 0; i < clip_.List2.GetListCount(); ++i) {
-    if (!clip_.List2.GetSelected(i)) continue;
-    ++selected;
-    length += clip_.ClipEntries(i).Length();
-  }
-  if (selected > 0) {
-    Command001.SetEnabled(selected == 1);
-    ShowLength(length);
-  } else {
-    List2_GotFocus();
-  }
+  for (const int row : selected) length += clip_.ClipEntries(row).Length();
+  Command001.SetEnabled(selected.size() == 1);
+  ShowLength(length);
 }
 
 void ClipPage::List2_GotFocus() {
-  if (HasCurrentRow()) {
+  if (HasCurrentRow(clip_.List2)) {
     ShowLength(clip_.ClipEntries(clip_.List2.GetListIndex()).Length());
   } else {
-    watcher_.status.Hide();
+    status.Hide();
   }
 }
 
 void ClipPage::Label7_Change() {
-  watcher_.Label7.SetToolTipText(HasCurrentRow() ? TipOf(clip_.ClipEntries(clip_.List2.GetListIndex()).Get())
-                                                 : Text());
+  Label7.SetToolTipText(
+      HasCurrentRow(clip_.List2) ? TipOf(clip_.ClipEntries(clip_.List2.GetListIndex()).Get()) : Text());
+}
+
+void ClipPage::Label7_DblClick() {
+  if (CutUrlGrade() > 0) Text0.SetText(CutUrlPart(Text0.GetText()));
+}
+
+double ClipPage::CutUrlGrade() {
+  return GetNumberFromText(settings_.ReadSetting(section::kIntern, u"CutURL", u"0"));
 }
 
 void ClipPage::List2_DblClick() {
-  const PollPause pause(window_.Timer1);
-  if (clip_.List2.GetListCount() < 2 || !HasCurrentRow()) return;
+  PollPause pause(window_.poll);
+  if (clip_.List2.GetListCount() < 2 || !HasCurrentRow(clip_.List2)) return;
   const int row = clip_.List2.GetListIndex();
   const SharedText text = clip_.ClipEntries(row);
   // First the clipboard: while it can't be opened the list stays as it is.
   PutOnClipboard(text);
   if (settings_.ReadSetting(section::kIntern, u"Insert", u"2") == u"2") {
     clip_.DeleteEntry2(row);
+    // For the tick this is a change like any other.
+    pause.End();
     watcher_.TimerAktion();
   } else {
     ExchangeWithTop(row, text);
   }
   SelectTopRow();
-  watcher_.Text0.SetText(clip_.ClipEntries(0));
+  Text0.SetText(clip_.ClipEntries(0));
   window_.MinimizeIfSet();
   files_.AktualisiereCle2();
 }
@@ -156,33 +165,44 @@ void ClipPage::List2_KeyUp(const KeyEvent& key) {
 
 void ClipPage::List2_OLEDragDrop(const DragData& data) {
   {
-    const PollPause pause(window_.Timer1);
+    const PollPause pause(window_.poll);
     if (data) clipboard_.Put(*data);
   }
   clip_.ClearList2();
 }
 
-void ClipPage::ClearCurrentEntry() {
+void ClipPage::ClearTop() {
   clipboard_.Clear();
-  watcher_.Text0.SetText(u"");
+  Text0.SetText(u"");
   clip_.ReplaceTop(SharedText());
+  window_.MinimizeIfSet();
 }
 
-void ClipPage::Command000_Click() {
-  {
-    const PollPause pause(window_.Timer1);
-    ClearCurrentEntry();
-    window_.FocusKeepingStatus(watcher_.Text0);
-    window_.MinimizeIfSet();
-    watcher_.RequestBlink();
-  }
-  clip_.ClearList2();
-  ShowStatus(u"Cleared");
+void ClipPage::ClearCurrentEntry() {
+  const PollPause pause(window_.poll);
+  ClearTop();
+  watcher_.RequestBlink();
+}
+
+void ClipPage::SayCleared() {
+  status.Show(u"Cleared");
   files_.AktualisiereCle2();
 }
 
+void ClipPage::ClearBoard() {
+  ClearCurrentEntry();
+  SayCleared();
+}
+
+void ClipPage::Command000_Click() {
+  ClearCurrentEntry();
+  window_.FocusKeepingStatus(Text0);
+  clip_.ClearList2();
+  SayCleared();
+}
+
 void ClipPage::Command001_Click() {
-  if (!HasCurrentRow()) {
+  if (!HasCurrentRow(clip_.List2)) {
     window_.MessageBox(u"You haven't selected any entries to add.", 64, u"No entries selected");
     return;
   }
@@ -191,47 +211,26 @@ void ClipPage::Command001_Click() {
     window_.MessageBox(u"The entry you've selected doesn't contain any data.", 64, u"No Data");
     return;
   }
-  if (AddToPad(text)) {
+  if (AddToPad(window_, pad_, settings_, text)) {
     pad_.ClearList1();
     Raise(EmptyPadText);
-    ShowStatus(u"Added");
+    status.Show(u"Added");
   }
   files_.AktualisiereCle1();
   window_.Text2.SetText(u"");
 }
 
-bool ClipPage::AddToPad(const SharedText& text) {
-  if (const int known = pad_.FindText(text.Get()); known >= 0) {
-    pad_.DeleteEntry1(known);
-  } else if (!HasRoomInPad(window_, pad_, settings_)) {
-    return false;
-  }
-  Text name = PadList::kNoName;
-  pad_.AddEntry1(name, text, 0);
-  return true;
-}
-
 void ClipPage::Command003_Click() {
-  int deleted = 0;
-  bool topCleared = false;
-  const int count = clip_.List2.GetListCount();
-  for (int i = 0; i < count; ++i) {
-    const int row = i - deleted;
-    if (!clip_.List2.GetSelected(row)) continue;
-    if (i == 0) {
-      const PollPause pause(window_.Timer1);
-      ClearCurrentEntry();
-      window_.MinimizeIfSet();
-      topCleared = true;
-    } else {
-      clip_.DeleteEntry2(row);
-      ++deleted;
-    }
-  }
+  const int selected = DeleteSelected(clip_.List2, [this](int row) {
+    if (row > 0) return clip_.DeleteEntry2(row);
+    // The row at the top stands for the clipboard and stays, blank.
+    const PollPause pause(window_.poll);
+    ClearTop();
+  });
   clip_.ClearList2();
   files_.AktualisiereCle2();
-  if (deleted > 0 || topCleared) {
-    ShowStatus(u"Deleted");
+  if (selected > 0) {
+    status.Show(u"Deleted");
   } else if (window_.MessageBox(
                  u"You haven't selected any entries to delete. Do you want to delete ALL entries?", 68,
                  u"No entries selected") == 6) {
@@ -240,29 +239,42 @@ void ClipPage::Command003_Click() {
 }
 
 void ClipPage::DeleteAll() {
-  const PollPause pause(window_.Timer1);
+  const PollPause pause(window_.poll);
   clipboard_.Clear();
-  watcher_.Text0.SetText(u"");
+  Text0.SetText(u"");
   clip_.RemoveAll();
-  ShowStatus(u"Deleted");
+  status.Show(u"Deleted");
   files_.AktualisiereCle2();
 }
 
 void ClipPage::DeleteCopyBelowTop() {
-  if (const int copy = clip_.FindBelowTop(watcher_.Text0.GetText()); copy >= 0) clip_.DeleteEntry2(copy);
+  if (const int copy = clip_.FindBelowTop(Text0.GetText()); copy >= 0) clip_.DeleteEntry2(copy);
+}
+
+void ClipPage::Text0_Change() {
+  if (Text0.GetText().size() > kMaxEntryLength) {
+    // The cut runs this handler again, on the text that fits.
+    Text0.SetText(Text(CutTo(Text0.GetText(), kMaxEntryLength)));
+    return;
+  }
+  status.WriteLength(Text0.GetText().size());
+  // While the poll is paused the text comes from the clipboard or goes there by itself.
+  if (!window_.poll.Runs()) return;
+  const PollPause pause(window_.poll);
+  const SharedText text(Text0.GetText());
+  IgnoreFailure([&] { clipboard_.Clear(); });
+  IgnoreFailure([&] { clipboard_.Put(text.Get()); });
+  IgnoreFailure([&] { clip_.ReplaceTop(text); });
+  Raise(RebuildMenu);
 }
 
 void ClipPage::Text0_GotFocus() {
   clip_.ClearList2();
-  if (window_.Text2.GetText() == u"X") {
-    window_.Text2.SetText(u"");
-  } else {
-    watcher_.status.WriteLength(watcher_.Text0.GetText().size());
-  }
-  watcher_.status.Show();
+  if (!window_.TakeKeptStatus()) status.WriteLength(Text0.GetText().size());
+  status.Show();
   DeleteCopyBelowTop();
-  const PollPause pause(window_.Timer1);
-  const SharedText text(watcher_.Text0.GetText());
+  const PollPause pause(window_.poll);
+  const SharedText text(Text0.GetText());
   PutOnClipboard(text);
   clip_.ReplaceTop(text);
 }
@@ -270,7 +282,7 @@ void ClipPage::Text0_GotFocus() {
 void ClipPage::Text0_LostFocus() {
   DeleteCopyBelowTop();
   files_.AktualisiereCle2();
-  watcher_.status.Hide();
+  status.Hide();
 }
 
 }  // namespace quillbox

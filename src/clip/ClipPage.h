@@ -2,7 +2,9 @@
 
 #include "clip/ClipWatcher.h"
 #include "core/window/MainWindow.h"
+#include "core/window/StatusArea.h"
 #include "platform/forms/CommandButton.h"
+#include "platform/forms/TextBox.h"
 #include "storage/ClipList.h"
 #include "storage/DataFiles.h"
 #include "storage/PadList.h"
@@ -10,22 +12,29 @@
 namespace quillbox {
 
 // The page of the Clip-List: an old entry becomes the clipboard again, entries go to the Pad-List or are
-// deleted, and the field's text follows the focus. Its field and status label stand in the watcher.
+// deleted, and what is edited in the field is the clipboard at once.
 class ClipPage {
  public:
   ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, PadList& pad, DataFiles& files,
            Norvane& settings, Clipboard& clipboard);
 
-  CommandButton Command000;
-  CommandButton Command001;
-  CommandButton Command003;
+  TextBox Text0;             // the clipboard's text, edited by the person
+  StatusArea status;         // Label7 with Line4 and Line5
+  Label& Label7;             // length of an entry, or what a button has done; a double click cuts an address
+  CommandButton Command000;  // clears the clipboard
+  CommandButton Command001;  // to the Pad-List
+  CommandButton Command003;  // deletes the selected entries
 
   // Empties the text field of the Pad page. Given by the owner of that page.
   Event<> EmptyPadText;
+  // Rebuilds the Clip part of the tray menu and the tip.
+  Event<> RebuildMenu;
 
   // Puts the current row's entry on the clipboard and at the top. Nothing without a current row or with
   // fewer than two rows.
   void List2_DblClick();
+  // Clears clipboard, field and the entry at the top, and says so.
+  void ClearBoard();
 
  private:
   void List2_Click();
@@ -34,22 +43,24 @@ class ClipPage {
   void List2_KeyUp(const KeyEvent& key);
   void List2_OLEDragDrop(const DragData& data);
   void Label7_Change();
+  void Label7_DblClick();
   void Command000_Click();
   void Command001_Click();
   void Command003_Click();
+  void Text0_Change();
   void Text0_GotFocus();
   void Text0_LostFocus();
 
-  bool HasCurrentRow() const { return clip_.List2.GetListIndex() >= 0; }
+  // Above 0 a text is cut by hand, above 1 each new one by itself.
+  double CutUrlGrade();
   void ShowLength(std::size_t length);
-  void ShowStatus(const Text& word);
   void SelectTopRow();
   void PutOnClipboard(const SharedText& text);
-  // Empties clipboard, field and row 0. The caller has paused the poll.
+  // Empties clipboard, field and row 0, and minimises if set. The poll is paused.
+  void ClearTop();
   void ClearCurrentEntry();
+  void SayCleared();
   void ExchangeWithTop(int row, const SharedText& text);
-  // False if the person wanted no room to be made for it.
-  bool AddToPad(const SharedText& text);
   void DeleteAll();
   void DeleteCopyBelowTop();
 

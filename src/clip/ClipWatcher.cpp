@@ -1,27 +1,20 @@
 #include "clip/ClipWatcher.h"
 
-#include "base/NumberText.h"
-#include "clip/UrlCut.h"
-
 namespace quillbox {
 
 ClipWatcher::ClipWatcher(MainWindow& window, ClipList& clip, DataFiles& files, SysTray& tray,
                          Norvane& settings, Clipboard& clipboard)
-    : Text0(window.On(Page::Clip), "Text0", TextBox::Lines::Many),
-      status(window.On(Page::Clip), "Label7", "Line4", "Line5", u"Length of Clip-List entry"),
-      Label7(status.GetLabel()),
-      Picture1(window.form, "Picture1", false),
+    : Picture1(window.form, "Picture1", false),
       window_(window),
       clip_(clip),
       files_(files),
       tray_(tray),
       settings_(settings),
       clipboard_(clipboard) {
-  window_.Timer1.Tick = [this] { TimerAktion(); };
-  window_.Timer1.IsIdle = [this] { return NothingToDo(); };
-  Text0.Change = [this] { Text0_Change(); };
-  Label7.DblClick = [this] { Label7_DblClick(); };
-  news_ = clipboard_.Listen([this](ClipboardNews news) { window_.Timer1.Wake(news == ClipboardNews::Text); });
+  window_.poll.Timer1.Tick = [this] { TimerAktion(); };
+  window_.poll.Timer1.IsIdle = [this] { return NothingToDo(); };
+  news_ = clipboard_.Listen(
+      [this](ClipboardNews news) { window_.poll.Timer1.Wake(news == ClipboardNews::Text); });
 }
 
 void ClipWatcher::TimerAktion() {
@@ -35,7 +28,6 @@ void ClipWatcher::TimerAktion() {
     }
   } catch (const RuntimeError&) {
   }
-  window_.Timer1.SetEnabled(true);
 }
 
 void ClipWatcher::TakeChange(TextView view, bool truncated) {
@@ -48,13 +40,14 @@ void ClipWatcher::TakeChange(TextView view, bool truncated) {
     clip_.DeleteEntry2(static_cast<int>(maximum));
   }
   clip_.AddEntry2(text, 0);
-  window_.Timer1.SetEnabled(false);
-  Text0.SetText(text);
-  window_.Timer1.SetEnabled(true);
+  {
+    const PollPause pause(window_.poll);
+    Raise(Arrived, text);
+  }
   // The blank row that stood for a clipboard without text.
   if (clip_.ClipEntries(1).IsEmpty() && clip_.List2.GetListCount() > 1) clip_.DeleteEntry2(1);
   files_.AktualisiereCle2();
-  if (CutUrlGrade() > 1) Label7_DblClick();
+  Raise(Saved);
   tray_.ShowImage(TrayImage::Picture1);
   IconBlinkStep = 1;
   if (truncated && settings_.IsOn(u"Warning", u"2")) {
@@ -87,31 +80,6 @@ bool ClipWatcher::NothingToDo() {
     // What can't be opened now tells us when it can.
     return true;
   }
-}
-
-double ClipWatcher::CutUrlGrade() {
-  return GetNumberFromText(settings_.ReadSetting(section::kIntern, u"CutURL", u"0"));
-}
-
-void ClipWatcher::Label7_DblClick() {
-  if (CutUrlGrade() > 0) Text0.SetText(CutUrlPart(Text0.GetText()));
-}
-
-void ClipWatcher::Text0_Change() {
-  if (Text0.GetText().size() > kMaxEntryLength) {
-    // The cut runs this handler again, on the text that fits.
-    Text0.SetText(Text(CutTo(Text0.GetText(), kMaxEntryLength)));
-    return;
-  }
-  status.WriteLength(Text0.GetText().size());
-  if (!window_.Timer1.GetEnabled()) return;
-  window_.Timer1.SetEnabled(false);
-  const SharedText text(Text0.GetText());
-  IgnoreFailure([&] { clipboard_.Clear(); });
-  IgnoreFailure([&] { clipboard_.Put(text.Get()); });
-  IgnoreFailure([&] { clip_.ReplaceTop(text); });
-  Raise(RebuildMenu);
-  window_.Timer1.SetEnabled(true);
 }
 
 }  // namespace quillbox

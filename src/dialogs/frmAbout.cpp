@@ -66,14 +66,12 @@ void frmAbout::Label4_Click() {
 }
 
 void frmAbout::Label5_Click() {
-  window_.Timer1.SetEnabled(false);
-  const bool copied = CopyAddress();
-  window_.Timer1.SetEnabled(true);
-  if (!copied) return;
+  if (!CopyAddress()) return;
   Label5.SetCaption(Label5.GetCaption() == kAddress ? u"URL copied to clipboard" : kAddress);
 }
 
 bool frmAbout::CopyAddress() {
+  const PollPause pause(window_.poll);
   try {
     clipboard_.Clear();
     clipboard_.Put(Text(kAddress) + u"/");

@@ -1,7 +1,6 @@
 // What the buttons and the double click of the Pad page do.
 #include <algorithm>
 
-#include "core/window/PollPause.h"
 #include "pad/PadPage.h"
 #include "pad/PadRoom.h"
 
@@ -40,7 +39,7 @@ void PadPage::Command102_Click() {
   if (Text101.GetText().empty()) return;
   if (Command102.GetCaption() == u"Script") return ExecuteShown();
   {
-    const PollPause pause(window_.Timer1);
+    const PollPause pause(window_.poll);
     CopyText(SharedText(Text101.GetText()));
   }
   if (MovesUsedEntries()) MoveShownToTop();
@@ -68,7 +67,7 @@ void PadPage::List1_DblClick() {
   SelectOnly(row);
   const SharedText text = pad_.PadEntries(row);
   if (IsScript(text.Get())) return ExecuteCurrent();
-  const PollPause pause(window_.Timer1);
+  const PollPause pause(window_.poll);
   CopyText(text);
   if (MovesUsedEntries()) MoveCurrentToTop(u"Inserted");
 }

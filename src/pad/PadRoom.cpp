@@ -16,4 +16,15 @@ bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings) {
   return true;
 }
 
+bool AddToPad(MainWindow& window, PadList& pad, Norvane& settings, const SharedText& text) {
+  if (const int known = pad.FindText(text.Get()); known >= 0) {
+    pad.DeleteEntry1(known);
+  } else if (!HasRoomInPad(window, pad, settings)) {
+    return false;
+  }
+  Text name = PadList::kNoName;
+  pad.AddEntry1(name, text, 0);
+  return true;
+}
+
 }  // namespace quillbox

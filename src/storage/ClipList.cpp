@@ -1,6 +1,6 @@
 #include "storage/ClipList.h"
 
-#include "storage/ListSelection.h"
+#include "storage/ListRows.h"
 
 namespace quillbox {
 
@@ -28,11 +28,7 @@ void ClipList::ReplaceTop(const SharedText& text) {
 }
 
 int ClipList::FindBelowTop(TextView text) const {
-  int found = -1;
-  for (int i = 1; i < List2.GetListCount(); ++i) {
-    if (SameText(ClipEntries(i).Get(), text)) found = i;
-  }
-  return found;
+  return LastRow(List2, 1, [&](int row) { return SameText(ClipEntries(row).Get(), text); });
 }
 
 }  // namespace quillbox

@@ -1,6 +1,6 @@
 #include "storage/PadList.h"
 
-#include "storage/ListSelection.h"
+#include "storage/ListRows.h"
 
 namespace quillbox {
 
@@ -23,11 +23,7 @@ void PadList::RemoveAll() {
 }
 
 int PadList::FindText(TextView text) const {
-  int found = -1;
-  for (int i = 0; i < List1.GetListCount(); ++i) {
-    if (SameText(PadEntries(i).Get(), text)) found = i;
-  }
-  return found;
+  return LastRow(List1, 0, [&](int row) { return SameText(PadEntries(row).Get(), text); });
 }
 
 }  // namespace quillbox

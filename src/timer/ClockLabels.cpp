@@ -1,7 +1,5 @@
 #include "timer/ClockLabels.h"
 
-#include "core/window/PollPause.h"
-
 namespace quillbox {
 
 namespace {
@@ -38,7 +36,7 @@ void ClockLabels::Label5_Click() { Copy(Label8.GetCaption() + u" " + Label5.GetC
 void ClockLabels::Label8_Click() { Copy(Label8.GetCaption()); }
 
 void ClockLabels::Copy(const Text& text) {
-  PollPause pause(window_.Timer1);
+  PollPause pause(window_.poll);
   IgnoreFailure([&] {
     clipboard_.Clear();
     clipboard_.Put(text);

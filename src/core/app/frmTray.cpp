@@ -32,7 +32,7 @@ frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
               }),
       timerPage(window, settings, platform.clipboard, platform.clock, message),
       toDoPage(window, toDo, files, settings),
-      commands(menu, window, clipPage, padPage, watcher, clip, pad, files, settings, platform.clipboard),
+      commands(menu, window, clipPage, padPage, clip, pad, settings),
       about(dispatcher,
             [this] {
               return std::make_unique<frmAbout>(dispatcher_, window, settings, platform_.system,
@@ -59,7 +59,7 @@ void frmTray::Wire() {
   form.QueryUnload = [this](bool& cancel, CloseReason reason) { Form_QueryUnload(cancel, reason); };
   form.UnloadHandler = [this] { Form_Unload(); };
   form.Unloaded = [this] {
-    window.Timer1.SetEnabled(false);
+    window.poll.Stop();
     window.Timer2.SetEnabled(false);
     Raise(Ended);
   };
@@ -68,7 +68,7 @@ void frmTray::Wire() {
   };
   files.RebuildClipMenu = [this] { menu.AktualisiereContextMnu(); };
   files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
-  watcher.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
+  clipPage.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
   window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
   window.SaveLists = [this] { SaveLists(); };
   clipPage.EmptyPadText = [this] { padPage.Text101.SetText(u""); };
@@ -97,7 +97,6 @@ void frmTray::Form_Load() {
   started_ = true;
   tray.SysTrayHook();
   tray.SysTrayAdd();
-  watcher.ResetBlink();
   setup.GetClesAndLists();
   // Ended while a message about a data file stood open.
   if (!Running()) return;
@@ -109,11 +108,10 @@ void frmTray::Form_Load() {
   settings.ClicksToShow = static_cast<int>(settings.ReadNumber(section::kIntern, u"ClicksToShow", u"1"));
   toolTips.MLToolTipInstall();
   toolTips.MLToolTipSetMaxWidth(kToolTipWidth);
-  window.Timer1.SetEnabled(false);
-  watcher.Text0.SetText(clip.ClipEntries(0));
+  clipPage.Text0.SetText(clip.ClipEntries(0));
   padPage.Text101.SetText(u"");
   toDoPage.Text1.SetText(u"");
-  window.Timer1.SetEnabled(true);
+  window.poll.Start();
   if (settings.ReadSetting(section::kIntern, u"StartHelp", u"") != u"No") startHelp.Show();
 }
 

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int kWidth = 446 * kTwipsPerPixel;
 constexpr int kHeight = 420 * kTwipsPerPixel;
-constexpr int kPollInterval = 250;
+constexpr int kClockInterval = 250;  // milliseconds
+constexpr char16_t kKeepStatus[] = u"X";
 constexpr int kButtonsMask = 7;
 
 }  // namespace
@@ -21,8 +22,8 @@ MainWindow::MainWindow(Form& of, Norvane& settings, Platform& platform)
       Command6(of, "Command6", u"Minimize Quillbox", u"Minimize and save window position"),
       Text2(of, "Text2", TextBox::Lines::One, u"", false),
       Text4(of, "Text4", TextBox::Lines::One, u"", false),
-      Timer1(of, "Timer1", kPollInterval, false),
-      Timer2(of, "Timer2", kPollInterval, true),
+      poll(of),
+      Timer2(of, "Timer2", kClockInterval, true),
       settings_(settings),
       platform_(platform),
       onTop_(platform.windows) {
@@ -74,7 +75,7 @@ void MainWindow::ExchangeTopmost(bool topmost) {
 
 int MainWindow::MessageBox(const Text& MessageText, int MessageCode, const Text& MessageTitle) {
   const bool onlyOk = (MessageCode & kButtonsMask) == 0;
-  if (onlyOk && (Timer1.Ticking() || Timer2.Ticking())) {
+  if (onlyOk && (poll.Timer1.Ticking() || Timer2.Ticking())) {
     form.GetDispatcher().Post([=, this] { ShowMessage(MessageText, MessageCode, MessageTitle); });
     return 1;
   }
@@ -92,7 +93,13 @@ int MainWindow::ShowMessage(const Text& text, int code, const Text& title) {
 }
 
 void MainWindow::FocusKeepingStatus(TextBox& field) {
-  if (field.SetFocus()) Text2.SetText(u"X");
+  if (field.SetFocus()) Text2.SetText(kKeepStatus);
+}
+
+bool MainWindow::TakeKeptStatus() {
+  if (Text2.GetText() != kKeepStatus) return false;
+  Text2.SetText(u"");
+  return true;
 }
 
 }  // namespace quillbox

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/settings/Norvane.h"
+#include "core/window/ClipboardPoll.h"
 #include "core/window/OnTop.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Dispatcher.h"
@@ -31,8 +32,8 @@ class MainWindow {
   TextBox Text2;
   // "NoShow": the refresh of the ToDo-List shows no status word.
   TextBox Text4;
-  Timer Timer1;  // the clipboard's poll
-  Timer Timer2;  // the clock
+  ClipboardPoll poll;  // Timer1
+  Timer Timer2;        // the clock
 
   // Where the controls of a page stand.
   Place On(Page page) { return {form, SSTab1, static_cast<int>(page)}; }
@@ -54,6 +55,8 @@ class MainWindow {
 
   // A button's status word stands: where the focus goes to `field`, its focus handler leaves the word alone.
   void FocusKeepingStatus(TextBox& field);
+  // For that handler: whether such a word stands. Takes the mark away.
+  bool TakeKeptStatus();
 
   // "Minimize Quillbox": saves all and keeps the position.
   void Command6_Click();

@@ -28,6 +28,14 @@ class StatusArea {
   void Hide() { SetVisible(false); }
   void Write(const Text& word) { label_.SetCaption(word); }
   void WriteLength(std::size_t length) { label_.SetCaption(LengthText(length)); }
+  void Show(const Text& word) {
+    Write(word);
+    Show();
+  }
+  void ShowLength(std::size_t length) {
+    WriteLength(length);
+    Show();
+  }
   Label& GetLabel() { return label_; }
   Picture& UpperLine() { return upper_; }
   Picture& LowerLine() { return lower_; }
@@ -39,8 +47,8 @@ class StatusArea {
     lower_.SetVisible(visible);
   }
 
-  Label label_;
-  Picture upper_;
+  Label label_;    // the length or the word
+  Picture upper_;  // the lines above and below it
   Picture lower_;
 };
 

@@ -1,7 +1,5 @@
 #include "tray/commands/TrayCommands.h"
 
-#include "core/window/PollPause.h"
-
 namespace quillbox {
 
 namespace {
@@ -17,20 +15,16 @@ void WireFamily(std::deque<MenuItem>& items, int first, const Command& command) 
 }  // namespace
 
 TrayCommands::TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage,
-                           ClipWatcher& watcher, ClipList& clip, PadList& pad, DataFiles& files,
-                           Norvane& settings, Clipboard& clipboard)
+                           ClipList& clip, PadList& pad, Norvane& settings)
     : menu_(menu),
       window_(window),
       clipPage_(clipPage),
       padPage_(padPage),
-      watcher_(watcher),
       clip_(clip),
       pad_(pad),
-      files_(files),
-      settings_(settings),
-      clipboard_(clipboard) {
+      settings_(settings) {
   menu_.mnuShow.Click = [this] { mnuShow_Click(); };
-  menu_.mnuClear.Click = [this] { mnuClear_Click(); };
+  menu_.mnuClear.Click = [this] { clipPage_.ClearBoard(); };
   menu_.mnuOnTop.Click = [this] { mnuOnTop_Click(); };
   // The first Clip item stands for what is on the clipboard already: it has no command.
   const auto useClipEntry = [this](int k) { UseClipEntry(k); };
@@ -42,20 +36,6 @@ TrayCommands::TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPag
 }
 
 void TrayCommands::mnuShow_Click() { window_.form.Show(); }
-
-void TrayCommands::mnuClear_Click() {
-  {
-    const PollPause pause(window_.Timer1);
-    clipboard_.Clear();
-    watcher_.Text0.SetText(u"");
-    clip_.ReplaceTop(SharedText());
-    window_.MinimizeIfSet();
-    watcher_.RequestBlink();
-  }
-  watcher_.status.Write(u"Cleared");
-  watcher_.status.Show();
-  files_.AktualisiereCle2();
-}
 
 void TrayCommands::mnuOnTop_Click() {
   const bool topmost = !menu_.mnuOnTop.GetChecked();

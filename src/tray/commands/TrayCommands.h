@@ -10,12 +10,11 @@ namespace quillbox {
 // runs the page's double click, so that a pick and a double click are one operation.
 class TrayCommands {
  public:
-  TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage, ClipWatcher& watcher,
-               ClipList& clip, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard);
+  TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage, ClipList& clip,
+               PadList& pad, Norvane& settings);
 
  private:
   void mnuShow_Click();
-  void mnuClear_Click();
   void mnuOnTop_Click();
   // Item k of the Clip family, and of the Pad family; nothing if there is no such row any more.
   void UseClipEntry(int k);
@@ -25,12 +24,9 @@ class TrayCommands {
   MainWindow& window_;
   ClipPage& clipPage_;
   PadPage& padPage_;
-  ClipWatcher& watcher_;
   ClipList& clip_;
   PadList& pad_;
-  DataFiles& files_;
   Norvane& settings_;
-  Clipboard& clipboard_;
 };
 
 }  // namespace quillbox

@@ -10,7 +10,7 @@
 
 namespace quillbox {
 
-QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipWatcher& watcher, ClipList& list) {
+QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipList& list) {
   auto* const widget = new QWidget(&view);
   auto* const layout = new QVBoxLayout(widget);
   layout->setContentsMargins(0, 4, 0, 4);
@@ -21,11 +21,11 @@ QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipWatcher& watcher, Clip
   row->addWidget(MakeButton(view, page.Command001));
   row->addWidget(MakeButton(view, page.Command003));
   row->addStretch(1);
-  row->addWidget(MakeStatus(view, watcher.status));
+  row->addWidget(MakeStatus(view, page.status));
   row->addStretch(1);
   row->addWidget(MakeButton(view, page.Command000, QStringLiteral("Clear clipboard")));
   layout->addLayout(row);
-  layout->addWidget(MakeField(view, watcher.Text0, QStringLiteral("Current clipboard text")), 2);
+  layout->addWidget(MakeField(view, page.Text0, QStringLiteral("Current clipboard text")), 2);
   return widget;
 }
 

@@ -6,10 +6,9 @@ namespace quillbox {
 
 class ClipList;
 class ClipPage;
-class ClipWatcher;
 class FormView;
 
 // The page of past clips.
-QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipWatcher& watcher, ClipList& list);
+QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipList& list);
 
 }  // namespace quillbox

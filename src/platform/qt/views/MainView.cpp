@@ -61,7 +61,7 @@ MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayRea
 QWidget* MainView::MakePage(int page) {
   switch (static_cast<Page>(page)) {
     case Page::Clip:
-      return MakeClipPage(*this, program_.clipPage, program_.watcher, program_.clip);
+      return MakeClipPage(*this, program_.clipPage, program_.clip);
     case Page::Pad:
       return MakePadPage(*this, program_.padPage, program_.pad);
     case Page::Calc:
