@@ -1,8 +1,11 @@
-// The page's controls: the list, the two fields, the status label. What its buttons do is in PadCommands.cpp.
 #include "pad/PadPage.h"
 
+#include <algorithm>
+
 #include "core/window/DeleteKey.h"
+#include "pad/PadRoom.h"
 #include "pad/Rot47.h"
+#include "storage/ListRows.h"
 
 namespace quillbox {
 
@@ -27,7 +30,7 @@ PadPage::PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& se
       settings_(settings),
       clipboard_(clipboard),
       moves_(pad, files),
-      scripts_(window, keySender) {
+      use_(window, pad, files, settings, clipboard, keySender, {Text3, Text101, status}) {
   Command102.SetPicture(Image3.Name());
   WireList();
   WireFieldsAndButtons();
@@ -55,7 +58,7 @@ void PadPage::WireFieldsAndButtons() {
   Label13.Change = [this] { Label13_Change(); };
   Label13.DblClick = [this] { Label13_DblClick(); };
   Command101.Click = [this] { Command101_Click(); };
-  Command102.Click = [this] { Command102_Click(); };
+  Command102.Click = [this] { use_.UseShown(); };
   Command103.Click = [this] { Command103_Click(); };
   Command104.Click = [this] { Command104_Click(); };
   Command105.Click = [this] { Command105_Click(); };
@@ -67,17 +70,7 @@ void PadPage::WireFieldsAndButtons() {
   Text3.LostFocus = hideStatus;
 }
 
-void PadPage::ShowMode() { Command101.SetCaption(HasCurrentRow() ? u"Update" : u"Add"); }
-
-void PadPage::ShowStatus(const Text& word) {
-  status.Write(word);
-  status.Show();
-}
-
-void PadPage::ShowLength(std::size_t length) {
-  status.WriteLength(length);
-  status.Show();
-}
+void PadPage::ShowMode() { Command101.SetCaption(HasCurrentRow(pad_.List1) ? u"Update" : u"Add"); }
 
 void PadPage::LoadFields(int row) {
   const SharedText text = pad_.PadEntries(row);
@@ -96,47 +89,41 @@ void PadPage::SelectOnly(int row) {
   pad_.List1.SetSelected(row, true);
 }
 
-int PadPage::SelectedRows() const {
-  int selected = 0;
-  for (int i = 0; i < pad_.List1.GetListCount(); ++i) selected += pad_.List1.GetSelected(i) ? 1 : 0;
-  return selected;
-}
-
 void PadPage::List1_Click() {
   const int current = pad_.List1.GetListIndex();
-  UpDown2.SetEnabled(HasCurrentRow());
-  int selected = 0;
-  int last = -1;
+  const std::vector<int> selected = SelectedRows(pad_.List1);
+  // Several rows cannot be moved.
+  const auto isCurrent = [current](int row) { return row == current; };
+  UpDown2.SetEnabled(HasCurrentRow(pad_.List1) && std::all_of(selected.begin(), selected.end(), isCurrent));
   std::size_t length = 0;
-  for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
-    if (!pad_.List1.GetSelected(i)) continue;
-    ++selected;
-    last = i;
-    length += pad_.PadEntries(i).Length();
-    // Several rows cannot be moved.
-    if (i != current) UpDown2.SetEnabled(false);
-  }
-  if (selected == 1) {
-    LoadFields(last);
+  for (const int row : selected) length += pad_.PadEntries(row).Length();
+  if (selected.size() == 1) {
+    LoadFields(selected.front());
     Command101.SetCaption(u"Update");
-    ShowLength(length);
-  } else if (selected > 1) {
+    status.ShowLength(length);
+  } else if (selected.size() > 1) {
     EmptyFields();
     Command101.SetCaption(u"Add");
-    ShowLength(length);
-  } else if (HasCurrentRow()) {
+    status.ShowLength(length);
+  } else if (HasCurrentRow(pad_.List1)) {
     LoadFields(current);
     Command101.SetCaption(u"Update");
-    ShowLength(pad_.PadEntries(current).Length());
+    status.ShowLength(pad_.PadEntries(current).Length());
   } else {
     status.Hide();
     Command101.SetCaption(u"Add");
   }
 }
 
+void PadPage::List1_DblClick() {
+  if (!HasCurrentRow(pad_.List1)) return;
+  SelectOnly(pad_.List1.GetListIndex());
+  use_.UseCurrent();
+}
+
 void PadPage::List1_GotFocus() {
-  if (HasCurrentRow()) {
-    ShowLength(pad_.PadEntries(pad_.List1.GetListIndex()).Length());
+  if (HasCurrentRow(pad_.List1)) {
+    status.ShowLength(pad_.PadEntries(pad_.List1.GetListIndex()).Length());
     UpDown2.SetEnabled(true);
   } else {
     status.Hide();
@@ -155,7 +142,7 @@ void PadPage::List1_KeyDown(const KeyEvent& key) {
       if (MayDeleteByKey(window_, settings_)) Command105_Click();
       return;
     case keys::kEnter:
-      return Command102_Click();
+      return use_.UseShown();
     default:
       if (UpDown2.GetEnabled() && key.CtrlAlone()) moves_.Key(key.code);
   }
@@ -170,14 +157,7 @@ void PadPage::List1_OLEDragDrop(const DragData& data) {
 }
 
 void PadPage::List1_OLEStartDrag(Text& data) {
-  data.clear();
-  bool first = true;
-  for (int i = 0; i < pad_.List1.GetListCount(); ++i) {
-    if (!pad_.List1.GetSelected(i)) continue;
-    if (!first) data += u"\r\n";
-    first = false;
-    data += pad_.PadEntries(i).Get();
-  }
+  data = pad_.List1.Joined(SelectedRows(pad_.List1), [this](int row) { return pad_.PadEntries(row); });
 }
 
 void PadPage::Text101_Change() {
@@ -200,12 +180,8 @@ void PadPage::Text101_Change() {
 
 void PadPage::Text101_GotFocus() {
   // Editing always applies to one row.
-  if (HasCurrentRow() && SelectedRows() > 1) SelectOnly(pad_.List1.GetListIndex());
-  if (window_.Text2.GetText() == u"X") {
-    window_.Text2.SetText(u"");
-  } else {
-    status.WriteLength(Text101.GetText().size());
-  }
+  if (HasCurrentRow(pad_.List1) && SelectedRows(pad_.List1).size() > 1) SelectOnly(pad_.List1.GetListIndex());
+  if (!window_.TakeKeptStatus()) status.WriteLength(Text101.GetText().size());
   status.Show();
   ShowMode();
 }
@@ -213,11 +189,7 @@ void PadPage::Text101_GotFocus() {
 void PadPage::Text3_Change() { status.WriteLength(Text3.GetText().size()); }
 
 void PadPage::Text3_GotFocus() {
-  if (window_.Text2.GetText() == u"X") {
-    window_.Text2.SetText(u"");
-  } else {
-    status.WriteLength(Text3.GetText().size());
-  }
+  if (!window_.TakeKeptStatus()) status.WriteLength(Text3.GetText().size());
   status.Show();
 }
 
@@ -231,6 +203,73 @@ void PadPage::Label13_Change() { Label13.SetToolTipText(u""); }
 
 void PadPage::Label13_DblClick() {
   if (settings_.ReadNumber(section::kIntern, u"ROT47", u"0") > 0) Text101.SetText(Rot47(Text101.GetText()));
+}
+
+bool PadPage::Updates(int row) const {
+  if (Command101.GetCaption() != u"Update" || pad_.List1.GetListCount() == 0) return false;
+  // Without a current row the fields can only stand for an entry whose use has moved it to the top.
+  return HasCurrentRow(pad_.List1) || pad_.PadEntries(row).Get() == Text101.GetText();
+}
+
+void PadPage::Command101_Click() {
+  const int row = std::max(pad_.List1.GetListIndex(), 0);
+  const SharedText text(Text101.GetText());
+  Text name = Text3.GetText();
+  const bool update = Updates(row);
+  if (update) pad_.DeleteEntry1(row);
+  if (const int known = pad_.FindText(text.Get()); known >= 0) {
+    // A nameless repeat keeps the known name.
+    if (name.empty() || name == PadList::kNoName) name = pad_.List1.GetList(known);
+    pad_.DeleteEntry1(known);
+  } else if (!update && !HasRoomInPad(window_, pad_, settings_)) {
+    files_.AktualisiereCle1();
+    return;
+  }
+  pad_.AddEntry1(name, text, std::min(row, pad_.List1.GetListCount()));
+  // Deselected rows load the fields: they are emptied behind that.
+  pad_.ClearList1();
+  EmptyFields();
+  status.Show(update ? u"Updated" : u"Added");
+  window_.FocusKeepingStatus(Text3);
+  files_.AktualisiereCle1();
+}
+
+void PadPage::Command103_Click() {
+  pad_.ClearList1();
+  Command101.SetCaption(u"Add");
+  IgnoreFailure([this] { Text101.SetText(Text(clipboard_.Read())); });
+  Text3.SetText(u"");
+  status.Show(u"Got Entry");
+  window_.FocusKeepingStatus(Text3);
+}
+
+void PadPage::Command104_Click() {
+  pad_.ClearList1();
+  Command101.SetCaption(u"Add");
+  Command101.SetEnabled(false);
+  Command102.SetEnabled(false);
+  Text101.SetText(u"");
+  Text3.SetText(u"");
+  status.Show(u"Cleared");
+  window_.FocusKeepingStatus(Text3);
+}
+
+void PadPage::Command105_Click() {
+  const int deleted = DeleteSelected(pad_.List1, [this](int row) { pad_.DeleteEntry1(row); });
+  pad_.ClearList1();
+  Command101.SetCaption(u"Add");
+  files_.AktualisiereCle1();
+  if (deleted == 0) {
+    if (window_.MessageBox(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
+                           68, u"No entries selected") != 6) {
+      return;
+    }
+    pad_.RemoveAll();
+    Command101.SetCaption(u"Add");
+  }
+  EmptyFields();
+  status.Show(u"Deleted");
+  if (deleted == 0) files_.AktualisiereCle1();
 }
 
 }  // namespace quillbox

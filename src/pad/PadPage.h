@@ -2,8 +2,8 @@
 
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
-#include "pad/ListMoves.h"
-#include "pad/ScriptEntry.h"
+#include "pad/PadMoves.h"
+#include "pad/PadUse.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Picture.h"
 #include "platform/forms/TextBox.h"
@@ -20,28 +20,27 @@ class PadPage {
   PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard,
           KeySender& keySender);
 
-  TextBox Text3;    // the entry's name
-  TextBox Text101;  // the entry's text
-  CommandButton Command101;
-  CommandButton Command102;
-  CommandButton Command103;
-  CommandButton Command104;
-  CommandButton Command105;
-  UpDown UpDown2;
-  Picture Image3;  // what Command102 shows for a text
-  Picture Image4;  // and for a script
-  StatusArea status;
-  Label& Label13;
+  TextBox Text3;             // the entry's name
+  TextBox Text101;           // the entry's text
+  CommandButton Command101;  // adds the fields, or updates the current row with them
+  CommandButton Command102;  // uses the field's text: copies it, or types it if it is a script
+  CommandButton Command103;  // gets the clipboard's text
+  CommandButton Command104;  // empties the fields
+  CommandButton Command105;  // deletes the selected rows
+  UpDown UpDown2;            // moves the current row
+  Picture Image3;            // what Command102 shows for a text
+  Picture Image4;            // and for a script
+  StatusArea status;         // Label13 with Line6 and Line7
+  Label& Label13;            // length of an entry, or what a button has done; a double click is ROT47
 
   // Uses the current row's entry; nothing without one.
   void List1_DblClick();
+
+ private:
   void Command101_Click();
-  void Command102_Click();
   void Command103_Click();
   void Command104_Click();
   void Command105_Click();
-
- private:
   void List1_Click();
   void List1_GotFocus();
   void List1_LostFocus();
@@ -58,36 +57,21 @@ class PadPage {
 
   void WireList();
   void WireFieldsAndButtons();
-  bool HasCurrentRow() const { return pad_.List1.GetListIndex() >= 0; }
   // The caption of Command101 by whether a row is current.
   void ShowMode();
-  void ShowStatus(const Text& word);
-  void ShowLength(std::size_t length);
   void LoadFields(int row);
   void EmptyFields();
   void SelectOnly(int row);
-  int SelectedRows() const;
   // Whether Command101 replaces row `row`.
   bool Updates(int row) const;
-  // To the clipboard, and to the tray if set. The caller has paused the poll.
-  void CopyText(const SharedText& text);
-  // The script in the field, and the current row's.
-  void ExecuteShown();
-  void ExecuteCurrent();
-  // Used entries move to the top if the setting `LastSort` asks for it. They take name and text of the
-  // fields.
-  bool MovesUsedEntries() { return settings_.IsOn(u"LastSort", u"2"); }
-  void MoveToTop(int row);
-  void MoveShownToTop();
-  void MoveCurrentToTop(const Text& word);
 
   MainWindow& window_;
   PadList& pad_;
   DataFiles& files_;
   Norvane& settings_;
   Clipboard& clipboard_;
-  ListMoves moves_;
-  ScriptRunner scripts_;
+  PadMoves moves_;
+  PadUse use_;
 };
 
 }  // namespace quillbox

@@ -162,13 +162,11 @@ void ListBox::PersonDoubleClick(int row) {
 Text ListBox::PersonStartDrag() {
   Text data;
   Dispatch().Dispatch([&] {
-    bool first = true;
+    std::vector<int> dragged;
     for (int i = 0; i < GetListCount(); ++i) {
-      if (HasCheckBoxes() ? i != index_ : !rows_[i].selected) continue;
-      if (!first) data += u"\r\n";
-      first = false;
-      data += rows_[i].text.Get();
+      if (HasCheckBoxes() ? i == index_ : rows_[i].selected) dragged.push_back(i);
     }
+    data = Joined(dragged, [this](int row) { return rows_[row].text; });
     Raise(OLEStartDrag, data);
   });
   return data;

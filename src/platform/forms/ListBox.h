@@ -28,6 +28,17 @@ class ListBox : public Control {
   void RemoveItem(int row);
   void Clear();
 
+  // Their texts one below the other, as they are dragged. `textOf` gives the text of a row.
+  template <class TextOf>
+  static Text Joined(const std::vector<int>& rows, const TextOf& textOf) {
+    Text joined;
+    for (const int row : rows) {
+      if (row != rows.front()) joined += u"\r\n";
+      joined += textOf(row).Get();
+    }
+    return joined;
+  }
+
   int GetListIndex() const { return index_; }
   void SetListIndex(int row);  // -1: no row is current. Click if it changes
   bool GetSelected(int row) const;

@@ -7,9 +7,9 @@ namespace quillbox {
 
 // Moves the current row of the Pad-List by hand, with its name, text and selected state, and saves. Without a
 // current row, or where the row already stands at that end, nothing happens and nothing is saved.
-class ListMoves {
+class PadMoves {
  public:
-  ListMoves(PadList& pad, DataFiles& files) : pad_(pad), files_(files) {}
+  PadMoves(PadList& pad, DataFiles& files) : pad_(pad), files_(files) {}
 
   // The arrows: one step, the moved row stays current.
   void OneUp();

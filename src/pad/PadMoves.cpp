@@ -1,4 +1,4 @@
-#include "pad/ListMoves.h"
+#include "pad/PadMoves.h"
 
 #include <algorithm>
 
@@ -13,19 +13,19 @@ constexpr int kScrollUpFrom = 1;
 
 }  // namespace
 
-ListMoves::Entry ListMoves::TakeCurrent() {
+PadMoves::Entry PadMoves::TakeCurrent() {
   const int row = Current();
   Entry entry{pad_.List1.GetList(row), pad_.PadEntries(row), pad_.List1.GetSelected(row)};
   pad_.DeleteEntry1(row);
   return entry;
 }
 
-void ListMoves::MakeCurrent(int row, bool selected) {
+void PadMoves::MakeCurrent(int row, bool selected) {
   pad_.List1.SetListIndex(row);
   pad_.List1.SetSelected(row, selected);
 }
 
-void ListMoves::OneDown() {
+void PadMoves::OneDown() {
   if (!CanMoveDown()) return;
   const int row = Current();
   const int top = pad_.List1.GetTopIndex();
@@ -37,7 +37,7 @@ void ListMoves::OneDown() {
   files_.AktualisiereCle1();
 }
 
-void ListMoves::OneUp() {
+void PadMoves::OneUp() {
   if (!CanMoveUp()) return;
   const int row = Current();
   const int top = pad_.List1.GetTopIndex();
@@ -49,7 +49,7 @@ void ListMoves::OneUp() {
   files_.AktualisiereCle1();
 }
 
-void ListMoves::Key(int code) {
+void PadMoves::Key(int code) {
   const int row = Current();
   if (row < 0) return;
   switch (code) {
@@ -74,7 +74,7 @@ void ListMoves::Key(int code) {
   }
 }
 
-void ListMoves::ToTop() {
+void PadMoves::ToTop() {
   if (!CanMoveUp()) return;
   Entry entry = TakeCurrent();
   pad_.AddEntry1(entry.name, entry.text, 0);
@@ -83,7 +83,7 @@ void ListMoves::ToTop() {
   files_.AktualisiereCle1();
 }
 
-void ListMoves::ToEnd() {
+void PadMoves::ToEnd() {
   if (!CanMoveDown()) return;
   Entry entry = TakeCurrent();
   const int last = pad_.List1.GetListCount();
@@ -93,7 +93,7 @@ void ListMoves::ToEnd() {
   files_.AktualisiereCle1();
 }
 
-void ListMoves::PageUp() {
+void PadMoves::PageUp() {
   if (!CanMoveUp()) return;
   const int row = Current();
   Entry entry = TakeCurrent();
@@ -101,7 +101,7 @@ void ListMoves::PageUp() {
   FinishPage(row, entry.selected);
 }
 
-void ListMoves::PageDown() {
+void PadMoves::PageDown() {
   if (!CanMoveDown()) return;
   const int row = Current();
   Entry entry = TakeCurrent();
@@ -109,7 +109,7 @@ void ListMoves::PageDown() {
   FinishPage(row, entry.selected);
 }
 
-void ListMoves::FinishPage(int row, bool selected) {
+void PadMoves::FinishPage(int row, bool selected) {
   pad_.List1.SetTopIndex(row);
   MakeCurrent(row, selected);
   files_.AktualisiereCle1();
