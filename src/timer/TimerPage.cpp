@@ -112,12 +112,7 @@ void TimerPage::CatchUp() {
 
 // Besides what every text field does with a drop, the message is stored.
 void TimerPage::Text14_OLEDragDrop(const DragData& data) {
-  if (data) {
-    TextBox& field = fields_.Text14;
-    const std::size_t caret = field.GetSelStart();
-    field.SetText(Text(field.GetText()).insert(caret, *data));
-    field.SetSelStart(caret + data->size());
-  }
+  if (data) fields_.Text14.PutIn(*data);
   text_.Store();
 }
 

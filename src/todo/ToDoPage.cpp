@@ -1,5 +1,7 @@
-// The buttons and the field of the ToDo page.
 #include "todo/ToDoPage.h"
+
+#include "core/window/DeleteKey.h"
+#include "storage/ListRows.h"
 
 namespace quillbox {
 
@@ -8,15 +10,6 @@ namespace {
 constexpr char16_t kAdd[] = u"Add Entry";
 constexpr char16_t kUpdate[] = u"Update Entry";
 constexpr int kYes = 6;
-
-// The last row other than `except` with that text; -1 if there is none.
-int FindRow(const ListBox& list, const Text& text, int except) {
-  int found = -1;
-  for (int i = 0; i < list.GetListCount(); ++i) {
-    if (i != except && list.GetList(i).Get() == text) found = i;
-  }
-  return found;
-}
 
 }  // namespace
 
@@ -33,7 +26,8 @@ ToDoPage::ToDoPage(MainWindow& window, ToDoList& toDo, DataFiles& files, Norvane
       Label12(status.GetLabel()),
       window_(window),
       files_(files),
-      settings_(settings) {
+      settings_(settings),
+      moves_(toDo.List3, files) {
   Command2.Click = [this] { Command2_Click(); };
   Command3.Click = [this] { Command3_Click(); };
   Command4.Click = [this] { Command4_Click(); };
@@ -49,18 +43,13 @@ ToDoPage::ToDoPage(MainWindow& window, ToDoList& toDo, DataFiles& files, Norvane
   List3.LostFocus = [this] { List3_LostFocus(); };
   List3.KeyDown = [this](KeyEvent& key) { List3_KeyDown(key); };
   List3.OLEDragDrop = [this](const DragData& data) { List3_OLEDragDrop(data); };
-  UpDown1.UpClick = [this] { MoveUp(); };
-  UpDown1.DownClick = [this] { MoveDown(); };
+  UpDown1.UpClick = [this] { moves_.OneUp(); };
+  UpDown1.DownClick = [this] { moves_.OneDown(); };
   Label12.Change = [this] { Label12.SetToolTipText(u""); };
   Label12.Click = [this] { Raise(OpenSettings); };
 }
 
 void ToDoPage::ShowMode() { Command2.SetCaption(List3.GetListIndex() >= 0 ? kUpdate : kAdd); }
-
-void ToDoPage::ShowWord(const Text& word) {
-  status.Write(word);
-  status.Show();
-}
 
 void ToDoPage::Command2_Click() {
   if (Text1.GetText().empty()) return;
@@ -71,7 +60,7 @@ void ToDoPage::Command2_Click() {
     Text1.SetText(u"");
     Command2.SetCaption(kAdd);
     window_.FocusKeepingStatus(Text1);
-    ShowWord(update ? u"Updated" : u"Added");
+    status.Show(update ? u"Updated" : u"Added");
   }
   files_.AktualisiereCle3();
 }
@@ -80,7 +69,7 @@ bool ToDoPage::PutIn(int old) {
   const Text text = Text1.GetText();
   const bool update = old >= 0;
   const long long others = List3.GetListCount() - (update ? 1 : 0);
-  int duplicate = FindRow(List3, text, old);
+  int duplicate = LastRow(List3, 0, [&](int row) { return row != old && List3.GetList(row).Get() == text; });
   const bool full = duplicate < 0 && others > settings_.ReadListMaximum(u"ToDoEntriesMax");
   if (full && !MayDeleteOldest()) return false;
   if (update) {
@@ -125,7 +114,7 @@ void ToDoPage::Deleted() {
   Text1.SetText(u"");
   List3.SetListIndex(-1);
   Command2.SetCaption(kAdd);
-  ShowWord(u"Deleted");
+  status.Show(u"Deleted");
   files_.AktualisiereCle3();
 }
 
@@ -133,25 +122,19 @@ void ToDoPage::Command4_Click() {
   Text1.SetText(u"");
   window_.FocusKeepingStatus(Text1);
   List3.SetListIndex(-1);
-  ShowWord(u"Ready");
+  status.Show(u"Ready");
   Command2.SetCaption(kAdd);
 }
 
 void ToDoPage::Command5_Click() {
-  const int rows = List3.GetListCount();
-  int removed = 0;
-  for (int i = 0; i < rows; ++i) {
-    if (!List3.GetSelected(i - removed)) continue;
-    List3.RemoveItem(i - removed);
-    ++removed;
-  }
+  DeleteSelected(List3, [this](int row) { List3.RemoveItem(row); });
   List3.SetListIndex(-1);
   Text1.SetText(u"");
   Command2.SetCaption(kAdd);
   if (window_.Text4.GetText() == u"NoShow") {
     window_.Text4.SetText(u"");
   } else {
-    ShowWord(u"Refreshed");
+    status.Show(u"Refreshed");
   }
   files_.AktualisiereCle3();
 }
@@ -163,11 +146,7 @@ void ToDoPage::Text1_Change() {
 }
 
 void ToDoPage::Text1_GotFocus() {
-  if (window_.Text2.GetText() == u"X") {
-    window_.Text2.SetText(u"");
-  } else {
-    status.WriteLength(Text1.GetText().size());
-  }
+  if (!window_.TakeKeptStatus()) status.WriteLength(Text1.GetText().size());
   status.Show();
   ShowMode();
 }
@@ -175,6 +154,49 @@ void ToDoPage::Text1_GotFocus() {
 void ToDoPage::Text1_KeyPress(char16_t& character) {
   if (character != keys::kEnter) return;
   character = 0;
+  Command2_Click();
+}
+
+void ToDoPage::List3_Click() {
+  const int row = List3.GetListIndex();
+  if (row >= 0) {
+    const Text text = List3.GetList(row);
+    Text1.SetText(text);
+    status.ShowLength(text.size());
+  } else {
+    status.Hide();
+  }
+  ShowMode();
+  UpDown1.SetEnabled(row >= 0);
+}
+
+void ToDoPage::List3_GotFocus() {
+  const int row = List3.GetListIndex();
+  if (row >= 0) {
+    status.ShowLength(List3.GetList(row).Length());
+    UpDown1.SetEnabled(true);
+  } else {
+    status.Hide();
+  }
+  ShowMode();
+}
+
+void ToDoPage::List3_LostFocus() {
+  status.Hide();
+  UpDown1.SetEnabled(false);
+  files_.AktualisiereCle3();
+}
+
+void ToDoPage::List3_KeyDown(KeyEvent& key) {
+  if (key.code == keys::kEnter) key.code = keys::kSpace;
+  if (key.code == keys::kDelete && MayDeleteByKey(window_, settings_)) Command3_Click();
+  if (key.CtrlAlone() && UpDown1.GetEnabled()) moves_.Key(key.code);
+}
+
+void ToDoPage::List3_OLEDragDrop(const DragData& data) {
+  if (!data) return;
+  Command4_Click();
+  Text1.SetText(*data);
   Command2_Click();
 }
 

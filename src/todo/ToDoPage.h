@@ -5,6 +5,7 @@
 #include "platform/forms/UpDown.h"
 #include "storage/DataFiles.h"
 #include "storage/ToDoList.h"
+#include "todo/ToDoMoves.h"
 
 namespace quillbox {
 
@@ -15,16 +16,15 @@ class ToDoPage {
  public:
   ToDoPage(MainWindow& window, ToDoList& toDo, DataFiles& files, Norvane& settings);
 
-  ListBox& List3;
-  // One line: line breaks that are pasted or dropped become blanks.
-  TextBox Text1;
-  CommandButton Command2;
-  CommandButton Command3;
-  CommandButton Command4;
-  CommandButton Command5;
-  UpDown UpDown1;
-  StatusArea status;  // Label12 with Line11 and Line12
-  Label& Label12;
+  ListBox& List3;          // the tasks
+  TextBox Text1;           // a task's text, one line: line breaks that are pasted or dropped become blanks
+  CommandButton Command2;  // adds the field's text, or updates the selected row with it
+  CommandButton Command3;  // deletes the selected row
+  CommandButton Command4;  // a new task: empties the field
+  CommandButton Command5;  // deletes the tasks that are done
+  UpDown UpDown1;          // moves the selected row
+  StatusArea status;       // Label12 with Line11 and Line12
+  Label& Label12;          // length of a task, or what a button has done; a click opens the settings
 
   // Refresh: deletes the marked rows.
   void Command5_Click();
@@ -44,7 +44,6 @@ class ToDoPage {
   bool PutIn(int old);
   bool MayDeleteOldest();
   void Deleted();
-  void ShowWord(const Text& word);
   void ShowMode();
 
   // The list.
@@ -53,17 +52,11 @@ class ToDoPage {
   void List3_LostFocus();
   void List3_KeyDown(KeyEvent& key);
   void List3_OLEDragDrop(const DragData& data);
-  void DeleteKey();
-  // Moves the row of the selection bar, with its mark, and the list's top row; saves.
-  void MoveRow(int to, int top);
-  void MoveUp();
-  void MoveDown();
-  void MoveHome();
-  void MoveEnd();
 
   MainWindow& window_;
   DataFiles& files_;
   Norvane& settings_;
+  ToDoMoves moves_;
 };
 
 }  // namespace quillbox

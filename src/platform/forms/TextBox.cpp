@@ -179,13 +179,16 @@ void TextBox::OwnKey(const KeyEvent& key, char16_t character) {
   }
 }
 
+void TextBox::PutIn(TextView text) {
+  const std::size_t room = maxLength_ == 0 ? text.size() : maxLength_ - std::min(maxLength_, text_.size());
+  const Text dropped(CutTo(text, room));
+  Text whole = text_;
+  whole.insert(selStart_, dropped);
+  Assign(IsMultiLine() ? whole : OneLine(whole), selStart_ + dropped.size());
+}
+
 void TextBox::OwnDrop(const DragData& data) {
-  if (!data || readOnly_) return;
-  Text text = text_;
-  const std::size_t room = maxLength_ == 0 ? data->size() : maxLength_ - std::min(maxLength_, text.size());
-  const Text dropped(CutTo(*data, room));
-  text.insert(selStart_, dropped);
-  Assign(IsMultiLine() ? text : OneLine(text), selStart_ + dropped.size());
+  if (data && !readOnly_) PutIn(*data);
 }
 
 }  // namespace quillbox

@@ -33,6 +33,9 @@ class TextBox : public Control {
   bool IsReadOnly() const { return readOnly_; }
   void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
 
+  // Puts a text in at the caret, as far as the limit lets it, and the caret behind it: what a drop does.
+  void PutIn(TextView text);
+
   Event<> Change;
 
   // The person's inputs. Each is one dispatch and moves the focus here first.
