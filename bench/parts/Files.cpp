@@ -41,7 +41,7 @@ void ReadClipFile(benchmark::State& state) {
   Beside beside(state);
   for (auto _ : state) {
     program.program.clip.RemoveAll();
-    beside.Ours([&] { program.program.files.ReadClipFile(path); });
+    beside.Ours([&] { program.program.reader.ReadClipFile(path); });
     if (program.program.clip.List2.GetListCount() != rows) state.SkipWithError("rows are missing");
     beside.Bare([&] { benchmark::DoNotOptimize(BareRead(program.File("ClipData.qbx")).data()); });
   }

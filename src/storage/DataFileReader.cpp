@@ -1,9 +1,6 @@
-// How the lists are read, and what is recovered from a damaged file.
-#include <algorithm>
+#include "storage/DataFileReader.h"
 
 #include "storage/DataFileFormat.h"
-#include "storage/DataFileKinds.h"
-#include "storage/DataFiles.h"
 
 namespace quillbox {
 
@@ -15,9 +12,9 @@ constexpr std::size_t kEmptyFileBytes = 90;
 }  // namespace
 
 // A file's text in the hands of its reader: the marker lines as this file writes them, and the lines.
-class DataFiles::Reading {
+class DataFileReader::Reading {
  public:
-  Reading(const Kind& kind, std::string_view bytes)
+  Reading(const DataFileKind& kind, std::string_view bytes)
       : lines_(bytes),
         markers_(kind.marker, TextView(LineReader(bytes).Next()).substr(0, 5)),
         end_(markers_.End()) {
@@ -52,42 +49,37 @@ class DataFiles::Reading {
   Text end_;
 };
 
-void DataFiles::Read(const Kind& kind, const Text& path, const std::function<void(Reading&)>& readEntries) {
+std::optional<DataFileTrouble> DataFileReader::Read(const DataFileKind& kind, const Text& path,
+                                                    const std::function<void(Reading&)>& readEntries) {
+  const Text list(kind.listName);
   try {
-    if (!files_.Exists(path)) return;
+    if (!files_.Exists(path)) return {};
     const std::string bytes = files_.Read(path);
-    if (bytes.size() <= kEmptyFileBytes) return;
+    if (bytes.size() <= kEmptyFileBytes) return {};
     Reading reading(kind, bytes);
     readEntries(reading);
+    return {};
   } catch (const RuntimeError& error) {
     if (error.Number() == errors::kPastEnd) {
-      Text title = u"Quillbox ";
-      title.append(kind.listName).append(u" file damaged");
-      Text message = u"The ";
-      message.append(kind.listName)
-          .append(
-              u" data file has been damaged. Quillbox recovered entries as far as possible. "
-              u"The damaged file will be replaced automatically.");
-      MessageBox(message, 64, title);
-      return;
+      return DataFileTrouble{u"Quillbox " + list + u" file damaged",
+                             u"The " + list +
+                                 u" data file has been damaged. Quillbox recovered entries as far as "
+                                 u"possible. The damaged file will be replaced automatically.",
+                             false};
     }
-    if (path == UserFile(kind.fileName)) unread_.push_back(path);
-    const std::string_view description = error.what();
     Text message = u"An error (#";
     message.append(Decimal(error.Number()))
         .append(u") occured while Quillbox tried to read from the ")
-        .append(kind.listName)
-        .append(u" data file. The error description is: \"")
-        .append(Text(description.begin(), description.end()))
-        .append(u"\".\r\n")
-        .append(kClosingSentence);
-    MessageBox(message, 64, u"Quillbox Message");
+        .append(list)
+        .append(u" data file. ")
+        .append(DescriptionOf(error));
+    return DataFileTrouble{u"Quillbox Message", message, true};
   }
 }
 
-void DataFiles::ReadPadFile(const Text& path) {
+std::optional<DataFileTrouble> DataFileReader::ReadPadFile(const Text& path) {
   const long long maximum = settings_.ReadListMaximum(u"PermEntriesMax");
-  Read(kPad, path, [&](Reading& reading) {
+  return Read(kPadFile, path, [&](Reading& reading) {
     bool last = false;
     for (int i = 0; i <= maximum && !last; ++i) {
       Text name = reading.Line();
@@ -98,9 +90,9 @@ void DataFiles::ReadPadFile(const Text& path) {
   });
 }
 
-void DataFiles::ReadClipFile(const Text& path) {
+std::optional<DataFileTrouble> DataFileReader::ReadClipFile(const Text& path) {
   const long long maximum = settings_.ReadListMaximum(u"ClipEntriesMax");
-  Read(kClip, path, [&](Reading& reading) {
+  return Read(kClipFile, path, [&](Reading& reading) {
     bool last = false;
     for (int i = 0; i <= maximum && !last; ++i) {
       reading.ReadText(clip_.ClipEntries, i, last);
@@ -109,9 +101,9 @@ void DataFiles::ReadClipFile(const Text& path) {
   });
 }
 
-void DataFiles::ReadToDoFile(const Text& path) {
+std::optional<DataFileTrouble> DataFileReader::ReadToDoFile(const Text& path) {
   const long long maximum = settings_.ReadListMaximum(u"ToDoEntriesMax");
-  Read(kToDo, path, [&](Reading& reading) {
+  return Read(kToDoFile, path, [&](Reading& reading) {
     for (int i = 0; i <= maximum; ++i) {
       const bool marked = reading.Line() == u"True";
       const Text text = reading.Line();

@@ -1,28 +1,33 @@
 #include "storage/DataFileSetup.h"
 
+#include <utility>
+
 namespace quillbox {
 
 void DataFileSetup::GetClesAndLists() {
-  files_.HoldSaves();
-  Fill(u"PadData.qbx", [this](const Text& path, bool) { files_.ReadPadFile(path); });
-  Fill(u"ClipData.qbx", [this](const Text& path, bool own) {
-    if (!own) IgnoreFailure([this] { clipboard_.Clear(); });
-    files_.ReadClipFile(path);
+  Fill(kPadFile, [this](const Text& path) { return reader_.ReadPadFile(path); });
+  Fill(kClipFile, [this](const Text& path) {
+    if (path != files_.UserFile(kClipFile.fileName)) IgnoreFailure([this] { clipboard_.Clear(); });
+    return reader_.ReadClipFile(path);
   });
-  Fill(u"ToDoData.qbx", [this](const Text& path, bool) { files_.ReadToDoFile(path); });
+  Fill(kToDoFile, [this](const Text& path) { return reader_.ReadToDoFile(path); });
   for (ListBox* list : {&pad_.List1, &clip_.List2, &toDo_.List3})
     IgnoreFailure([&] { list->SetListIndex(-1); });
+  for (const DataFileTrouble& trouble : std::exchange(troubles_, {}))
+    Raise(files_.MessageBox, trouble.message, 64, trouble.title);
 }
 
-void DataFileSetup::Fill(TextView name, const std::function<void(const Text& path, bool own)>& read) {
-  // A reload while a message about an earlier list stood open has filled this one.
-  if (!files_.IsHeld(name)) return;
-  if (files_.IsSaved(name)) {
-    const Text path = files_.UserFile(name);
-    const bool own = files_.Exists(path);
-    IgnoreFailure([&] { read(own ? path : files_.TemplateFile(name), own); });
-  }
-  files_.Release(name);
+void DataFileSetup::Fill(const DataFileKind& kind,
+                         const std::function<std::optional<DataFileTrouble>(const Text& path)>& read) {
+  if (!files_.IsSaved(kind.fileName)) return;
+  const Text own = files_.UserFile(kind.fileName);
+  const bool exists = files_.Exists(own);
+  IgnoreFailure([&] {
+    const std::optional<DataFileTrouble> trouble = read(exists ? own : files_.TemplateFile(kind.fileName));
+    if (!trouble) return;
+    if (trouble->unread && exists) files_.KeepAtNextSave(own);
+    troubles_.push_back(*trouble);
+  });
 }
 
 }  // namespace quillbox

@@ -1,17 +1,11 @@
-// How the lists are saved: one pass over the list, one write.
+#include "storage/DataFiles.h"
+
 #include <algorithm>
 
 #include "base/Trace.h"
 #include "base/Utf8.h"
-#include "storage/DataFileFormat.h"
-#include "storage/DataFileKinds.h"
-#include "storage/DataFiles.h"
 
 namespace quillbox {
-
-const DataFiles::Kind DataFiles::kPad = {u"PAD", u"PadData.qbx", u"Pad-List"};
-const DataFiles::Kind DataFiles::kClip = {u"CLIP", u"ClipData.qbx", u"Clip-List"};
-const DataFiles::Kind DataFiles::kToDo = {u"TODO", u"ToDoData.qbx", u"ToDo-List"};
 
 namespace {
 
@@ -31,11 +25,6 @@ std::size_t LengthOf(const ListBox& list) {
   return length;
 }
 
-Text Described(const RuntimeError& error) {
-  const std::string_view description = error.what();
-  return Text(description.begin(), description.end());
-}
-
 }  // namespace
 
 DataFiles::DataFiles(PadList& pad, ClipList& clip, ToDoList& toDo, Norvane& settings, Files& files,
@@ -52,19 +41,14 @@ Text DataFiles::TemplateFile(TextView name) const {
 
 bool DataFiles::IsSaved(TextView name) const { return unsaved_.find(name) == unsaved_.end(); }
 
-void DataFiles::HoldSaves() {
-  for (const Kind* kind : {&kPad, &kClip, &kToDo}) held_.emplace(kind->fileName);
-}
-
 const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
   if (slots(index).Length() > kMaxEntryLength)
     slots.Set(index, SharedText(CutTo(slots(index).Get(), kMaxEntryLength)));
   return slots(index);
 }
 
-void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
+void DataFiles::Save(const DataFileKind& kind, int rows, std::size_t length,
                      const std::function<void(LineWriter&)>& appendEntries) {
-  if (IsHeld(kind.fileName)) return;
   const Text path = UserFile(kind.fileName);
   try {
     const auto put = [&](Encoding encoding) {
@@ -90,12 +74,8 @@ void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
     Trace({"not saved: ", error.what()});
     Text text = u"An error (";
     text.append(Decimal(error.Number()))
-        .append(
-            u") occured while Quillbox tried to write to its data files. Try to fix the problem. "
-            u"The error description is: \"")
-        .append(Described(error))
-        .append(u"\".\r\n")
-        .append(kClosingSentence);
+        .append(u") occured while Quillbox tried to write to its data files. Try to fix the problem. ")
+        .append(DescriptionOf(error));
     MessageBox(text, 64, u"Quillbox Message");
   }
 }
@@ -103,21 +83,22 @@ void DataFiles::Save(const Kind& kind, int rows, std::size_t length,
 void DataFiles::AktualisiereCle1() {
   Raise(RebuildPadMenu);
   const int rows = pad_.List1.GetListCount();
-  Save(kPad, rows, LengthOf(pad_.List1) + LengthOf(pad_.PadEntries, rows), [this, rows](LineWriter& file) {
-    const MarkerLines markers(kPad.marker);
-    for (int i = 0; i < rows; ++i) {
-      file.Line(markers.Entry(i));
-      file.Line(pad_.List1.GetList(i).Get());
-      file.Line(Cut(pad_.PadEntries, i).Get());
-    }
-  });
+  Save(kPadFile, rows, LengthOf(pad_.List1) + LengthOf(pad_.PadEntries, rows),
+       [this, rows](LineWriter& file) {
+         const MarkerLines markers(kPadFile.marker);
+         for (int i = 0; i < rows; ++i) {
+           file.Line(markers.Entry(i));
+           file.Line(pad_.List1.GetList(i).Get());
+           file.Line(Cut(pad_.PadEntries, i).Get());
+         }
+       });
 }
 
 void DataFiles::AktualisiereCle2() {
   Raise(RebuildClipMenu);
   const int rows = clip_.List2.GetListCount();
-  Save(kClip, rows, LengthOf(clip_.ClipEntries, rows), [this, rows](LineWriter& file) {
-    const MarkerLines markers(kClip.marker);
+  Save(kClipFile, rows, LengthOf(clip_.ClipEntries, rows), [this, rows](LineWriter& file) {
+    const MarkerLines markers(kClipFile.marker);
     for (int i = 0; i < rows; ++i) {
       file.Line(markers.Entry(i));
       file.Line(Cut(clip_.ClipEntries, i).Get());
@@ -127,8 +108,8 @@ void DataFiles::AktualisiereCle2() {
 
 void DataFiles::AktualisiereCle3() {
   const int rows = toDo_.List3.GetListCount();
-  Save(kToDo, rows, LengthOf(toDo_.List3), [this, rows](LineWriter& file) {
-    const MarkerLines markers(kToDo.marker);
+  Save(kToDoFile, rows, LengthOf(toDo_.List3), [this, rows](LineWriter& file) {
+    const MarkerLines markers(kToDoFile.marker);
     for (int i = 0; i < rows; ++i) {
       file.Line(markers.Entry(i));
       file.Line(toDo_.List3.GetSelected(i) ? u"True" : u"False");

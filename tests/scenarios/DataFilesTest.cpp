@@ -100,13 +100,12 @@ TEST_F(DataFilesOfTheProgram, WhatIsWholeInADamagedFileIsReadAndReplacesIt) {
   EXPECT_EQ(DataFile("PadData.qbx"), File("PAD", {{"name 0", "text 0"}, {"name 1", "text 1"}}));
 }
 
-// The icon is there while the lists are read, and a message about one of them waits for an answer.
-TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
-  const std::string damaged(91, 'x');
+// What there is to say about a file is said when all three lists are read: whatever is done meanwhile finds
+// them whole.
+TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedSavesWhatWasRead) {
   const std::string clips = File("CLIP", {{"newest"}, {"older"}, {"oldest of the three"}});
   const std::string tasks = File("TODO", {{"False", "a task"}, {"True", "another task"}});
-  const Values files{damaged, clips, tasks};
-  WriteData("PadData.qbx", damaged);
+  WriteData("PadData.qbx", std::string(91, 'x'));
   WriteData("ClipData.qbx", clips);
   WriteData("ToDoData.qbx", tasks);
   MemoryWorld& world = console.World();
@@ -118,9 +117,24 @@ TEST_F(DataFilesOfTheProgram, AnEndWhileDamageIsReportedLeavesTheFilesAlone) {
   EXPECT_EQ(Do("running"), Values{"0"});
   EXPECT_EQ(Boxes().size(), 1u);
   EXPECT_EQ(Do("tray").at(0), "0");
-  EXPECT_EQ(Everything().files, files);
+  EXPECT_EQ(Everything().files, (Values{File("PAD", {}), clips, tasks}));
   Tick();
   EXPECT_EQ(Clipboard(), "") << "nothing of the start goes on";
+}
+
+TEST_F(DataFilesOfTheProgram, ClearBoardWhileDamageIsReportedKeepsRowsAndSlotsTogether) {
+  WriteData("PadData.qbx", std::string(91, 'x'));
+  WriteData("ClipData.qbx", File("CLIP", {{"newest"}, {"older"}, {"oldest of the three"}}));
+  MemoryWorld& world = console.World();
+  world.messageBoxes.WhileOpen = [&] {
+    world.trayIcon.Press(516);
+    world.windows.OpenMenu()->Find("mnuClear")->Click();
+  };
+  Do("start");
+  EXPECT_EQ(Rows("List2"), (Values{"", "older", "oldest of the three"}));
+  EXPECT_EQ(Slots("ClipEntries"), Rows("List2"));
+  Do("dblrow", "frmTray.List2", "1");
+  EXPECT_EQ(Clipboard(), "older");
 }
 
 // Of two reads one within the other, each list is filled by one.

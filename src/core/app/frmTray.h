@@ -36,6 +36,7 @@ class frmTray {
   ClipList clip;
   ToDoList toDo;
   DataFiles files;
+  DataFileReader reader;
   DataFileSetup setup;
   SysTray tray;
   TrayMenu menu;
