@@ -2,14 +2,17 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include "base/RuntimeError.h"
 #include "platform/qt/Program.h"
+#include "platform/qt/SessionPorts.h"
 
 namespace {
 
-// Qt ends the process by itself when the X server goes away; what isn't saved yet is saved on that way out.
+// Qt ends the process by itself when the display goes away; what isn't saved yet is saved on that way out.
 quillbox::Program* atExit = nullptr;
 
 void SaveAtExit() {
@@ -29,8 +32,11 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("quillbox"));
   QApplication::setApplicationDisplayName(QString());
   QApplication::setDesktopFileName(QStringLiteral("quillbox"));
-  QApplication application(argc, argv);
   try {
+    quillbox::RequireDisplay();
+    // There is no command line, not even Qt's own.
+    int programName = std::min(argc, 1);
+    const QApplication application(programName, argv);
     quillbox::Program program(signals);
     atExit = &program;
     std::atexit(SaveAtExit);
@@ -39,7 +45,8 @@ int main(int argc, char** argv) {
     atExit = nullptr;
     return result;
   } catch (const quillbox::RuntimeError& error) {
-    qCritical("quillbox: %s", error.what());
+    atExit = nullptr;
+    std::fprintf(stderr, "quillbox: %s\n", error.what());
     return 1;
   }
 }

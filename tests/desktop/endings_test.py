@@ -54,6 +54,14 @@ class Endings(DesktopCase):
         self.assert_files_are_whole()
         self.assertEqual("before the crash", datafiles.newest(self.desktop))
 
+    def test_start_without_a_display_says_so(self):
+        for display, said in (("", "DISPLAY is not set"), (":54321", "DISPLAY=:54321 cannot be reached")):
+            with self.subTest(said):
+                program = self.desktop.start(
+                    self.desktop.program_file, environment={"DISPLAY": display, "QT_QPA_PLATFORM": "xcb"})
+                self.assertEqual(1, program.wait(60))
+                self.assertIn(said, self.desktop.log("quillbox"))
+
     def test_kill_while_writing(self):
         # A first start without a file begins with an empty clipboard.
         self.start_with("there is a file")

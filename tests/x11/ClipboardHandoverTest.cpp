@@ -139,7 +139,7 @@ Farewell HandOverTo(XClipboard& clipboard, bool managerAnswers) {
   });
   while (!ready) std::this_thread::yield();
   const auto start = std::chrono::steady_clock::now();
-  farewell.saved = clipboard.HandOver();
+  farewell.saved = clipboard.HandOver(1000);
   farewell.took = std::chrono::steady_clock::now() - start;
   over = true;
   other.join();
@@ -164,9 +164,9 @@ TEST_F(ClipboardHandover, AManagerThatNeverEndsIsLeftAfterASecond) {
 
 TEST_F(ClipboardHandover, TakesNoTimeWithoutAManagerOrAText) {
   const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(clipboard->HandOver());
+  EXPECT_FALSE(clipboard->HandOver(1000));
   clipboard->Put(u"text");
-  EXPECT_FALSE(clipboard->HandOver());
+  EXPECT_FALSE(clipboard->HandOver(1000));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
 }
 

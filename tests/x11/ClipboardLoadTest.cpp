@@ -188,7 +188,7 @@ TEST(ClipboardServer, ItsEndIsReportedOnce) {
   EXPECT_EQ(loop.WatchCount(), 0u);
   EXPECT_THROW(clipboard.Read(), RuntimeError);
   EXPECT_THROW(clipboard.Put(u"more"), RuntimeError);
-  EXPECT_FALSE(clipboard.HandOver());
+  EXPECT_FALSE(clipboard.HandOver(1000));
 }
 
 TEST(ClipboardServer, NothingWaitsForAStoppedOne) {

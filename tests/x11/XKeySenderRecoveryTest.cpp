@@ -64,7 +64,7 @@ TEST(XKeySenderRecovery, AfterAKillTheNextStartPutsTheKeyboardRight) {
   ASSERT_TRUE(person.AnyKeyDown());
 
   XKeySender next(Plain());
-  next.RecoverMapping();
+  next.Recover();
   EXPECT_EQ(TestKeyboard::Dump(), before);
   EXPECT_EQ(person.Locked(), TestKeyboard::kCapsLock | TestKeyboard::kNumLock);
   EXPECT_FALSE(person.AnyKeyDown());
@@ -79,7 +79,7 @@ TEST(XKeySenderRecovery, ALayoutThatWasSetMeanwhileIsLeftAlone) {
   typing.TypeAndDie(receiver);
   const TestKeyboard other("fr");
   const std::string before = TestKeyboard::Dump();
-  XKeySender(Plain()).RecoverMapping();
+  XKeySender(Plain()).Recover();
   EXPECT_EQ(TestKeyboard::Dump(), before);
 }
 

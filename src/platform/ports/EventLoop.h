@@ -4,12 +4,13 @@
 
 namespace quillbox {
 
-// The one event loop of the program, as the X11 side sees it. All calls and call-backs are on its thread.
+// The one event loop of the program, as the sides see it that have connections of their own. All calls and
+// call-backs are on its thread.
 class EventLoop {
  public:
   using TimerId = int;  // never 0
   virtual ~EventLoop() = default;
-  // Calls `readable` whenever `fd` can be read, until Unwatch. One watch a descriptor.
+  // Calls `readable` whenever `fd` can be read, until Unwatch. A descriptor is watched once.
   virtual void Watch(int fd, std::function<void()> readable) = 0;
   virtual void Unwatch(int fd) = 0;
   // Calls `writable` whenever `fd` takes something in, or nobody is left who would, until UnwatchWritable.

@@ -12,6 +12,8 @@ class KeySender {
   // Sends a string in the notation of KeyNotation.h and returns when the keys have been taken in.
   // RuntimeError if the string can't be read, in which case nothing is typed, or can't be sent.
   virtual void Send(const Text& keys) = 0;
+  // Puts right what a process left behind that was killed while it typed. For the start.
+  virtual void Recover() {}
 };
 
 }  // namespace quillbox

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QSessionManager>
 
+#include "platform/qt/SessionPorts.h"
 #include "platform/qt/ports/Help.h"
 #include "platform/qt/views/AboutView.h"
 #include "platform/qt/views/MainView.h"
@@ -18,6 +19,8 @@ namespace {
 
 // A start on a slow clipboard doesn't wait longer to know whether there is a text on it.
 constexpr int kSettleMilliseconds = 300;
+// An end is not held up longer by whoever shall keep the clipboard's text.
+constexpr int kHandOverMilliseconds = 1000;
 
 }  // namespace
 
@@ -25,13 +28,11 @@ Program::Program(EndingSignals& signals)
     : views_(dispatcher_),
       trayIcon_(presence_),
       windows_(dispatcher_),
-      clipboard_(loop_),
-      keySender_({.display = {},
-                  .pause = [](int milliseconds) { QtEventLoop::Pause(milliseconds); },
-                  .isOurs = [](xcb_window_t window) { return QWidget::find(window) != nullptr; }}),
+      clipboard_(ChooseClipboard(loop_)),
+      keySender_(ChooseKeySender()),
       registry_(RegistryPlaces::FromEnvironment()),
-      platform_{clipboard_, registry_, trayIcon_, windows_, messageBoxes_, keySender_,
-                sound_,     system_,   clock_,    files_,   tips_} {
+      platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
+                sound_,      system_,   clock_,    files_,   tips_} {
   UseFormAccess();
   UseReadableStyle();
   dispatcher_.UseTimerHost(&timers_);
@@ -55,7 +56,7 @@ Program::Program(EndingSignals& signals)
       views_.Refresh();
     }
   };
-  clipboard_.OnLost([this] { SaveAfterLoss(); });
+  clipboard_->OnLost([this] { SaveAfterLoss(); });
   files_.MakeOnDemand(system_.DataFolder());
   if (signals.Descriptor() >= 0) {
     loop_.Watch(signals.Descriptor(), [this, &signals] {
@@ -86,10 +87,10 @@ bool Program::Start() {
     messageBoxes_.CloseAll();
     QApplication::exit(0);
   };
-  clipboard_.Settle(kSettleMilliseconds);
+  clipboard_->Settle(kSettleMilliseconds);
   dispatcher_.Dispatch([this] { frmTray_->form.Load(); });
   if (!frmTray_->Running()) return false;
-  keySender_.RecoverMapping();
+  keySender_->Recover();
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
   return true;
@@ -137,7 +138,7 @@ void Program::End(CloseReason reason) {
 
 void Program::Finish() {
   End(CloseReason::System);
-  clipboard_.HandOver();
+  clipboard_->HandOver(kHandOverMilliseconds);
 }
 
 void Program::SaveAfterLoss() {

@@ -8,6 +8,7 @@
 #include "platform/linux/system/EndingSignals.h"
 #include "platform/linux/system/LinuxClock.h"
 #include "platform/linux/system/LinuxSystem.h"
+#include "platform/ports/SessionClipboard.h"
 #include "platform/qt/ports/QtEventLoop.h"
 #include "platform/qt/ports/QtMessageBoxes.h"
 #include "platform/qt/ports/QtSound.h"
@@ -17,8 +18,6 @@
 #include "platform/qt/ports/QtWindows.h"
 #include "platform/qt/ports/TrayPresence.h"
 #include "platform/qt/views/ViewHost.h"
-#include "platform/x11/clipboard/XClipboard.h"
-#include "platform/x11/keys/XKeySender.h"
 
 namespace quillbox {
 
@@ -37,7 +36,7 @@ class Program {
   // After the event loop: ends what has not ended yet, the session being over; and a text that we own
   // outlives us where a clipboard manager takes it over.
   void Finish();
-  // The X server has gone away: no window can be drawn any more, the lists are saved.
+  // The display has gone away: no window can be drawn any more, the lists are saved.
   void SaveAfterLoss();
 
  private:
@@ -55,8 +54,8 @@ class Program {
   QtWindows windows_;
   QtMessageBoxes messageBoxes_;
   QtSound sound_;
-  XClipboard clipboard_;
-  XKeySender keySender_;
+  std::unique_ptr<SessionClipboard> clipboard_;
+  std::unique_ptr<KeySender> keySender_;
   PosixFiles files_;
   FileRegistry registry_;
   LinuxSystem system_;

@@ -5,8 +5,8 @@
 #include <functional>
 #include <memory>
 
-#include "platform/ports/Clipboard.h"
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/SessionClipboard.h"
 #include "platform/x11/clipboard/XClipboardManagerHandover.h"
 #include "platform/x11/clipboard/XConnection.h"
 #include "platform/x11/clipboard/XSelectionServer.h"
@@ -17,7 +17,7 @@ namespace quillbox {
 
 // The X11 selection CLIPBOARD: follows its owners, reads each one's text as it takes over, and owns the
 // selection for what the program puts on it and for texts whose owners have quit.
-class XClipboard final : public Clipboard {
+class XClipboard final : public SessionClipboard {
  public:
   // Begins to read the present owner's text. `display` as in DISPLAY; null takes that variable. RuntimeError
   // 57 if there is no X server to be had. `loop` outlives the object.
@@ -29,14 +29,10 @@ class XClipboard final : public Clipboard {
   void Clear() override;
   void Put(TextView text) override;
 
-  // `lost` is called once, on the event loop, when the X server has gone away.
-  void OnLost(std::function<void()> lost) { lost_ = std::move(lost); }
-  // Waits, at most so long, until it is known what the present owner's text is or that there is none. For the
-  // start, outside of the event loop. True if it is known. At once if nothing is being read.
-  bool Settle(int milliseconds);
-  // Hands a text that we own to the clipboard manager, if one runs; waits for that, at most so long. For the
-  // exit. True if the text is saved.
-  bool HandOver(int milliseconds = 1000);
+  bool Settle(int milliseconds) override;
+  // To the clipboard manager, if one runs.
+  bool HandOver(int milliseconds) override;
+  void OnLost(std::function<void()> lost) override { lost_ = std::move(lost); }
 
  private:
   enum class State {

@@ -66,7 +66,7 @@ XKeySender::XKeySender(Options options)
       focus_(connection_, std::move(options.isOurs)),
       pause_(std::move(options.pause)) {}
 
-void XKeySender::RecoverMapping() {
+void XKeySender::Recover() {
   if (connection_.Lost() || sending_) return;
   spareKeys_.Recover();
   state_.Recover();
@@ -78,7 +78,7 @@ void XKeySender::Send(const Text& keys) {
   if (strokes.empty()) return;
   if (sending_) throw RuntimeError(errors::kPermission, "Another key string is being typed.");
   if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "There is no X server to send keys to.");
-  RecoverMapping();
+  Recover();
 
   struct Sending {
     explicit Sending(bool& flag) : flag_(flag) { flag_ = true; }

@@ -36,8 +36,8 @@ class XKeySender : public KeySender {
   // typed either.
   void Send(const Text& keys) override;
 
-  // Puts right what a process left that was killed while it typed. Called by each Send, too.
-  void RecoverMapping();
+  // Called by each Send, too.
+  void Recover() override;
 
  private:
   class Session;

@@ -1,0 +1,58 @@
+#include "platform/qt/SessionPorts.h"
+
+#include <xcb/xcb.h>
+
+#include <QWidget>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "base/RuntimeError.h"
+#include "platform/qt/ports/QtEventLoop.h"
+#include "platform/x11/clipboard/XClipboard.h"
+#include "platform/x11/keys/XKeySender.h"
+
+namespace quillbox {
+
+namespace {
+
+std::string_view Environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value ? value : "";
+}
+
+bool HasXServer() {
+  xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+  const bool reached = xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return reached;
+}
+
+std::string WhyNoXServer() {
+  const std::string_view display = Environment("DISPLAY");
+  if (display.empty()) return "there is no X server: DISPLAY is not set";
+  return "the X server of DISPLAY=" + std::string(display) + " cannot be reached";
+}
+
+}  // namespace
+
+void RequireDisplay() {
+  // Whoever chooses another of Qt's platforms than X11 knows what for.
+  const std::string_view platform = Environment("QT_QPA_PLATFORM");
+  if (!platform.empty() && !platform.starts_with("xcb")) return;
+  if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+}
+
+std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
+  if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+  return std::make_unique<XClipboard>(loop);
+}
+
+std::unique_ptr<KeySender> ChooseKeySender() {
+  return std::make_unique<XKeySender>(
+      XKeySender::Options{.display = {},
+                          .pause = [](int milliseconds) { QtEventLoop::Pause(milliseconds); },
+                          .isOurs = [](xcb_window_t window) { return QWidget::find(window) != nullptr; }});
+}
+
+}  // namespace quillbox

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/ports/EventLoop.h"
+#include "platform/ports/KeySender.h"
+#include "platform/ports/SessionClipboard.h"
+
+namespace quillbox {
+
+// The ports whose real side depends on the session that runs. Nobody else knows a display server by name.
+
+// To be asked before Qt is started, which would abort the process: RuntimeError 57, with words for the person
+// who started it, if there is no display to show windows on.
+void RequireDisplay();
+
+// RuntimeError 57, in words as above, if the session has no clipboard that we can reach. `loop` outlives it.
+std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
+
+// Never fails: where nothing can be typed, each Send says so.
+std::unique_ptr<KeySender> ChooseKeySender();
+
+}  // namespace quillbox
