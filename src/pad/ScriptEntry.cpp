@@ -2,11 +2,23 @@
 
 #include <algorithm>
 
+#include "base/RuntimeError.h"
+#include "base/Utf8.h"
+
 namespace quillbox {
 
 namespace {
 
 constexpr TextView kMark = u"{SCRIPT}";
+
+// A good script that can't be typed here and now isn't blamed on its syntax.
+Text MessageFor(const RuntimeError& error) {
+  if (error.Number() == errors::kDeviceError) {
+    return u"Sorry, the script could not be typed. " + FromUtf8(error.what());
+  }
+  return u"Sorry, an error occured while executing the script. Please check your syntax (listed in the "
+         u"StartHelp) and try again!";
+}
 
 }  // namespace
 
@@ -19,15 +31,12 @@ void ScriptRunner::Run(const Text& script) {
   try {
     window_.form.GetDispatcher().WhileWaiting([&] { keySender_.Send(keys); });
     running_ = false;
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& error) {
     running_ = false;
     // The program may have been ended while the keys went out.
     if (!window_.form.GetLoaded()) return;
     window_.form.SetWindowState(WindowState::Maximized);
-    window_.MessageBox(
-        u"Sorry, an error occured while executing the script. Please check your syntax (listed in the "
-        u"StartHelp) and try again!",
-        16, u"Quillbox Script Error");
+    window_.MessageBox(MessageFor(error), 16, u"Quillbox Script Error");
   }
 }
 

@@ -33,13 +33,13 @@ TEST_F(XKeySenderFocus, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
 }
 
 // {CAPSLOCK} would show wherever it is typed.
-TEST_F(XKeySenderFocus, WithoutAWindowToTypeIntoNothingIsTyped) {
+TEST_F(XKeySenderFocus, WithoutAWindowToTypeIntoTheScriptFails) {
   ours.TakeFocus();
-  careful.Send(u"a{CAPSLOCK}");
+  EXPECT_THROW(careful.Send(u"a{CAPSLOCK}"), RuntimeError);
   ours.GiveFocusToNobody();
-  careful.Send(u"b{CAPSLOCK}{CAPSLOCK}{CAPSLOCK}");
+  EXPECT_THROW(careful.Send(u"b{CAPSLOCK}{CAPSLOCK}{CAPSLOCK}"), RuntimeError);
   receiver.GiveFocusToPointer();
-  careful.Send(u"c{CAPSLOCK}");
+  EXPECT_THROW(careful.Send(u"c{CAPSLOCK}"), RuntimeError);
   Sleep(50);
   EXPECT_TRUE(receiver.Presses().empty());
   EXPECT_TRUE(ours.Presses().empty());
@@ -50,7 +50,7 @@ TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
   KeyReceiver said({.answersPings = true, .saysOurProcess = true});
   XKeySender asks(Plain({}));
   said.TakeFocus();
-  asks.Send(u"abc");
+  EXPECT_THROW(asks.Send(u"abc"), RuntimeError);
   receiver.TakeFocus();
   asks.Send(u"def");
   EXPECT_EQ(receiver.Text(), "def");
@@ -105,7 +105,7 @@ TEST(XKeySenderManaged, UnderAWindowManager) {
     ASSERT_EQ(parking.size(), 1U);
     xcb_set_input_focus(server.Get(), XCB_INPUT_FOCUS_NONE, parking[0], XCB_CURRENT_TIME);
     ASSERT_EQ(server.Sync(), parking[0]);
-    sender.Send(u"a{CAPSLOCK}");
+    EXPECT_THROW(sender.Send(u"a{CAPSLOCK}"), RuntimeError);
     EXPECT_EQ(person.Locked(), 0);
   }
   // It has left its traces, and windows are windows again.

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QSessionManager>
 
+#include "base/Utf8.h"
 #include "platform/qt/SessionPorts.h"
 #include "platform/qt/ports/Help.h"
 #include "platform/qt/views/AboutView.h"
@@ -29,7 +30,7 @@ Program::Program(EndingSignals& signals)
       trayIcon_(presence_),
       windows_(dispatcher_),
       clipboard_(ChooseClipboard(loop_)),
-      keySender_(ChooseKeySender()),
+      keySender_(ChooseKeySender(ToLosslessUtf8(system_.DataFolder()))),
       registry_(RegistryPlaces::FromEnvironment()),
       platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
                 sound_,      system_,   clock_,    files_,   tips_} {

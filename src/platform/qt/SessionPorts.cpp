@@ -2,15 +2,13 @@
 
 #include <xcb/xcb.h>
 
-#include <QWidget>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "base/RuntimeError.h"
-#include "platform/qt/ports/QtEventLoop.h"
+#include "platform/qt/SessionKeySender.h"
 #include "platform/x11/clipboard/XClipboard.h"
-#include "platform/x11/keys/XKeySender.h"
 
 namespace quillbox {
 
@@ -48,11 +46,8 @@ std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
   return std::make_unique<XClipboard>(loop);
 }
 
-std::unique_ptr<KeySender> ChooseKeySender() {
-  return std::make_unique<XKeySender>(
-      XKeySender::Options{.display = {},
-                          .pause = [](int milliseconds) { QtEventLoop::Pause(milliseconds); },
-                          .isOurs = [](xcb_window_t window) { return QWidget::find(window) != nullptr; }});
+std::unique_ptr<KeySender> ChooseKeySender(const std::string& dataFolder) {
+  return std::make_unique<SessionKeySender>(dataFolder);
 }
 
 }  // namespace quillbox

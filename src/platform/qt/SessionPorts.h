@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "platform/ports/EventLoop.h"
 #include "platform/ports/KeySender.h"
@@ -17,7 +18,8 @@ void RequireDisplay();
 // RuntimeError 57, in words as above, if the session has no clipboard that we can reach. `loop` outlives it.
 std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
 
-// Never fails: where nothing can be typed, each Send says so.
-std::unique_ptr<KeySender> ChooseKeySender();
+// Never fails: where nothing can be typed, each Send says so. In `dataFolder`, the user's, a permission is
+// kept.
+std::unique_ptr<KeySender> ChooseKeySender(const std::string& dataFolder);
 
 }  // namespace quillbox

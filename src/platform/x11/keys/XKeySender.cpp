@@ -87,19 +87,18 @@ void XKeySender::Send(const Text& keys) {
   } sending(sending_);
   while (connection_.NextEvent()) continue;
   WaitForReleasedKeys();
-  if (!WaitForTarget()) return;
+  WaitForTarget();
 
   Session session(*this, state_.Read());
   effectBudget_ = kEffectBudget;
   std::span<const KeyStroke> left(strokes);
   while (!left.empty()) {
     const std::size_t count = session.Typist().Prepare(left);
-    const bool complete = TypeRound(session.Typist(), left.first(count));
+    TypeRound(session.Typist(), left.first(count));
     session.Typist().ReleaseModifiers();
     WaitUntilTakenIn(count);
     spareKeys_.TakeOff();
     if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "The X server has gone away.");
-    if (!complete) return;
     left = left.subspan(count);
   }
 }
@@ -118,46 +117,50 @@ void XKeySender::WaitForReleasedKeys() {
   WaitFor([this] { return !state_.Read().anyKey; }, kWaitForKeys, 10);
   const auto modifiersReleased = [this] { return state_.Read().held == 0; };
   if (WaitFor(modifiersReleased, kWaitForModifiers - kWaitForKeys, 10)) return;
-  throw RuntimeError(errors::kPermission, "A modifier key is held down.");
+  throw RuntimeError(errors::kDeviceError, "A modifier key is held down.");
 }
 
-bool XKeySender::WaitForTarget() {
+bool XKeySender::HasTarget() {
+  if (connection_.Lost()) return false;
+  return focus_.IsTarget(connection_.Sync());
+}
+
+void XKeySender::WaitForTarget() {
   pause_(0);
-  return WaitFor(
-      [this] {
-        target_ = connection_.Sync();
-        return focus_.IsTarget(target_);
-      },
-      kWaitForFocus, 10);
+  const auto found = [this] {
+    target_ = connection_.Sync();
+    return focus_.IsTarget(target_);
+  };
+  if (WaitFor(found, kWaitForFocus, 10)) return;
+  if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "The X server has gone away.");
+  throw RuntimeError(errors::kDeviceError, "No window of another program has the focus.");
 }
 
-// Types the strokes; false if the focus went to nowhere on the way.
-bool XKeySender::TypeRound(XTypist& typist, std::span<const KeyStroke> strokes) {
+void XKeySender::TypeRound(XTypist& typist, std::span<const KeyStroke> strokes) {
   auto stopped = SteadyClock::now();
   for (std::size_t i = 0; i < strokes.size(); ++i) {
     typist.Type(strokes[i]);
     const bool last = i + 1 == strokes.size();
     const bool effect = !last && MayMoveFocus(strokes[i]) && !strokes[i + 1].joined;
     if (effect) WaitForEffect(typist);
-    if (!effect && !last && (i + 1) % kStrokesPerSync != 0) continue;
-    if (!FocusIsRight(typist) && !last) return false;
+    if (last || (!effect && (i + 1) % kStrokesPerSync != 0)) continue;
+    FollowFocus(typist);
     if (SteadyClock::now() - stopped < kLongestStop) continue;
     pause_(0);
     stopped = SteadyClock::now();
   }
-  return true;
 }
 
 // The keys may have moved the focus themselves, and the next ones are for the new window, unless it is ours.
-bool XKeySender::FocusIsRight(XTypist& typist) {
+void XKeySender::FollowFocus(XTypist& typist) {
   const xcb_window_t focus = connection_.Sync();
-  if (focus == target_) return true;
-  if (!focus_.IsTarget(focus)) {
-    typist.ReleaseModifiers();
-    return WaitForTarget();
+  if (focus == target_) return;
+  if (focus_.IsTarget(focus)) {
+    target_ = focus;
+    return;
   }
-  target_ = focus;
-  return true;
+  typist.ReleaseModifiers();
+  WaitForTarget();
 }
 
 void XKeySender::WaitForEffect(XTypist& typist) {

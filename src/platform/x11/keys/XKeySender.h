@@ -30,22 +30,23 @@ class XKeySender : public KeySender {
   // Never fails; without a usable server each Send does, with errors::kDeviceError.
   explicit XKeySender(Options options);
 
-  // Nothing is typed, and nothing fails, if within 1 s no window but ours has the focus. RuntimeErrors
-  // besides those of ParseKeys: errors::kBadCall for a character without a keysym, errors::kPermission while
-  // a string is being typed (from within `pause`) or if modifier keys are held down for 3 s; then nothing is
-  // typed either.
+  // RuntimeErrors besides those of ParseTypeableKeys: errors::kPermission while a string is being typed (from
+  // within `pause`), errors::kDeviceError if modifier keys are held down for 3 s, if for 1 s no window but
+  // ours has the focus, or without a usable server. What has been typed until then is typed.
   void Send(const Text& keys) override;
 
   // Called by each Send, too.
   void Recover() override;
+  // Whether a window has the focus now that keys may go to.
+  bool HasTarget();
 
  private:
   class Session;
 
   void WaitForReleasedKeys();
-  bool WaitForTarget();
-  bool TypeRound(XTypist& typist, std::span<const KeyStroke> strokes);
-  bool FocusIsRight(XTypist& typist);
+  void WaitForTarget();
+  void TypeRound(XTypist& typist, std::span<const KeyStroke> strokes);
+  void FollowFocus(XTypist& typist);
   void WaitUntilTakenIn(std::size_t strokes);
   void WaitForEffect(XTypist& typist);
   bool WaitFor(const std::function<bool()>& done, int milliseconds, int step);

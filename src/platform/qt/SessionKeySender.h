@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "platform/ports/KeySender.h"
+#include "platform/qt/portal/PortalKeySender.h"
+#include "platform/wayland/keys/WaylandKeySender.h"
+#include "platform/x11/keys/XKeySender.h"
+
+namespace quillbox {
+
+// Types as the session allows, and looks for the way anew with each string: a compositor or a portal may come
+// later than we do. Under Wayland that is a virtual keyboard of the compositor's, else the desktop's portal,
+// else XTEST, which reaches X11 windows alone.
+class SessionKeySender : public KeySender {
+ public:
+  // `dataFolder` is the user's; a permission is kept there.
+  explicit SessionKeySender(const std::string& dataFolder);
+
+  // RuntimeErrors of the way chosen; all of them have errors::kDeviceError, in words for the person, where
+  // the string is good and can't be typed.
+  void Send(const Text& keys) override;
+  void Recover() override { x11_.Recover(); }
+
+ private:
+  // And why.
+  std::pair<KeySender&, const char*> Choose();
+
+  WaylandKeySender wayland_;
+  PortalKeySender portal_;
+  XKeySender x11_;
+};
+
+}  // namespace quillbox
