@@ -30,7 +30,7 @@ Program::Program(EndingSignals& signals)
       trayIcon_(presence_),
       windows_(dispatcher_),
       clipboard_(ChooseClipboard(loop_)),
-      keySender_(ChooseKeySender(ToLosslessUtf8(system_.DataFolder()))),
+      keySender_(ChooseKeySender([this] { return ToLosslessUtf8(frmTray_->settings.UserDataDir()); })),
       registry_(RegistryPlaces::FromEnvironment()),
       platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
                 sound_,      system_,   clock_,    files_,   tips_} {

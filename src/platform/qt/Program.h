@@ -54,11 +54,11 @@ class Program {
   QtWindows windows_;
   QtMessageBoxes messageBoxes_;
   QtSound sound_;
-  LinuxSystem system_;
   std::unique_ptr<SessionClipboard> clipboard_;
   std::unique_ptr<KeySender> keySender_;
   PosixFiles files_;
   FileRegistry registry_;
+  LinuxSystem system_;
   LinuxClock clock_;
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;

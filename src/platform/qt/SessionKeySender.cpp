@@ -26,7 +26,7 @@ bool IsWayland() {
 
 }  // namespace
 
-SessionKeySender::SessionKeySender(const std::string& dataFolder)
+SessionKeySender::SessionKeySender(const std::function<std::string()>& dataFolder)
     : wayland_({.display = {}, .pause = Pause, .focusIsOurs = FocusIsOurs, .ownId = "quillbox"}),
       portal_({.dataFolder = dataFolder, .pause = Pause, .focusIsOurs = FocusIsOurs}),
       x11_({.display = {}, .pause = Pause, .isOurs = [](xcb_window_t window) {

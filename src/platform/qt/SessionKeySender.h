@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/ports/KeySender.h"
 #include "platform/qt/portal/PortalKeySender.h"
@@ -14,8 +16,8 @@ namespace quillbox {
 // else XTEST, which reaches X11 windows alone.
 class SessionKeySender : public KeySender {
  public:
-  // `dataFolder` is the user's; a permission is kept there.
-  explicit SessionKeySender(const std::string& dataFolder);
+  // `dataFolder` gives the user's when it is needed; a permission is kept there.
+  explicit SessionKeySender(const std::function<std::string()>& dataFolder);
 
   // RuntimeErrors of the way chosen; all of them have errors::kDeviceError, in words for the person, where
   // the string is good and can't be typed.

@@ -46,7 +46,7 @@ std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
   return std::make_unique<XClipboard>(loop);
 }
 
-std::unique_ptr<KeySender> ChooseKeySender(const std::string& dataFolder) {
+std::unique_ptr<KeySender> ChooseKeySender(const std::function<std::string()>& dataFolder) {
   return std::make_unique<SessionKeySender>(dataFolder);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -18,8 +19,8 @@ void RequireDisplay();
 // RuntimeError 57, in words as above, if the session has no clipboard that we can reach. `loop` outlives it.
 std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
 
-// Never fails: where nothing can be typed, each Send says so. In `dataFolder`, the user's, a permission is
-// kept.
-std::unique_ptr<KeySender> ChooseKeySender(const std::string& dataFolder);
+// Never fails: where nothing can be typed, each Send says so. `dataFolder` gives the user's when a permission
+// is to be kept there.
+std::unique_ptr<KeySender> ChooseKeySender(const std::function<std::string()>& dataFolder);
 
 }  // namespace quillbox

@@ -16,7 +16,7 @@ namespace quillbox {
 class PortalKeySender : public KeySender {
  public:
   struct Options {
-    std::string dataFolder;  // of the user, for the token of a permission
+    std::function<std::string()> dataFolder;  // of the user, for the token of a permission
     // Lets the program's own events run for about so many milliseconds, 0 for those that are due.
     std::function<void(int milliseconds)> pause;
     // Whether a window of this program has the focus, as far as the program itself knows.

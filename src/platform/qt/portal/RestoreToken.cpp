@@ -30,7 +30,7 @@ void RestoreToken::Write(const std::string& token) const {
     return;
   }
   SystemCalls calls;
-  MakeFolder(folder_, true);
+  MakeFolder(folder_(), true);
   if (const int failure = ReplaceFile(calls, path, token); failure != 0) {
     Trace({"keys: the desktop's permission can't be kept: ", std::strerror(failure)});
   }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace quillbox {
 
@@ -8,7 +10,8 @@ namespace quillbox {
 // user's data folder, readable by nobody else, and replaced by each session.
 class RestoreToken {
  public:
-  explicit RestoreToken(std::string folder) : folder_(std::move(folder)) {}
+  // `folder` gives the user's data folder, which may be missing yet.
+  explicit RestoreToken(std::function<std::string()> folder) : folder_(std::move(folder)) {}
 
   // Empty if there is none.
   std::string Read() const;
@@ -16,9 +19,9 @@ class RestoreToken {
   void Write(const std::string& token) const;
 
  private:
-  std::string Path() const { return folder_ + "/keyboard.token"; }
+  std::string Path() const { return folder_() + "/keyboard.token"; }
 
-  std::string folder_;
+  std::function<std::string()> folder_;
 };
 
 }  // namespace quillbox

@@ -1,0 +1,91 @@
+"""Scripts under sway: typed into the native window that had the focus."""
+import pathlib
+import random
+import signal
+import sys
+import time
+import unittest
+
+from sway import Sway, wait_for
+
+sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
+from script_test import pad_file  # noqa: E402
+
+# Notes each byte that the terminal sends.
+RECORDER = """
+import os, sys, tty
+tty.setraw(0)
+with open(sys.argv[1], "ab", buffering=0) as file:
+    while True:
+        file.write(os.read(0, 65536))
+"""
+
+
+def long_text():
+    """5000 characters, more of them different than a keyboard has keys, with a tab and a line break."""
+    some = "abc XYZ½€ßé漢😀12!@" + "".join(map(chr, range(0x4E00, 0x4E00 + 200)))
+    text = "".join(random.Random(1).choices(some, k=5000))
+    return text[:2500] + "\t\n" + text[2502:]
+
+
+class ScriptCase(unittest.TestCase):
+    """A script in the Pad-List, a tray to pick it from, and a terminal to type into."""
+
+    ENVIRONMENT = {}
+
+    def start(self, script):
+        self.screen = Sway(xwayland=True)
+        self.addCleanup(self.screen.close)
+        self.screen.settings()
+        self.screen.data.mkdir(parents=True, mode=0o700)
+        (self.screen.data / "PadData.qbx").write_bytes(pad_file(("Hello", "{SCRIPT}" + script)))
+        self.screen.program_environment = {"QUILLBOX_LOG": "1", **self.ENVIRONMENT}
+        self.screen.start_program()
+        self.typed = self.screen.folder / "typed"
+
+    def open_terminal(self):
+        self.typed.touch()
+        terminal = self.screen.terminal(sys.executable, "-c", RECORDER, self.typed)
+        wait_for("the terminal in front", lambda: self.screen.focused().get("app_id") == "foot")
+        time.sleep(1)  # for the program in it
+        return terminal
+
+    def pick(self):
+        number = next(number for number, properties in self.screen.tray.menu()
+                      if properties.get("label", "").endswith("Hello"))
+        self.screen.tray.pick(number)
+
+    def text(self):
+        return self.typed.read_bytes().decode(errors="replace")
+
+
+class Scripts(ScriptCase):
+    def test_arrives_whole(self):
+        text = long_text()
+        self.start(text)
+        self.open_terminal()
+        self.pick()
+        wanted = text.replace("\n", "\r")
+        wait_for("the whole text", lambda: len(self.text()) >= len(wanted), 60)
+        self.assertEqual(wanted, self.text())
+
+    def test_killed_in_the_middle_nothing_stays_pressed(self):
+        self.start("+^%({é 32767})")
+        self.open_terminal()
+        self.pick()
+        wait_for("the first keys", self.text)
+        self.screen.stop_program(signal.SIGKILL)
+        time.sleep(0.5)
+        before = self.text()
+        self.screen.start("wtype", "x")
+        wait_for("a key", lambda: self.text() != before)
+        self.assertEqual(before + "x", self.text())
+
+    def test_without_a_window_it_says_so(self):
+        self.start("abc")
+        self.pick()
+        wait_for("the reason", lambda: "keys: No window of another program" in self.screen.log("quillbox"))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,107 @@
+"""A desktop's portal that hands out keyboards (org.freedesktop.portal.RemoteDesktop) and notes what is typed."""
+import threading
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+NAME = "org.freedesktop.portal.Desktop"
+PATH = "/org/freedesktop/portal/desktop"
+INTERFACES = """
+<node>
+<interface name="org.freedesktop.portal.RemoteDesktop">
+  <method name="CreateSession"><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
+  <method name="SelectDevices"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
+    <arg type="o" direction="out"/></method>
+  <method name="Start"><arg type="o" direction="in"/><arg type="s" direction="in"/><arg type="a{sv}" direction="in"/>
+    <arg type="o" direction="out"/></method>
+  <method name="NotifyKeyboardKeysym"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
+    <arg type="i" direction="in"/><arg type="u" direction="in"/></method>
+  <property name="AvailableDeviceTypes" type="u" access="read"/>
+</interface>
+<interface name="org.freedesktop.portal.Session"><method name="Close"/></interface>
+</node>"""
+
+
+class Portal:
+    """On the bus at `address` until `close()`. What a person says is in `allows`."""
+
+    def __init__(self, address, allows=True, closes_after=None):
+        self.allows = allows
+        self.closes_after = closes_after  # so many keys, as when the person ends the session
+        self.calls = []  # what was asked, in order, without the keys
+        self.keys = []  # (keysym, pressed)
+        self.tokens = 0
+        self.session = None
+        self.registered = 0
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
+            None, None)
+        self.context = GLib.MainContext()
+        self.loop = GLib.MainLoop(self.context)
+        self.ready = threading.Event()
+        self.thread = threading.Thread(target=self._run, daemon=True)
+        self.thread.start()
+        if not self.ready.wait(10):
+            raise AssertionError("the portal did not start")
+
+    def _run(self):
+        self.context.push_thread_default()
+        self.remote, self.ended = Gio.DBusNodeInfo.new_for_xml(INTERFACES).interfaces
+        self.bus.register_object(PATH, self.remote, self._called, lambda *_: GLib.Variant("u", 3), None)
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+                           GLib.Variant("(su)", (NAME, 4)), None, Gio.DBusCallFlags.NONE, 5000, None)
+        self.ready.set()
+        self.loop.run()
+
+    def close(self):
+        self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
+        self.thread.join(5)
+        self.bus.close_sync(None)
+
+    def _called(self, _bus, sender, path, _interface, method, arguments, invocation):
+        values = arguments.unpack()
+        if method == "NotifyKeyboardKeysym":
+            self._key(values, invocation)
+            return
+        options = values[-1] if values else {}
+        self.calls.append((method, {key: value for key, value in options.items() if not key.endswith("handle_token")}))
+        if method == "Close":
+            self._end_session()
+            invocation.return_value(None)
+            return
+        request = f"{PATH}/request/{sender[1:].replace('.', '_')}/{options['handle_token']}"
+        invocation.return_value(GLib.Variant("(o)", (request,)))
+        code, results = getattr(self, method)(sender, options)
+        self.bus.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
+                             GLib.Variant("(ua{sv})", (code, results)))
+
+    def CreateSession(self, sender, options):
+        self.session = f"{PATH}/session/{sender[1:].replace('.', '_')}/{options['session_handle_token']}"
+        self.registered = self.bus.register_object(self.session, self.ended, self._called, None, None)
+        return 0, {"session_handle": GLib.Variant("s", self.session)}
+
+    def SelectDevices(self, _sender, _options):
+        return 0, {}
+
+    def Start(self, _sender, _options):
+        if not self.allows:
+            return 1, {}
+        self.tokens += 1
+        return 0, {"devices": GLib.Variant("u", 1), "restore_token": GLib.Variant("s", f"token {self.tokens}")}
+
+    def _key(self, values, invocation):
+        if values[0] != self.session:
+            invocation.return_dbus_error("org.freedesktop.DBus.Error.AccessDenied", "no such session")
+            return
+        self.keys.append((values[2], bool(values[3])))
+        invocation.return_value(None)
+        if len(self.keys) == self.closes_after:
+            self.bus.emit_signal(None, self.session, "org.freedesktop.portal.Session", "Closed",
+                                 GLib.Variant("(a{sv})", ({},)))
+            self._end_session()
+
+    def _end_session(self):
+        self.bus.unregister_object(self.registered)
+        self.session = None

@@ -1,0 +1,97 @@
+"""A Wayland desktop of its own for a test: sway without a screen, session bus, a tray, and Quillbox on it."""
+import json
+import os
+import pathlib
+import pwd
+import subprocess
+import sys
+
+sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
+from desktop import Desktop, wait_for  # noqa: E402
+from statusnotifier import StatusNotifierHost  # noqa: E402
+
+CONFIG = """
+xwayland {xwayland}
+default_border none
+exec xhost +local: && echo "$DISPLAY" >"{runtime}/display"
+"""
+# The outputs and the drawing need no device.
+HEADLESS = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
+
+
+class Sway(Desktop):
+    """`with Sway() as screen:`; `screen.tray` is a StatusNotifier host."""
+
+    def __init__(self, xwayland=False):
+        self.xwayland = xwayland
+        self.tray = None
+        self.program_environment = {}  # besides the session's
+        super().__init__()
+
+    def _start(self, *_):
+        self.environment = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "HOME": str(self.folder),
+                            "NO_AT_BRIDGE": "1", "XDG_SESSION_TYPE": "wayland"}
+        for name in ("config", "data", "cache", "runtime"):
+            (self.folder / name).mkdir(mode=0o700)
+            key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"
+            self.environment[key] = str(self.folder / name)
+        self._start_bus()
+        self.tray = StatusNotifierHost(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.start_compositor()
+
+    def start_compositor(self):
+        """Sway refuses to run as root; it is another user's then, and its socket is used all the same."""
+        runtime = self.folder / "sway"
+        runtime.mkdir(mode=0o700, exist_ok=True)
+        xwayland = "enable" if self.xwayland else "disable"
+        (runtime / "config").write_text(CONFIG.format(xwayland=xwayland, runtime=runtime))
+        command = ["sway", "-c", str(runtime / "config")]
+        if os.getuid() == 0:
+            nobody = pwd.getpwnam("nobody")
+            self.folder.chmod(0o711)
+            os.chown(runtime, nobody.pw_uid, nobody.pw_gid)
+            command[:0] = ["setpriv", f"--reuid={nobody.pw_uid}", f"--regid={nobody.pw_gid}", "--clear-groups"]
+        self.compositor = self.start(*command, environment={**HEADLESS, "XDG_RUNTIME_DIR": str(runtime)})
+        socket = wait_for("the compositor", lambda: [path for path in runtime.glob("wayland-*") if path.is_socket()])[0]
+        self.environment["WAYLAND_DISPLAY"] = str(socket)
+        self.environment["SWAYSOCK"] = str(wait_for("its control", lambda: list(runtime.glob("sway-ipc*")))[0])
+        if self.xwayland:
+            display = runtime / "display"
+            self.environment["DISPLAY"] = wait_for("the X server", lambda: display.exists() and display.read_text().strip())
+        # A session has a keyboard; without one programs hear of keys only when the first comes.
+        self.start("wtype", "-s", "100000000", "x")
+
+    def close(self):
+        if self.tray:
+            self.tray.close()
+        super().close()
+
+    def start_program(self, wait=True):
+        return self._started(self.start(self.program_file, environment=self.program_environment), wait)
+
+    def reach(self):
+        return "icon" if self.tray.items else ""
+
+    def terminal(self, *command):
+        """A native window, which gets the focus; returns its process."""
+        return self.start("foot", *command)
+
+    def sway(self, *arguments):
+        """What the compositor answers."""
+        answer = subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20, capture_output=True)
+        return json.loads(answer.stdout)
+
+    def focus(self, program):
+        """A person turns to the window of that program."""
+        self.sway(f"[app_id={program}] focus")
+
+    def focused(self):
+        """What the compositor says of the window with the focus, {} if there is none."""
+        tree = self.sway("-t", "get_tree")
+
+        def find(node):
+            if node.get("focused") and node.get("pid"):
+                return node
+            return next(filter(None, map(find, node["nodes"] + node["floating_nodes"])), {})
+
+        return find(tree)
