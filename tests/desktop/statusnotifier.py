@@ -101,6 +101,10 @@ class StatusNotifierHost:
     def activate(self):
         self.call(ITEM, "/StatusNotifierItem", "Activate", GLib.Variant("(ii)", (100, 100)))
 
+    def provide_token(self, token):
+        """What a tray of Wayland's does before it activates."""
+        self.call(ITEM, "/StatusNotifierItem", "ProvideXdgActivationToken", GLib.Variant("(s)", (token,)))
+
     def context_menu(self):
         self.call(ITEM, "/StatusNotifierItem", "ContextMenu", GLib.Variant("(ii)", (100, 100)))
 

@@ -48,8 +48,11 @@ void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_
 
 }  // namespace
 
+bool WindowsHavePlaces() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+
 void SetAbove(QWidget& window, bool above) {
-  if (window.windowHandle()) window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, above);
+  if (WindowsHavePlaces() && window.windowHandle())
+    window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, above);
 }
 
 void SetSkipTaskbar(QWidget& window, bool skip) {
@@ -61,6 +64,9 @@ void ActivateWindow(QWidget& window) {
   constexpr std::uint32_t kFromPerson = 2;
   Ask(window, "_NET_ACTIVE_WINDOW", kFromPerson, XCB_CURRENT_TIME);
   window.raise();
+  // A native window has no other way. The right to come to the front is a token that the tray has handed over
+  // with the click, or the launcher with the start; Qt takes it from its environment.
+  if (!WindowsHavePlaces() && window.windowHandle()) window.windowHandle()->requestActivate();
 }
 
 }  // namespace quillbox

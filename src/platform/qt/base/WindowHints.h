@@ -4,6 +4,9 @@ class QWidget;
 
 namespace quillbox {
 
+// Whether windows know where they are and can stand above others: native windows of Wayland don't.
+bool WindowsHavePlaces();
+
 // What a window asks of the window manager. Each works on a window that is shown.
 void SetAbove(QWidget& window, bool above);
 void SetSkipTaskbar(QWidget& window, bool skip);

@@ -162,6 +162,7 @@ void FormView::moveEvent(QMoveEvent* event) {
 }
 
 void FormView::TellPlace() {
+  if (!WindowsHavePlaces()) return;
   if (isVisible() && !isMinimized()) form_.PersonMove(pos().x() * kTwipsPerPixel, pos().y() * kTwipsPerPixel);
 }
 
