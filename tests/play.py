@@ -235,7 +235,7 @@ class Body:
     def press(self, *keys):
         for key in keys:
             for each in [key] if key in KEYS else key:
-                self.do("click", "frmTray." + KEYS[each])
+                self.do("click", "frmTray." + KEYS.get(each, "no such key"))
 
     # What is seen: values.
 
