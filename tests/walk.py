@@ -453,8 +453,8 @@ class Tasks(Hand):
         self.index, self.pending = -1, False
 
     def text(self):
-        texts = ("True", "False", " ", f"{MARK} [TODO ENTRY FILE END] {MARK}", f"{MARK} [TODO ENTRY 0] {MARK}", "größer")
-        return self.one(*texts, *(f"task {i}" for i in range(14)))
+        return self.one("True", "False", " ", f"{MARK} [TODO ENTRY FILE END] {MARK}", f"{MARK} [TODO ENTRY 0] {MARK}",
+                        "größer", *(f"task {i}" for i in range(14)))
 
     def put(self):
         text, drop, yes = self.text(), self.chance(20), self.chance(50)
@@ -541,8 +541,8 @@ class Tasks(Hand):
     def make_step(self):
         some = len(self.tasks) > 0
         deed = self.random.choices(
-            (self.put, self.toggle, self.select, self.move, self.delete, self.refresh, self.end_or_minimize, self.limit),
-            (30, 25 * some, 10 * some, 15 * some, 7, 6, 5, 2))[0]
+            (self.put, self.toggle, self.select, self.move, self.delete, self.refresh, self.end_or_minimize,
+             self.limit), (30, 25 * some, 10 * some, 15 * some, 7, 6, 5, 2))[0]
         deed()
         for request in (("get", TODO, "List"), ("get", TODO, "Selected"), ("get", TODO, "ListIndex"), ("boxes",),
                         ("writes", FILES[2])):
@@ -680,18 +680,24 @@ class Damage(Hand):
 class Lines(Hand):
     SHARE = 5
 
+    VERBS = (
+        "start end closebox shutdown running clip.set clip.clear clip.picture clip.lock clip.get clip.writes reg.set "
+        "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check spin "
+        "scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds writes "
+        "settip tip user platform separator screen version clock instance during").split()
+    WORDS = (
+        "", "0", "1", "-1", "250", "99999999999999999999", "HKCU", "HKLM", INTERN, "Insert", "Text", "List", "Value",
+        "frmTray", "frmSettings", "frmTray.", ".", "frmTray.Timer1", "frmTray.SSTab1", CLIP, PAD, TODO, "frmTray.Text7",
+        "frmTray.Text0", "frmTray.Command47", "frmSettings.Command1", "frmSettings.Combo1", "mnuShow", "mnuEnd", "up",
+        "ClipEntries", "PadEntries", "Delete", "ctrl", "box", "keys", "clip.get", "\\", "\\u", "\\ud800", "\\n", "é")
+    REFUSED = (b"clip.set\t\xFF", b"clip.set\t\xED\xA0\x80", b"clip.get\t", b"", b"\t", b" clip.get", b"x" * 50_000)
+
     def __init__(self, *arguments):
         super().__init__(*arguments)
         self.answers()
-
-    VERBS = ("start end closebox shutdown running clip.set clip.clear clip.picture clip.lock clip.get clip.writes reg.set "
-             "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
-             "spin scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds "
-             "writes settip tip user platform separator screen version clock instance").split()
-    WORDS = ("", "0", "1", "-1", "250", "99999999999999999999", "HKCU", "HKLM", INTERN, "Insert", "Text", "List", "Value",
-             "frmTray", "frmSettings", "frmTray.", ".", "frmTray.Timer1", "frmTray.SSTab1", CLIP, PAD, TODO, "frmTray.Text7",
-             "frmTray.Text0", "frmTray.Command47", "frmSettings.Command1", "frmSettings.Combo1", "mnuShow", "mnuEnd",
-             "ClipEntries", "PadEntries", "up", "Delete", "ctrl", "\\", "\\u", "\\ud800", "\\n", "2024-02-29 12:00:00", "é")
+        for line in self.REFUSED:
+            self.body.send(line)
+            self.wants("not refused", self.body.flush()[0].startswith(b"error\t"), line[:100])
 
     def make_step(self):
         line = "\t".join([self.one(*self.VERBS), *self.random.choices(self.WORDS, k=self.below(5))]).encode()
@@ -736,7 +742,7 @@ def main():
             failed = body.end()
         except Found as found:
             for request, answer in body.last:
-                print("  ", request.decode("utf-8", "replace")[:200], "->", answer.decode("utf-8", "replace")[:200].strip())
+                print("  ", *(each.decode("utf-8", "replace")[:200].strip() for each in (request, answer)), sep="  ")
             print(f"walk: {name}, step {done[name]}: {str(found)[:3000]}")
             body.process.kill()
             failed = 1
