@@ -3,17 +3,18 @@
 
 readonly BUILD_PACKAGES=(
   g++ cmake ninja-build ccache pkg-config librsvg2-bin
-  qt6-base-dev qt6-multimedia-dev qt6-qpa-plugins
+  qt6-base-dev qt6-multimedia-dev qt6-qpa-plugins qt6-wayland
   libxcb1-dev libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
   libwayland-dev libwayland-bin
   libgtest-dev python3
 )
-# A desktop without a screen, and what drives it.
+# Desktops without a screen, of X11 and of Wayland, and what drives them.
 readonly DESKTOP_PACKAGES=(
   xvfb openbox tint2 xclip xdotool dbus dbus-x11 at-spi2-core
   python3-xlib python3-gi gir1.2-atspi-2.0
   sway xwayland foot wtype
   x11-utils x11-xkb-utils x11-xserver-utils imagemagick fonts-dejavu-core
+  sway foot wl-clipboard xwayland kwin-wayland
 )
 
 say() { printf '== %s\n' "$*"; }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <utility>
 
 #include "base/RuntimeError.h"
 #include "platform/qt/Program.h"
@@ -33,10 +35,11 @@ int main(int argc, char** argv) {
   QApplication::setApplicationDisplayName(QString());
   QApplication::setDesktopFileName(QStringLiteral("quillbox"));
   try {
-    quillbox::RequireDisplay();
+    std::optional<quillbox::DisplayChoice> display(std::in_place);
     // There is no command line, not even Qt's own.
     int programName = std::min(argc, 1);
     const QApplication application(programName, argv);
+    display.reset();
     quillbox::Program program(signals);
     atExit = &program;
     std::atexit(SaveAtExit);

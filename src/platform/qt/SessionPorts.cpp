@@ -1,5 +1,6 @@
 #include "platform/qt/SessionPorts.h"
 
+#include <wayland-client.h>
 #include <xcb/xcb.h>
 
 #include <cstdlib>
@@ -7,12 +8,16 @@
 #include <string_view>
 
 #include "base/RuntimeError.h"
+#include "base/Trace.h"
 #include "platform/qt/SessionKeySender.h"
+#include "platform/wayland/clipboard/WaylandClipboard.h"
 #include "platform/x11/clipboard/XClipboard.h"
 
 namespace quillbox {
 
 namespace {
+
+constexpr const char* kQtPlatform = "QT_QPA_PLATFORM";
 
 std::string_view Environment(const char* name) {
   const char* const value = std::getenv(name);
@@ -26,23 +31,61 @@ bool HasXServer() {
   return reached;
 }
 
+bool HasCompositor() {
+  if (!Environment("WAYLAND_SOCKET").empty()) return true;  // to look would take it away from Qt
+  wl_display* const display = wl_display_connect(nullptr);
+  if (display) wl_display_disconnect(display);
+  return display;
+}
+
 std::string WhyNoXServer() {
   const std::string_view display = Environment("DISPLAY");
   if (display.empty()) return "there is no X server: DISPLAY is not set";
   return "the X server of DISPLAY=" + std::string(display) + " cannot be reached";
 }
 
+std::string WhyNoCompositor() {
+  const std::string_view display = Environment("WAYLAND_DISPLAY");
+  if (display.empty()) return "there is no Wayland compositor: WAYLAND_DISPLAY is not set";
+  return "the compositor of WAYLAND_DISPLAY=" + std::string(display) + " cannot be reached";
+}
+
 }  // namespace
 
-void RequireDisplay() {
-  // Whoever chooses another of Qt's platforms than X11 knows what for.
-  const std::string_view platform = Environment("QT_QPA_PLATFORM");
-  if (!platform.empty() && !platform.starts_with("xcb")) return;
-  if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+DisplayChoice::DisplayChoice() {
+  // Whoever chooses one of Qt's platforms knows what for.
+  if (!Environment(kQtPlatform).empty()) {
+    if (Environment(kQtPlatform).starts_with("xcb") && !HasXServer())
+      throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+    return;
+  }
+  // Place, always on top and the task bar entry are X11's: a window of a Wayland session is an X11 one, too,
+  // where it can be.
+  const bool x11 = HasXServer();
+  if (!x11 && !HasCompositor())
+    throw RuntimeError(errors::kDeviceError, WhyNoXServer() + ", and " + WhyNoCompositor());
+  setenv(kQtPlatform, x11 ? "xcb" : "wayland", 1);
+  chosen_ = true;
+  Trace({"windows: ", x11 ? "on the X server" : "natively on Wayland, there being no X server"});
+}
+
+DisplayChoice::~DisplayChoice() {
+  // Not for the programs that we start.
+  if (chosen_) unsetenv(kQtPlatform);
 }
 
 std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
-  if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+  std::string whyNotNatively;
+  try {
+    auto clipboard = std::make_unique<WaylandClipboard>(loop);
+    Trace({"clipboard: the Wayland compositor's, which offers data control"});
+    return clipboard;
+  } catch (const RuntimeError& error) {
+    whyNotNatively = error.what();
+  }
+  // Under XWayland, too: where the compositor keeps data control from us, its X server may show us all.
+  if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer() + ", and " + whyNotNatively);
+  Trace({"clipboard: the X server's, because ", whyNotNatively});
   return std::make_unique<XClipboard>(loop);
 }
 

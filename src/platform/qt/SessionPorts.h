@@ -12,11 +12,24 @@ namespace quillbox {
 
 // The ports whose real side depends on the session that runs. Nobody else knows a display server by name.
 
-// To be asked before Qt is started, which would abort the process: RuntimeError 57, with words for the person
-// who started it, if there is no display to show windows on.
-void RequireDisplay();
+// Where the windows are to be shown, for Qt, which reads it when it starts: on the X server, XWayland's too,
+// if there is one, else natively on Wayland. What the user has set (QT_QPA_PLATFORM) counts more.
+// RuntimeError 57, with words for the person who started the program, if there is no display: Qt would abort
+// the process.
+class DisplayChoice {
+ public:
+  DisplayChoice();
+  ~DisplayChoice();  // when Qt has started
+  DisplayChoice(const DisplayChoice&) = delete;
+  DisplayChoice& operator=(const DisplayChoice&) = delete;
 
-// RuntimeError 57, in words as above, if the session has no clipboard that we can reach. `loop` outlives it.
+ private:
+  bool chosen_ = false;
+};
+
+// The Wayland compositor's clipboard where it offers data control, else the X server's. Never both: each
+// would take the other's text for a copy. RuntimeError 57, in words as above, if the session has no clipboard
+// that we can reach. `loop` outlives it.
 std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
 
 // Never fails: where nothing can be typed, each Send says so. `dataFolder` gives the user's when a permission
