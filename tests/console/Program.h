@@ -24,6 +24,8 @@ struct DrawnTip {
 class Program {
  public:
   virtual ~Program() = default;
+  // Runs the start steps, once. Requests can come in meanwhile.
+  virtual void Start() = 0;
   virtual Dispatcher& GetDispatcher() = 0;
   virtual Form& MainForm() = 0;
   virtual MenuItem& Menu() = 0;
@@ -35,7 +37,7 @@ class Program {
   virtual DrawnTip Tip(const Control& control, int x) = 0;
 };
 
-// Makes the program in a world and runs its start steps.
+// Makes the program in a world.
 using ProgramFactory = std::function<std::unique_ptr<Program>(MemoryWorld&)>;
 
 }  // namespace quillbox

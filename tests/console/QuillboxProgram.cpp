@@ -5,6 +5,9 @@ namespace quillbox {
 QuillboxProgram::QuillboxProgram(MemoryWorld& world) : world_(world) {
   dispatcher_.UseTimerHost(&world.timers);
   tray_ = std::make_unique<frmTray>(dispatcher_, world.platform);
+}
+
+void QuillboxProgram::Start() {
   dispatcher_.Dispatch([this] { tray_->form.Load(); });
 }
 

@@ -10,6 +10,7 @@ namespace quillbox {
 class QuillboxProgram : public Program {
  public:
   explicit QuillboxProgram(MemoryWorld& world);
+  void Start() override;
 
   Dispatcher& GetDispatcher() override { return dispatcher_; }
   Form& MainForm() override { return tray_->form; }

@@ -19,6 +19,7 @@ void Session::Start() {
   program_.reset();
   world.ForgetProgram();
   program_ = factory_(world);
+  program_->Start();
 }
 
 Program& Session::Started() const {
