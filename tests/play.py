@@ -36,7 +36,7 @@ What can be looked at:
                                   isn't its name in capitals; then ! and the title of each box
   clip, menu (names), icon, tip, running, and since the last look: clip.writes, keys, sounds
   boxes, said, meanwhile          code and title of each box since the last look, their texts; answers of `during`
-  tip:Label7:500                  a control's tip with the mouse there: left, width, height, alignment, text
+  tip:Label7:500, drag:List2      a control's tip with the mouse there: left, width, height, alignment, text; a drag
   file:CLIP, bytes:PAD, writes:CLIP, slots:PadEntries    entries as in `store`; bytes; writes since the last look; slots
   reg:Insert, reg:Extern.Name, reg:HKLM\\\\Key\\\\Name        a stored text, or (none)
   len:X, count:X                  how many characters, or values, X has
@@ -335,7 +335,8 @@ class Body:
                  "clip.writes": lambda: self.since(what, *self.do(what)),
                  "keys": lambda: self.do("keys"), "sounds": lambda: self.do("sounds")}
         of = {"len": lambda: [str(len("".join(self.see(rest))))], "count": lambda: [str(len(self.see(rest)))],
-              "tip": lambda: self.do(*qualified(["tip", *rest.split(":")])), "file": lambda: self.entries(rest),
+              "tip": lambda: self.do(*qualified(["tip", *rest.split(":")])),
+              "drag": lambda: self.do(*qualified(["drag", rest])), "file": lambda: self.entries(rest),
               "bytes": lambda: [self.content(rest)], "reg": lambda: self.registry(rest),
               "slots": lambda: "\0".join(self.do("slots", rest)).rstrip("\0").split("\0"),
               "writes": lambda: self.since(what, *self.do("writes", self.path(rest).name))}
