@@ -124,9 +124,10 @@ def qualified(words):
 
 
 def numbered(words):
-    ends = [re.match(r"(\d+)\.\.(\d+)$", word) for word in words]
-    return [each for end, word in zip(ends, words)
-            for each in (map(str, range(int(end[1]), int(end[2]) + 1)) if end else [word])]
+    """Each 1..9 as nine words."""
+    for word in words:
+        ends = re.match(r"(\d+)\.\.(\d+)$", word)
+        yield from map(str, range(int(ends[1]), int(ends[2]) + 1)) if ends else [word]
 
 
 class Body:
@@ -414,7 +415,7 @@ class Rules:
             return None
         refused, words = words[0] == "!", list(map(unquote, words[words[0] == "!":]))
         if words[0] in ("clips", "pads", "tasks"):
-            entries = numbered(words[1:])
+            entries = list(numbered(words[1:]))
             return getattr(self.body, words[0])(*(entries if len(entries) != 1 else entries[0]))
         if words[0] in ("seen", "store", "write", "block", "unblock"):
             return getattr(self.body, words[0])(*words[1:])
