@@ -139,9 +139,13 @@ class Body:
         self.scratch = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-play-"))
 
     def end(self):
+        """The body ends with its input, and takes its own scratch folder along; one that hangs is killed."""
         if self.process:
-            self.process.kill()
-            self.process.communicate()
+            try:
+                self.process.communicate(timeout=PATIENCE / 10)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.communicate()
         self.process, self.waiting = None, b""
 
     def begin(self):
