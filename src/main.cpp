@@ -2,7 +2,9 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QThread>
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -18,7 +20,19 @@ namespace {
 quillbox::Program* atExit = nullptr;
 
 void SaveAtExit() {
-  if (atExit) atExit->SaveAfterLoss();
+  if (atExit) std::exchange(atExit, nullptr)->SaveAfterLoss();
+}
+
+// On Wayland it doesn't even run what is to be run at the end, and leaves from whichever of its threads is
+// the first to see it. These are its last words, and nobody leaves before all is saved.
+QtMessageHandler sayBefore = nullptr;
+std::atomic<bool> running = false;
+
+void SaveAtLastWords(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  sayBefore(type, context, message);
+  if (!running || !message.startsWith(QLatin1String("The Wayland connection "))) return;
+  if (QThread::currentThread() == qApp->thread()) return SaveAtExit();
+  QMetaObject::invokeMethod(qApp, SaveAtExit, Qt::BlockingQueuedConnection);
 }
 
 }  // namespace
@@ -43,7 +57,10 @@ int main(int argc, char** argv) {
     quillbox::Program program(signals);
     atExit = &program;
     std::atexit(SaveAtExit);
+    sayBefore = qInstallMessageHandler(SaveAtLastWords);
+    running = true;
     const int result = program.Start() ? QApplication::exec() : 0;
+    running = false;
     program.Finish();
     atExit = nullptr;
     return result;

@@ -57,6 +57,8 @@ DisplayChoice::DisplayChoice() {
   if (!Environment(kQtPlatform).empty()) {
     if (Environment(kQtPlatform).starts_with("xcb") && !HasXServer())
       throw RuntimeError(errors::kDeviceError, WhyNoXServer());
+    if (Environment(kQtPlatform).starts_with("wayland") && !HasCompositor())
+      throw RuntimeError(errors::kDeviceError, WhyNoCompositor());
     return;
   }
   // Place, always on top and the task bar entry are X11's: a window of a Wayland session is an X11 one, too,
