@@ -14,7 +14,7 @@ readonly DESKTOP_PACKAGES=(
   python3-xlib python3-gi gir1.2-atspi-2.0
   sway xwayland foot wtype
   x11-utils x11-xkb-utils x11-xserver-utils imagemagick fonts-dejavu-core
-  sway foot wl-clipboard xwayland kwin-wayland
+  wl-clipboard kwin-wayland
 )
 
 say() { printf '== %s\n' "$*"; }

@@ -1,0 +1,140 @@
+"""The clipboard of Wayland sessions, with real clients and real compositors."""
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+from kwin import KWin
+from sway import Sway, wait_for
+
+import datafiles
+from case import DesktopCase
+
+OWNER = os.environ.get("QUILLBOX_WAYLAND_OWNER", "")
+PATIENCE = 30  # seconds; what is waited for comes at once on a machine that isn't busy
+
+
+class Sessions:
+    """What holds under every compositor; the classes below say which."""
+
+    COMPOSITOR = None
+    XWAYLAND = False
+
+    newest_becomes = DesktopCase.newest_becomes
+
+    def setUp(self):
+        self.desktop = self.COMPOSITOR(xwayland=self.XWAYLAND)
+        self.addCleanup(self.desktop.close)
+        self.desktop.settings()
+        self.desktop.program_environment = {"QUILLBOX_LOG": "1"}
+        self.desktop.start_program()
+
+    def tearDown(self):
+        if sys.exc_info()[0] or any(error for _, error in self._outcome.result.failures):
+            print("quillbox said:", self.desktop.log("quillbox")[-2000:], file=sys.stderr)
+
+    def copy(self, text, seconds=PATIENCE):
+        """Copies as any native program does; the owner lives on until the next copy."""
+        owner = self.desktop.start("wl-copy", "--foreground", text)
+        self.newest_becomes(text, seconds)
+        return owner
+
+    def paste(self):
+        """What a native program pastes; KWin lets a reader of an empty clipboard wait for ever."""
+        done = subprocess.run(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], env=self.desktop.environment,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, check=False)
+        return done.stdout.decode()
+
+    def pastes(self, text):
+        wait_for(f"{text!r} to be pasted", lambda: self.paste() == text, PATIENCE, 0.1)
+
+    def entries(self):
+        return datafiles.entries(self.desktop.data / "ClipData.qbx")
+
+    def test_copies_picks_and_dead_owners(self):
+        self.turn_to_a_native_window()
+        for number in range(60):
+            owner = self.copy(f"copy {number}")
+        self.assertEqual([f"copy {number}" for number in range(59, 9, -1)], self.entries())
+
+        item = next(item for item, shown in self.desktop.tray.menu() if shown.get("label", "").endswith("copy 57"))
+        self.desktop.tray.pick(item)
+        self.pastes("copy 57")
+        self.newest_becomes("copy 57")
+
+        owner = self.copy("outlives its program")
+        self.desktop.end(owner, signal.SIGKILL)
+        self.pastes("outlives its program")
+
+        before = self.entries()
+        secret = self.desktop.start(OWNER, "x-kde-passwordManagerHint", "secret", "text/plain;charset=utf-8", "pass word")
+        self.newest_becomes("")
+        self.desktop.end(secret, signal.SIGKILL)
+        time.sleep(1)  # for what must not come
+        self.assertEqual("", self.paste())
+        self.assertEqual([""] + before[:49], self.entries())
+        self.copy("after the secret")
+        self.assertEqual(["after the secret"] + before[:49], self.entries())
+
+    def test_a_long_text_for_three_readers_of_which_one_stops(self):
+        text = "0123456789" * 500_000
+        long = self.desktop.folder / "long"
+        long.write_text(text)
+        owner = self.desktop.start("sh", "-c", f"exec wl-copy --foreground --type text/plain <'{long}'")
+        self.newest_becomes(text[:32000])
+        self.desktop.end(owner, signal.SIGKILL)  # from here on it is ours
+        wait_for("the long text to be pasted", lambda: self.paste() == text, PATIENCE, 0.1)
+        self.pastes_are_whole(text)
+        stopped = self.reader()
+        os.read(stopped.stdout.fileno(), 1)
+        self.pastes_are_whole(text)
+        self.copy("meanwhile")
+        self.desktop.end(stopped)
+        stopped.stdout.close()
+
+    def reader(self):
+        return subprocess.Popen(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], stdin=subprocess.DEVNULL,
+                                env=self.desktop.environment, stdout=subprocess.PIPE)
+
+    def pastes_are_whole(self, text):
+        readers = [self.reader(), self.reader()]
+        for reader in readers:
+            self.assertTrue(reader.communicate(timeout=PATIENCE)[0].decode() == text)
+
+    def turn_to_a_native_window(self):
+        """Where the compositor can have one in front without a person."""
+
+
+class OnSway(Sessions, unittest.TestCase):
+    COMPOSITOR = Sway
+    XWAYLAND = True
+
+    def turn_to_a_native_window(self):
+        self.desktop.terminal("sleep", "600")
+        wait_for("the terminal in front", lambda: self.desktop.focused().get("app_id") == "foot", PATIENCE)
+
+
+class OnSwayAlone(OnSway):
+    XWAYLAND = False
+
+    def test_the_compositor_dies(self):
+        self.copy("written at the end")
+        (self.desktop.data / "ClipData.qbx").unlink()
+        self.desktop.end(self.desktop.compositor, signal.SIGKILL)
+        self.desktop.program.wait(PATIENCE)
+        self.assertEqual("written at the end", datafiles.newest(self.desktop))
+
+
+class OnKWin(Sessions, unittest.TestCase):
+    COMPOSITOR = KWin
+    XWAYLAND = True
+
+
+class OnKWinAlone(OnKWin):
+    XWAYLAND = False
+
+
+if __name__ == "__main__":
+    unittest.main()
