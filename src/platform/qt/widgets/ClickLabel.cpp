@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
+#include <utility>
 
 #include "platform/forms/Control.h"
 
@@ -16,17 +17,17 @@ ClickLabel::ClickLabel(QWidget* parent, Control& control) : QLabel(parent), cont
   setFocusPolicy(Qt::TabFocus);
 }
 
-void ClickLabel::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) control_.PersonClick();
+void ClickLabel::mousePressEvent(QMouseEvent* event) { pressed_ = event->button() == Qt::LeftButton; }
+
+// A click acts when it is released: what comes up under the mouse then gets no press of it.
+void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
+  if (rect().contains(event->position().toPoint())) control_.PersonClick();
 }
 
+// The second press of a double click means nothing where one click is all there is.
 void ClickLabel::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
-  if (control_.DblClick) {
-    control_.PersonDoubleClick();
-  } else {
-    control_.PersonClick();
-  }
+  if (event->button() == Qt::LeftButton && control_.DblClick) control_.PersonDoubleClick();
 }
 
 void ClickLabel::keyPressEvent(QKeyEvent* event) {

@@ -14,12 +14,14 @@ class ClickLabel : public QLabel {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   Control& control_;
+  bool pressed_ = false;
 };
 
 }  // namespace quillbox

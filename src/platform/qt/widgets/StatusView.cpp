@@ -15,6 +15,8 @@ QWidget* MakeStatus(FormView& view, StatusArea& status) {
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);
   QLabel* const label = MakeLabel(view, status.GetLabel(), QStringLiteral("Status"));
+  // What it does for the mouse is done elsewhere by keyboard.
+  label->setFocusPolicy(Qt::NoFocus);
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("  Refreshed  ")));
   layout->addWidget(MakeLine(view, status.UpperLine()));
   layout->addWidget(label, 0, Qt::AlignHCenter);
