@@ -6,11 +6,13 @@ namespace quillbox {
 
 namespace {
 
-// Takes 1 off the field. True if it has run out and now shows 59, so that the next greater unit goes down.
-bool TakeOne(TextBox& field) {
-  const double left = TimerFields::ValueOf(field) - 1;
-  field.SetText(left < 0 ? u"59" : MakeTextFromNumber(left));
-  return left < 0;
+void TakeOne(TextBox& field) { field.SetText(MakeTextFromNumber(TimerFields::ValueOf(field) - 1)); }
+
+// A field below 0, whatever has brought it there, shows 59 and takes one from the next greater unit.
+void Borrow(TextBox& field, TextBox& greater) {
+  if (TimerFields::ValueOf(field) >= 0) return;
+  field.SetText(u"59");
+  TakeOne(greater);
 }
 
 }  // namespace
@@ -54,13 +56,10 @@ void TimerPage::Label5_Change() {
 }
 
 void TimerPage::CountDown() {
-  if (!TakeOne(fields_.Text14)) return;
-  if (!TakeOne(fields_.Text17)) return;
-  const double hours = TimerFields::ValueOf(fields_.Text16) - 1;
-  if (hours >= 0) {
-    fields_.Text16.SetText(MakeTextFromNumber(hours));
-    return;
-  }
+  TakeOne(fields_.Text14);
+  Borrow(fields_.Text14, fields_.Text17);
+  Borrow(fields_.Text17, fields_.Text16);
+  if (TimerFields::ValueOf(fields_.Text16) >= 0) return;
   switch_.End();
   fields_.Set(u"0", u"0", u"0");
   ShowMessage(TimeThatPassed());

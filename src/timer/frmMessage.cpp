@@ -30,6 +30,8 @@ frmMessage::frmMessage(Dispatcher& dispatcher, MainWindow& window, Norvane& sett
       sound_(sound),
       showAgainInTwoMinutes_(std::move(showAgainInTwoMinutes)) {
   form.SetSize(kWidth, kHeight);
+  // It comes up by itself: what is being typed into another window goes on there.
+  form.SetActivates(false);
   form.SetDefaultButton(&Command1);
   form.SetCancelButton(&Command1);
   form.LoadHandler = [this] { Form_Load(); };

@@ -36,7 +36,7 @@ class Form {
   bool GetLoaded() const { return loaded_; }
   // Runs LoadHandler once; a loaded form stays as it is.
   void Load();
-  // Loads the form if need be and makes it visible; another form than the main one takes the focus.
+  // Loads the form if need be and makes it visible; it takes the focus if it activates.
   void Show();
   // How often Show was called: also for a visible window it means that somebody wants to see it.
   unsigned Shows() const { return shows_; }
@@ -77,7 +77,7 @@ class Form {
   CommandButton* CancelButton() const { return cancelButton_; }
   void SetDefaultButton(CommandButton* button) { defaultButton_ = button; }
   void SetCancelButton(CommandButton* button) { cancelButton_ = button; }
-  // A form that takes the focus when it is shown.
+  // Whether the form takes the focus when it is shown.
   void SetActivates(bool activates) { activates_ = activates; }
 
   // The control of that name, or null.
