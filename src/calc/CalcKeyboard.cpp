@@ -15,6 +15,7 @@ bool IsOneOf(char16_t key, TextView keys) { return keys.find(key) != TextView::n
 }  // namespace
 
 CalcKeyboard::CalcKeyboard(CalcDisplay& display, BaseSelector& bases) : display_(display), bases_(bases) {
+  display_.Text7.TakeCommandsAsCharacters();
   display_.Text7.GotFocus = [this] { Text7_GotFocus(); };
   display_.Text7.LostFocus = [this] { Text7_LostFocus(); };
   display_.Text7.KeyPress = [this](char16_t& key) { Text7_KeyPress(key); };

@@ -58,6 +58,8 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
   Command003.Click = [this] { Command003_Click(); };
   watcher_.Arrived = [this](const SharedText& text) { Text0.SetText(text); };
   watcher_.Saved = [this] {
+    // A text as long as the one before changes no caption, but the current row may be another one or gone.
+    Label7_Change();
     if (CutUrlGrade() > 1) Label7_DblClick();
   };
   const auto hideStatus = [this] { status.Hide(); };

@@ -49,10 +49,10 @@ void PadMoves::OneUp() {
   files_.AktualisiereCle1();
 }
 
-void PadMoves::Key(int code) {
+void PadMoves::Key(KeyEvent& key) {
   const int row = Current();
   if (row < 0) return;
-  switch (code) {
+  switch (key.code) {
     case keys::kUp:
     case keys::kLeft:
       OneUp();
@@ -66,8 +66,10 @@ void PadMoves::Key(int code) {
     case keys::kEnd:
       return ToEnd();
     case keys::kPageUp:
+      key.code = 0;
       return PageUp();
     case keys::kPageDown:
+      key.code = 0;
       return PageDown();
     default:
       return;
@@ -97,22 +99,25 @@ void PadMoves::PageUp() {
   if (!CanMoveUp()) return;
   const int row = Current();
   Entry entry = TakeCurrent();
-  pad_.AddEntry1(entry.name, entry.text, std::max(row - kPage, 0));
-  FinishPage(row, entry.selected);
+  const int to = std::max(row - kPage, 0);
+  pad_.AddEntry1(entry.name, entry.text, to);
+  FinishPage(row, entry.selected, to);
 }
 
 void PadMoves::PageDown() {
   if (!CanMoveDown()) return;
   const int row = Current();
   Entry entry = TakeCurrent();
-  pad_.AddEntry1(entry.name, entry.text, std::min(row + kPage, pad_.List1.GetListCount()));
-  FinishPage(row, entry.selected);
+  const int to = std::min(row + kPage, pad_.List1.GetListCount());
+  pad_.AddEntry1(entry.name, entry.text, to);
+  FinishPage(row, entry.selected, to);
 }
 
-void PadMoves::FinishPage(int row, bool selected) {
+void PadMoves::FinishPage(int row, bool selected, int moved) {
   pad_.List1.SetTopIndex(row);
   MakeCurrent(row, selected);
   files_.AktualisiereCle1();
+  pad_.List1.MoveCurrent(moved);
 }
 
 }  // namespace quillbox

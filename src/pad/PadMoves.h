@@ -15,8 +15,8 @@ class PadMoves {
   void OneUp();
   void OneDown();
   // A Ctrl key of the list; others do nothing. The list's own handling of the key, which moves the current
-  // row on, follows.
-  void Key(int code);
+  // row on, follows; but not for the page keys, whose page is one of these moves and not one of the list.
+  void Key(KeyEvent& key);
 
  private:
   // What a move keeps of the row.
@@ -36,7 +36,8 @@ class PadMoves {
   void PageUp();
   void PageDown();
   // The last steps of a move by a page: what stands at `row` now is current, selected as the moved row was.
-  void FinishPage(int row, bool selected);
+  // Then the moved row, at `moved`, is the current one.
+  void FinishPage(int row, bool selected, int moved);
 
   PadList& pad_;
   DataFiles& files_;

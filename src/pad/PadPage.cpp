@@ -58,7 +58,7 @@ void PadPage::WireFieldsAndButtons() {
   Label13.Change = [this] { Label13_Change(); };
   Label13.DblClick = [this] { Label13_DblClick(); };
   Command101.Click = [this] { Command101_Click(); };
-  Command102.Click = [this] { use_.UseShown(); };
+  Command102.Click = [this] { Command102_Click(); };
   Command103.Click = [this] { Command103_Click(); };
   Command104.Click = [this] { Command104_Click(); };
   Command105.Click = [this] { Command105_Click(); };
@@ -136,15 +136,15 @@ void PadPage::List1_LostFocus() {
   UpDown2.SetEnabled(false);
 }
 
-void PadPage::List1_KeyDown(const KeyEvent& key) {
+void PadPage::List1_KeyDown(KeyEvent& key) {
   switch (key.code) {
     case keys::kDelete:
       if (MayDeleteByKey(window_, settings_)) Command105_Click();
       return;
     case keys::kEnter:
-      return use_.UseShown();
+      return Command102_Click();
     default:
-      if (UpDown2.GetEnabled() && key.CtrlAlone()) moves_.Key(key.code);
+      if (UpDown2.GetEnabled() && key.CtrlAlone()) moves_.Key(key);
   }
 }
 
@@ -189,6 +189,8 @@ void PadPage::Text101_GotFocus() {
 void PadPage::Text3_Change() { status.WriteLength(Text3.GetText().size()); }
 
 void PadPage::Text3_GotFocus() {
+  // A name that stands for none is typed over.
+  if (Text3.GetText() == PadList::kNoName) Text3.Select(0, Text3.GetText().size());
   if (!window_.TakeKeptStatus()) status.WriteLength(Text3.GetText().size());
   status.Show();
 }
@@ -232,6 +234,12 @@ void PadPage::Command101_Click() {
   status.Show(update ? u"Updated" : u"Added");
   window_.FocusKeepingStatus(Text3);
   files_.AktualisiereCle1();
+}
+
+void PadPage::Command102_Click() {
+  use_.UseShown();
+  // The entry may have moved to the top, where it is not the current row any more: there is none to be moved.
+  if (!HasCurrentRow(pad_.List1)) UpDown2.SetEnabled(false);
 }
 
 void PadPage::Command103_Click() {

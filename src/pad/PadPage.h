@@ -38,13 +38,14 @@ class PadPage {
 
  private:
   void Command101_Click();
+  void Command102_Click();
   void Command103_Click();
   void Command104_Click();
   void Command105_Click();
   void List1_Click();
   void List1_GotFocus();
   void List1_LostFocus();
-  void List1_KeyDown(const KeyEvent& key);
+  void List1_KeyDown(KeyEvent& key);
   void List1_OLEDragDrop(const DragData& data);
   void List1_OLEStartDrag(Text& data);
   void Text101_Change();

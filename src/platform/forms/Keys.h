@@ -17,6 +17,7 @@ inline constexpr int kUp = 38;
 inline constexpr int kRight = 39;
 inline constexpr int kDown = 40;
 inline constexpr int kDelete = 46;
+inline constexpr int kA = 65;  // with Ctrl, in a list: all rows
 }  // namespace keys
 
 struct KeyEvent {

@@ -85,7 +85,8 @@ void ListBox::SetTopIndex(int row) {
 
 void ListBox::ScrollTo(int row) {
   if (row < top_) SetTopIndex(row);
-  if (row >= top_ + visibleRows_) SetTopIndex(row - visibleRows_ + 1);
+  const int shown = shownRows_ > 0 ? shownRows_ : visibleRows_;
+  if (row >= top_ + shown) SetTopIndex(row - shown + 1);
 }
 
 bool ListBox::SelectOnly(int first, int last) {
@@ -184,7 +185,14 @@ void ListBox::OwnKey(const KeyEvent& key, char16_t) {
     }
     return;
   }
-  const int page = visibleRows_ - 1;
+  if (key.code == keys::kA) {
+    if (key.ctrl && !key.shift && !HasCheckBoxes() && SelectOnly(0, last)) {
+      Touch();
+      Raise(Click);
+    }
+    return;
+  }
+  const int page = PageRows();
   int to = 0;
   switch (key.code) {
     case keys::kUp:
@@ -217,15 +225,19 @@ void ListBox::OwnKey(const KeyEvent& key, char16_t) {
   }
   to = std::clamp(to, 0, last);
   if (key.ctrl) {
-    if (to != index_) {
-      index_ = to;
-      ScrollTo(to);
-      Touch();
-      Raise(Click);
-    }
+    MoveCurrent(to);
   } else if (Take(to, false, key.shift)) {
     Raise(Click);
   }
+}
+
+void ListBox::MoveCurrent(int row) {
+  Check(row);
+  if (row == index_) return;
+  index_ = row;
+  ScrollTo(row);
+  Touch();
+  Raise(Click);
 }
 
 }  // namespace quillbox

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "base/SharedText.h"
@@ -13,7 +14,7 @@ namespace quillbox {
 class ListBox : public Control {
  public:
   enum class Kind { ExtendedSelection, CheckBoxes };
-  // `visibleRows`: rows that the list shows at once; a page is one less.
+  // `visibleRows`: rows that the list shows at once until its view says how many there are.
   ListBox(const Place& place, std::string_view name, Kind kind, int visibleRows);
 
   bool TakesFocus() const override { return true; }
@@ -46,10 +47,16 @@ class ListBox : public Control {
   int GetTopIndex() const { return top_; }
   void SetTopIndex(int row);
   int GetVisibleRows() const { return visibleRows_; }
+  // Told by the view: whole rows that it shows at once, at least 1.
+  void SetShownRows(int rows) { shownRows_ = std::max(rows, 1); }
+  // How far a page goes: what the view shows less one row; 7 without a view.
+  int PageRows() const { return shownRows_ > 0 ? std::max(shownRows_ - 1, 1) : kPageWithoutView; }
+  // What a key does with Ctrl: another row is current and the selection stays. Click if it changes.
+  void MoveCurrent(int row);
 
   Event<int> ItemCheck;
-  Event<Text&>
-      OLEStartDrag;  // the data to be dragged, the selected rows at first; the handler may replace it
+  // The data to be dragged, the selected rows at first; the handler may replace it.
+  Event<Text&> OLEStartDrag;
 
   // The person's inputs; each moves the focus here first and raises Click once if anything changed.
   void PersonSelect(int row, bool ctrl = false, bool shift = false);
@@ -66,6 +73,7 @@ class ListBox : public Control {
   void OwnKey(const KeyEvent& key, char16_t character) override;
 
  private:
+  static constexpr int kPageWithoutView = 7;
   struct Row {
     SharedText text;
     bool selected = false;
@@ -79,6 +87,7 @@ class ListBox : public Control {
 
   Kind kind_;
   int visibleRows_;
+  int shownRows_ = 0;  // 0: there is no view
   std::vector<Row> rows_;
   int index_ = -1;
   int top_ = 0;

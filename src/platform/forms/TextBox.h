@@ -30,6 +30,9 @@ class TextBox : public Control {
   void SetAlignment(Alignment alignment);
   Color GetBackColor() const { return backColor_; }
   void SetBackColor(Color color);
+  // A field of which Ctrl+C, Ctrl+V and Ctrl+X bring characters like any other key, and no commands.
+  bool TakesCommandsAsCharacters() const { return takesCommandsAsCharacters_; }
+  void TakeCommandsAsCharacters() { takesCommandsAsCharacters_ = true; }
   bool IsReadOnly() const { return readOnly_; }
   void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
 
@@ -67,6 +70,7 @@ class TextBox : public Control {
   Alignment alignment_ = Alignment::Left;
   Color backColor_ = Color::Default;
   bool readOnly_ = false;
+  bool takesCommandsAsCharacters_ = false;
 };
 
 }  // namespace quillbox

@@ -55,15 +55,28 @@ KeyEvent KeyOf(const QKeyEvent& event) {
     case Qt::Key_Delete:
       key.code = keys::kDelete;
       break;
+    case Qt::Key_A:
+      if (key.ctrl) key.code = keys::kA;
+      break;
     default:
       break;
   }
   return key;
 }
 
+// Ctrl alone with C, V or X.
+static bool IsClipboardCommand(const QKeyEvent& event) {
+  return event.modifiers() == Qt::ControlModifier &&
+         (event.key() == Qt::Key_C || event.key() == Qt::Key_V || event.key() == Qt::Key_X);
+}
+
 bool HandKeyOver(TextBox& box, const QKeyEvent& event) {
   if (!box.KeyPress) return false;
   const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  if (box.TakesCommandsAsCharacters() && IsClipboardCommand(event)) {
+    box.PersonCharacter(static_cast<char16_t>(event.key() - Qt::Key_A + 1));
+    return true;
+  }
   const QString text = event.text();
   if (command || text.isEmpty() || event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab ||
       event.key() == Qt::Key_Backtab || event.key() == Qt::Key_Escape) {

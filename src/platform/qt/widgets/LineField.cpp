@@ -4,6 +4,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <utility>
 
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/FieldKeys.h"
@@ -57,8 +58,17 @@ void LineField::inputMethodEvent(QInputMethodEvent* event) {
   for (const char16_t unit : FromQt(event->commitString())) box_.PersonCharacter(unit);
 }
 
+void LineField::focusInEvent(QFocusEvent* event) {
+  entered_ = event->reason() == Qt::MouseFocusReason;
+  QLineEdit::focusInEvent(event);
+}
+
 void LineField::mousePressEvent(QMouseEvent* event) {
+  // What the control has selected when it got the focus stays so under the click that brought it.
+  const auto start = static_cast<int>(box_.GetSelStart());
+  const auto selected = static_cast<int>(box_.GetSelLength());
   QLineEdit::mousePressEvent(event);
+  if (std::exchange(entered_, false) && selected > 0) setSelection(start, selected);
   box_.PersonClick();
 }
 

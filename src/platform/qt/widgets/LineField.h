@@ -15,6 +15,7 @@ class LineField : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -24,6 +25,7 @@ class LineField : public QLineEdit {
 
   TextBox& box_;
   bool drawing_ = false;
+  bool entered_ = false;  // the press that comes next has brought the focus here
 };
 
 }  // namespace quillbox

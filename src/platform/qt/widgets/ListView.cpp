@@ -105,7 +105,18 @@ void ListView::Draw() {
   drawing_ = false;
   // What doesn't fit that way is where the scroll bar says.
   if (verticalScrollBar()->value() != list_.GetTopIndex()) list_.SetTopIndex(verticalScrollBar()->value());
+  TellShownRows();
   viewport()->update();
+}
+
+void ListView::TellShownRows() {
+  const int height = sizeHintForRow(0);
+  if (height > 0) list_.SetShownRows(viewport()->height() / height);
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  TellShownRows();
 }
 
 QSize ListView::sizeHint() const {
@@ -123,7 +134,8 @@ bool ListView::OnCheckBox(const QModelIndex& index, const QPoint& place) const {
 
 void ListView::mousePressEvent(QMouseEvent* event) {
   pressed_ = -1;
-  if (event->button() != Qt::LeftButton) return;
+  pressedHere_ = event->button() == Qt::LeftButton;
+  if (!pressedHere_) return;
   const QModelIndex index = indexAt(event->position().toPoint());
   if (!index.isValid()) {
     list_.PersonSelectNone();
@@ -158,6 +170,8 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
   pressed_ = -1;
+  // The first of the two presses may have brought this list up: the second one wasn't meant for it.
+  if (!std::exchange(pressedHere_, false)) return;
   const QModelIndex index = indexAt(event->position().toPoint());
   if (event->button() != Qt::LeftButton || !index.isValid()) return;
   if (list_.HasCheckBoxes() && OnCheckBox(index, event->position().toPoint())) {
@@ -203,11 +217,13 @@ void ListView::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void ListView::dragMoveEvent(QDragMoveEvent* event) {
+  if (event->source() == this) return event->ignore();
   event->setDropAction(Qt::CopyAction);
   event->accept();
 }
 
 void ListView::dropEvent(QDropEvent* event) {
+  if (event->source() == this) return event->ignore();
   list_.PersonDrop(DroppedText(*event));
   event->setDropAction(Qt::CopyAction);
   event->accept();

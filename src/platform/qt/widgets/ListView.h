@@ -40,17 +40,20 @@ class ListView : public QListView {
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   QSize sizeHint() const override;
 
  private:
   bool OnCheckBox(const QModelIndex& index, const QPoint& place) const;
   void StartDrag();
+  void TellShownRows();
 
   ListBox& list_;
   ListRows rows_;
   QString whenEmpty_;
   bool drawing_ = false;
+  bool pressedHere_ = false;  // the last press was on this list: a double click may follow
   // A press on a selected row, which may begin a drag: it selects when it is released.
   int pressed_ = -1;
   QPoint pressedAt_;
