@@ -32,6 +32,7 @@ FLOORS = {
     "platform/xkb": 10,
     "platform/wayland/clipboard": 10,
     "platform/wayland/keys": 10,
+    "platform/x11/server": 10,
     "platform/x11/clipboard": 10,
     "platform/x11/keys": 10,
     "platform/qt/base": 11,

@@ -1,9 +1,11 @@
 #include "platform/x11/clipboard/XAtoms.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <iterator>
 #include <string_view>
 #include <utility>
+
+#include "platform/x11/server/XServer.h"
 
 namespace quillbox {
 
@@ -46,23 +48,14 @@ constexpr std::string_view kHarmless[] = {
     "TASK",
 };
 
-xcb_intern_atom_cookie_t Ask(xcb_connection_t* connection, std::string_view name) {
-  return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-}
-
-xcb_atom_t Answer(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie) {
-  xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(connection, cookie, nullptr);
-  const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-  std::free(reply);
-  return atom;
-}
-
 }  // namespace
 
 void XAtoms::Intern(xcb_connection_t* connection) {
   const std::pair<xcb_atom_t*, std::string_view> own[] = {
       {&clipboard, "CLIPBOARD"},
       {&clipboardManager, "CLIPBOARD_MANAGER"},
+      {&windowManager, "WM_S0"},
+      {&activeWindow, "_NET_ACTIVE_WINDOW"},
       {&targets, "TARGETS"},
       {&timestamp, "TIMESTAMP"},
       {&multiple, "MULTIPLE"},
@@ -82,15 +75,16 @@ void XAtoms::Intern(xcb_connection_t* connection) {
       {&forTime, "QUILLBOX_TIME"},
       {&forSaving, "QUILLBOX_SAVE"},
   };
-  std::vector<xcb_intern_atom_cookie_t> cookies;
-  for (const auto& [atom, name] : own) cookies.push_back(Ask(connection, name));
-  for (const std::string_view name : kHarmless) cookies.push_back(Ask(connection, name));
+  std::vector<std::string_view> names;
+  for (const auto& [atom, name] : own) names.push_back(name);
+  names.insert(names.end(), std::begin(kHarmless), std::end(kHarmless));
 
-  auto cookie = cookies.begin();
-  for (const auto& [atom, name] : own) *atom = Answer(connection, *cookie++);
+  const std::vector<xcb_atom_t> atoms = AtomsOf(connection, names);
+  auto next = atoms.begin();
+  for (const auto& [atom, name] : own) *atom = *next++;
   harmless_ = {XCB_ATOM_STRING, targets,   timestamp, multiple,    saveTargets,
                utf8String,      plainUtf8, text,      passwordHint};
-  for (; cookie != cookies.end(); ++cookie) harmless_.push_back(Answer(connection, *cookie));
+  harmless_.insert(harmless_.end(), next, atoms.end());
 }
 
 bool XAtoms::IsTextOrProtocol(xcb_atom_t target) const {

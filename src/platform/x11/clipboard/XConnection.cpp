@@ -6,31 +6,21 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <string>
 
 #include "base/RuntimeError.h"
+#include "platform/x11/server/XReply.h"
+#include "platform/x11/server/XServer.h"
 
 namespace quillbox {
 
 namespace {
 
-// A flood of events gives way to the rest of the program after so many.
+// Under a flood of events the rest of the program has its turn after so many of them, or after so long.
 constexpr int kEventsAtOnce = 500;
+constexpr std::chrono::milliseconds kTimeAtOnce{10};
 constexpr int kWriteMs = 2;   // a server that works has taken in a full socket by then
 constexpr int kRetryMs = 50;  // while one takes nothing in
-
-struct Free {
-  void operator()(void* memory) const { std::free(memory); }
-};
-template <class T>
-using Malloced = std::unique_ptr<T, Free>;
-
-xcb_window_t RootOf(xcb_connection_t* connection, int screen) {
-  xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-  for (; screens.rem > 1 && screen > 0; --screen) xcb_screen_next(&screens);
-  return screens.data->root;
-}
 
 }  // namespace
 
@@ -47,7 +37,7 @@ XConnection::XConnection(EventLoop& loop, const char* display) : loop_(loop) {
   fixesEvent_ = fixes->first_event;
   const auto version = xcb_xfixes_query_version(connection_, 5, 0);
   atoms_.Intern(connection_);
-  Malloced<xcb_xfixes_query_version_reply_t> answer(
+  XReply<xcb_xfixes_query_version_reply_t> answer(
       xcb_xfixes_query_version_reply(connection_, version, nullptr));
   if (!answer) throw RuntimeError(errors::kDeviceError, "the X server lacks XFixes");
 
@@ -66,14 +56,18 @@ std::size_t XConnection::MaxRequestBytes() const {
   return std::size_t{xcb_get_setup(connection_)->maximum_request_length} * 4;
 }
 
+bool XConnection::SameClient(xcb_window_t a, xcb_window_t b) const {
+  const std::uint32_t own = xcb_get_setup(connection_)->resource_id_mask;
+  return (a & ~own) == (b & ~own);
+}
+
 bool XConnection::IsOurs(xcb_window_t window) const {
-  const xcb_setup_t* setup = xcb_get_setup(connection_);
-  return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+  return SameClient(window, xcb_get_setup(connection_)->resource_id_base);
 }
 
 xcb_window_t XConnection::CreateWindow() {
   const xcb_window_t window = xcb_generate_id(connection_);
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_create_window(connection_, 0, window, root_, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                     XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
   return window;
@@ -121,14 +115,15 @@ void XConnection::Dispatch() {
   if (soon_) loop_.CancelTimer(soon_);
   soon_ = 0;
   ++dispatching_;
-  int handled = 0;
+  turnEnds_ = std::chrono::steady_clock::now() + kTimeAtOnce;
+  int left = kEventsAtOnce;
   while (!lost_) {
     Send();
-    const int events = TakeEvents(kEventsAtOnce);
+    const int events = TakeEvents(left);
     const int replies = TakeReplies();
     if (events + replies == 0) break;
-    handled += events;
-    if (handled < kEventsAtOnce) continue;
+    left -= events;
+    if (left > 0 && !TurnIsOver()) continue;
     if (Send()) DispatchIn(0);
     break;
   }
@@ -139,13 +134,16 @@ void XConnection::Dispatch() {
 int XConnection::TakeEvents(int limit) {
   int taken = 0;
   while (taken < limit) {
-    const Malloced<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
+    const XReply<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
     if (!event) break;
     ++taken;
     if (eventSink_) eventSink_(*event);
+    if (TurnIsOver()) break;
   }
   return taken;
 }
+
+bool XConnection::TurnIsOver() const { return std::chrono::steady_clock::now() >= turnEnds_; }
 
 int XConnection::TakeReplies() {
   int taken = 0;
@@ -154,8 +152,8 @@ int XConnection::TakeReplies() {
     xcb_generic_error_t* error = nullptr;
     if (!xcb_poll_for_reply(connection_, awaited_.front().sequence, &reply, &error)) break;
     if (xcb_connection_has_error(connection_)) break;
-    const Malloced<void> ownedReply(reply);
-    const Malloced<xcb_generic_error_t> ownedError(error);
+    const XReply<void> ownedReply(reply);
+    const XReply<xcb_generic_error_t> ownedError(error);
     const ReplySink sink = std::move(awaited_.front().sink);
     awaited_.pop_front();
     ++taken;

@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -40,9 +41,13 @@ class XConnection {
   std::uint8_t FixesEvent() const { return fixesEvent_; }  // the number of the first XFixes event
   std::size_t MaxRequestBytes() const;                     // of a request without BIG-REQUESTS
 
+  // Whether two windows, or their numbers, belong to the same client: the server gives each a range of its
+  // own.
+  bool SameClient(xcb_window_t a, xcb_window_t b) const;
   bool IsOurs(xcb_window_t window) const;  // made by this connection
 
-  // An invisible window of our own that reports its property changes.
+  // An invisible window of our own that reports changes of its properties, and its end: a stranger may
+  // destroy it.
   xcb_window_t CreateWindow();
 
   // `sink` is called once with the reply to the request `sequence`, unless it is forgotten before.
@@ -66,6 +71,7 @@ class XConnection {
   int TakeReplies();
   bool Send();  // false if the server takes nothing in just now
   void DispatchIn(int milliseconds);
+  bool TurnIsOver() const;
   void CheckLost();
 
   EventLoop& loop_;
@@ -77,6 +83,7 @@ class XConnection {
   EventSink eventSink_;
   std::function<void()> lostSink_;
   EventLoop::TimerId soon_ = 0;
+  std::chrono::steady_clock::time_point turnEnds_;
   int dispatching_ = 0;
   bool lost_ = false;
 };

@@ -3,14 +3,10 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
+#include "platform/x11/server/XServer.h"
+
 namespace quillbox {
 namespace {
-
-xcb_window_t RootOf(xcb_connection_t* connection, int screen) {
-  xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-  for (; screens.rem > 1 && screen > 0; --screen) xcb_screen_next(&screens);
-  return screens.data->root;
-}
 
 bool HasTest(xcb_connection_t* connection) {
   const xcb_query_extension_reply_t* test = xcb_get_extension_data(connection, &xcb_test_id);
@@ -37,11 +33,7 @@ XKeyConnection::~XKeyConnection() { xcb_disconnect(connection_); }
 
 bool XKeyConnection::Lost() const { return !usable_ || xcb_connection_has_error(connection_) != 0; }
 
-xcb_atom_t XKeyConnection::Atom(std::string_view name) {
-  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-  const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
+xcb_atom_t XKeyConnection::Atom(std::string_view name) { return AtomOf(connection_, name); }
 
 std::vector<std::uint32_t> XKeyConnection::Values(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) {
   const auto cookie = xcb_get_property(connection_, 0, window, property, type, 0, 1024);

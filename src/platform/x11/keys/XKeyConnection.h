@@ -3,19 +3,12 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <vector>
 
-namespace quillbox {
+#include "platform/x11/server/XReply.h"
 
-struct XReplyFree {
-  void operator()(void* memory) const { std::free(memory); }
-};
-// A reply or an event of xcb, which the receiver frees.
-template <class T>
-using XReply = std::unique_ptr<T, XReplyFree>;
+namespace quillbox {
 
 // The connection that keys are sent over. Its calls wait for the server, never for another client.
 class XKeyConnection {

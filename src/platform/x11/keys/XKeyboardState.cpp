@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-// The header has a member of that name.
-#define explicit explicitParts
-#include <xcb/xkb.h>
-#undef explicit
-
 #include "base/RuntimeError.h"
 #include "platform/x11/keys/XKeyConnection.h"
+#include "platform/x11/server/Xkb.h"
 
 namespace quillbox {
 
