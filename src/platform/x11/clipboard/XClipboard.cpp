@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "base/RuntimeError.h"
@@ -13,9 +14,6 @@ namespace {
 
 constexpr std::size_t kLargeUnits = 256 * 1024;
 
-// Of requests and of what the server says it has seen of them, the wrap-around included.
-bool Before(unsigned a, unsigned b) { return static_cast<std::int32_t>(a - b) < 0; }
-
 [[noreturn]] void ThrowBusy() { throw RuntimeError(errors::kClipboardBusy, "Can't open Clipboard"); }
 
 }  // namespace
@@ -23,56 +21,56 @@ bool Before(unsigned a, unsigned b) { return static_cast<std::int32_t>(a - b) < 
 XClipboard::XClipboard(EventLoop& loop, const char* display)
     : loop_(loop),
       connection_(loop, display),
-      window_(connection_.CreateWindow()),
       windows_(connection_),
       server_(connection_, loop),
+      ownership_(connection_, {.taken = [this](xcb_timestamp_t time) { OnTaken(time); },
+                               .died = [this] { OnDied(); },
+                               .cleared = [this] { OnNobody(Content::NoText); },
+                               .hidden = [this] { OnNobody(Content::Unreadable); },
+                               .claims = [this](xcb_timestamp_t time) { server_.Offer(text_, time); }}),
       text_(std::make_shared<const Text>()) {
   connection_.OnEvent([this](const xcb_generic_event_t& event) { OnEvent(event); });
   connection_.OnLost([this] { OnConnectionLost(); });
-  const std::uint32_t changes = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
-  xcb_xfixes_select_selection_input(connection_.Get(), window_, connection_.Atoms().clipboard, changes);
-  AskForTime();
-  connection_.Flush();
 }
 
 XClipboard::~XClipboard() = default;
 
 TextView XClipboard::Read() {
-  if (connection_.Lost() || state_ == State::Starting || state_ == State::Reading ||
-      state_ == State::Unreadable)
-    ThrowBusy();
+  if (connection_.Lost() || (content_ != Content::HasText && content_ != Content::NoText)) ThrowBusy();
   return *text_;
 }
 
 void XClipboard::Clear() {
-  if (connection_.Lost()) ThrowBusy();
+  RequireWritable();
   EndTransfer();
   SetText({});
-  state_ = State::Empty;
+  content_ = Content::NoText;
   server_.Withdraw();
-  MakeClaim(XCB_NONE);
+  ownership_.GiveUp();
 }
 
 void XClipboard::Put(TextView text) {
   if (text.empty()) return Clear();
-  if (connection_.Lost()) ThrowBusy();
+  RequireWritable();
   EndTransfer();
   SetText(Text(text));
-  state_ = State::Owned;
-  MakeClaim(window_);
+  content_ = Content::HasText;
+  ownership_.Claim();
+}
+
+void XClipboard::RequireWritable() {
+  if (connection_.Lost() || (content_ == Content::Refused && ownership_.IsManagers())) ThrowBusy();
 }
 
 bool XClipboard::Settle(int milliseconds) {
-  const auto known = [this] { return state_ != State::Starting && state_ != State::Reading; };
+  const auto known = [this] { return content_ != Content::Unknown && content_ != Content::Reading; };
   return known() || connection_.Pump(known, milliseconds);
 }
 
 bool XClipboard::HandOver(int milliseconds) {
-  if (state_ != State::Owned || connection_.Lost()) return false;
-  handover_ = std::make_unique<XClipboardManagerHandover>(connection_, window_);
-  const bool saved = handover_->Run(server_.TextTargets(), lastTime_, milliseconds);
+  if (!ownership_.Ours() || connection_.Lost()) return false;
+  handover_ = std::make_unique<XClipboardManagerHandover>(connection_, ownership_.Window());
+  const bool saved = handover_->Run(server_.TextTargets(), ownership_.LatestTime(), milliseconds);
   handover_.reset();
   return saved;
 }
@@ -85,7 +83,7 @@ void XClipboard::OnEvent(const xcb_generic_event_t& event) {
     const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
     if (error.error_code == XCB_WINDOW) server_.OnWindowGone(error.resource_id);
   } else if (type == connection_.FixesEvent() + XCB_XFIXES_SELECTION_NOTIFY) {
-    OnOwnerChange(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event));
+    ownership_.OnReport(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event));
   } else if (type == XCB_SELECTION_REQUEST) {
     server_.OnRequest(reinterpret_cast<const xcb_selection_request_event_t&>(event));
   } else if (type == XCB_SELECTION_NOTIFY) {
@@ -93,64 +91,61 @@ void XClipboard::OnEvent(const xcb_generic_event_t& event) {
     if (transfer_) transfer_->OnSelectionNotify(notify);
     if (handover_) handover_->OnSelectionNotify(notify);
   } else if (type == XCB_PROPERTY_NOTIFY) {
-    const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (notify.window == window_ && notify.atom == connection_.Atoms().forTime) return OnServerTime(notify);
-    if (transfer_) transfer_->OnPropertyNotify(notify);
-    server_.OnPropertyNotify(notify);
+    OnProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
   } else if (type == XCB_DESTROY_NOTIFY) {
-    server_.OnWindowGone(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+    OnWindowGone(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
   }
 }
 
-void XClipboard::OnOwnerChange(const xcb_xfixes_selection_notify_event_t& event) {
-  lastTime_ = event.timestamp;
-  const auto* generic = reinterpret_cast<const xcb_generic_event_t*>(&event);
-  const bool older = claim_.open && !claim_.inherited && Before(generic->full_sequence, claim_.sequence);
-  if (older) return;  // than what we have put
-  if (event.owner == window_ || (claim_.open && event.owner == claim_.owner)) {
-    claim_.granted = true;
+void XClipboard::OnProperty(const xcb_property_notify_event_t& event) {
+  if (ownership_.OnProperty(event)) return;
+  // Another window has the focus now: perhaps one for which the window manager shows what it has.
+  if (event.window == connection_.Root()) {
+    if (event.atom == connection_.Atoms().activeWindow && content_ == Content::Refused)
+      StartTransfer(ownership_.LatestTime());
     return;
   }
-  const bool quit = event.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
-  if (claim_.open && quit) return;  // an owner that we are about to follow
-  claim_.open = false;
-  if (event.owner != XCB_NONE) {
-    server_.Withdraw();
-    EndTransfer();
-    StartTransfer(event.timestamp);
-  } else if (quit) {
-    // A new owner of the same millisecond must not lose to us.
-    inheritTime_ = std::max(event.selection_timestamp, event.timestamp - 1);
-    OnOwnerGone();
-  } else {
-    OnNobody();
-  }
+  if (transfer_) transfer_->OnPropertyNotify(event);
+  server_.OnPropertyNotify(event);
 }
 
-void XClipboard::OnOwnerGone() {
+// Our own windows are none of a stranger's to destroy, but any client can.
+void XClipboard::OnWindowGone(xcb_window_t window) {
+  server_.OnWindowGone(window);
+  windows_.OnWindowGone(window);
+  ownership_.OnWindowGone(window);
+  if (!transfer_ || transfer_->Window() != window) return;
+  EndTransfer();
+  StartTransfer(ownership_.LatestTime());
+}
+
+void XClipboard::OnTaken(xcb_timestamp_t time) {
+  server_.Withdraw();
+  EndTransfer();
+  StartTransfer(time);
+}
+
+void XClipboard::OnDied() {
   if (transfer_) {
     ownerGone_ = true;
     transfer_->OwnerGone();
-  } else if (state_ == State::Held && textOnly_) {
-    state_ = State::Owned;
-    Inherit();
+  } else if (content_ == Content::HasText && textOnly_) {
+    ownership_.Inherit();
   } else {
-    OnNobody();
+    OnNobody(Content::NoText);
   }
 }
 
-void XClipboard::OnNobody() {
+void XClipboard::OnNobody(Content content) {
   server_.Withdraw();
   EndTransfer();
-  const bool news = state_ != State::Empty;
   SetText({});
-  state_ = State::Empty;
-  if (news) Report(ClipboardNews::Other);
+  if (std::exchange(content_, content) != content) Tell(ClipboardNews::Other);
 }
 
 void XClipboard::StartTransfer(xcb_timestamp_t time) {
   SetText({});
-  state_ = State::Reading;
+  content_ = Content::Reading;
   ownerGone_ = false;
   transfer_ =
       std::make_unique<XTransfer>(connection_, loop_, windows_.Take(), time,
@@ -168,84 +163,20 @@ void XClipboard::OnTransfer(XTransfer::Result result) {
   windows_.GiveBack(ended->Window(), ended->WindowSpoilt());
   SetText(std::move(result.text));
   textOnly_ = result.textOnly;
-  if (result.outcome == XTransfer::Outcome::Arrived) {
-    state_ = State::Held;
-    if (ownerGone_ && textOnly_) OnOwnerGone();
-    Report(ClipboardNews::Text);
-    return;
-  }
-  state_ = result.outcome == XTransfer::Outcome::Unanswered ? State::Unreadable : State::Empty;
-  Report(ClipboardNews::Other);
+  content_ = result.outcome == XTransfer::Outcome::Arrived      ? Content::HasText
+             : result.outcome == XTransfer::Outcome::Unanswered ? Content::Unreadable
+             : result.outcome == XTransfer::Outcome::Refused    ? Content::Refused
+                                                                : Content::NoText;
+  FollowFocus(content_ == Content::Refused && ownership_.IsManagers());
+  const bool arrived = content_ == Content::HasText;
+  if (arrived && ownerGone_ && textOnly_) OnDied();
+  Tell(arrived ? ClipboardNews::Text : ClipboardNews::Other);
 }
 
-void XClipboard::AskForFirstOwner(xcb_timestamp_t time) {
-  const auto cookie = xcb_get_selection_owner(connection_.Get(), connection_.Atoms().clipboard);
-  connection_.Await(cookie.sequence, [this, time](const void* answer) {
-    if (state_ != State::Starting) return;  // something has happened in between
-    const auto* reply = static_cast<const xcb_get_selection_owner_reply_t*>(answer);
-    if (reply && reply->owner)
-      StartTransfer(time);
-    else
-      OnNobody();
-  });
-}
-
-unsigned XClipboard::AskForTime() {
-  // Appending nothing to a property changes nothing, but is reported with the server's time.
-  return xcb_change_property(connection_.Get(), XCB_PROP_MODE_APPEND, window_, connection_.Atoms().forTime,
-                             XCB_ATOM_INTEGER, 32, 0, nullptr)
-      .sequence;
-}
-
-// A claim needs the server's time. So that it takes effect at once, it is made with the latest time known,
-// which only a change of owner that we haven't heard of can make too old. The question behind it shows
-// whether that was so.
-void XClipboard::MakeClaim(xcb_window_t owner) {
-  claim_ = {};
-  claim_.owner = owner;
-  claim_.open = true;
-  if (lastTime_) {
-    SendClaim(lastTime_);
-    claim_.timeSequence = AskForTime();
-  } else {
-    claim_.sequence = claim_.timeSequence = AskForTime();
-  }
-  connection_.Flush();
-}
-
-// Takes over what a dead owner has left, unless somebody else has done so by now.
-void XClipboard::Inherit() {
-  claim_ = {};
-  claim_.owner = window_;
-  claim_.open = claim_.inherited = true;
-  const auto cookie = xcb_get_selection_owner(connection_.Get(), connection_.Atoms().clipboard);
-  connection_.Await(cookie.sequence, [this](const void* answer) {
-    const auto* reply = static_cast<const xcb_get_selection_owner_reply_t*>(answer);
-    if (!claim_.open || !claim_.inherited || !reply || reply->owner) return;
-    SendClaim(inheritTime_);
-    claim_.open = false;
-  });
-}
-
-void XClipboard::SendClaim(xcb_timestamp_t time) {
-  if (claim_.owner) server_.Offer(text_, time);
-  const auto cookie =
-      xcb_set_selection_owner(connection_.Get(), claim_.owner, connection_.Atoms().clipboard, time);
-  if (!claim_.sequence) claim_.sequence = cookie.sequence;
-}
-
-void XClipboard::OnServerTime(const xcb_property_notify_event_t& event) {
-  lastTime_ = event.time;
-  if (state_ == State::Starting) return AskForFirstOwner(event.time);
-  const auto* generic = reinterpret_cast<const xcb_generic_event_t*>(&event);
-  if (!claim_.open || claim_.inherited || Before(generic->full_sequence, claim_.timeSequence)) return;
-  if (claim_.granted || claim_.repeated) {
-    claim_.open = false;
-    return;
-  }
-  claim_.repeated = true;
-  SendClaim(event.time);
-  claim_.timeSequence = AskForTime();
+void XClipboard::FollowFocus(bool follow) {
+  if (std::exchange(followsFocus_, follow) == follow) return;
+  const std::uint32_t events = follow ? XCB_EVENT_MASK_PROPERTY_CHANGE : XCB_EVENT_MASK_NO_EVENT;
+  xcb_change_window_attributes(connection_.Get(), connection_.Root(), XCB_CW_EVENT_MASK, &events);
 }
 
 void XClipboard::SetText(Text text) {
@@ -255,8 +186,6 @@ void XClipboard::SetText(Text text) {
   text_ = std::make_shared<const Text>(std::move(text));
   if (large) malloc_trim(0);
 }
-
-void XClipboard::Report(ClipboardNews news) { Tell(news); }
 
 void XClipboard::OnConnectionLost() {
   transfer_.reset();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <xcb/xfixes.h>
-
 #include <functional>
 #include <memory>
 
@@ -9,6 +7,7 @@
 #include "platform/ports/SessionClipboard.h"
 #include "platform/x11/clipboard/XClipboardManagerHandover.h"
 #include "platform/x11/clipboard/XConnection.h"
+#include "platform/x11/clipboard/XOwnership.h"
 #include "platform/x11/clipboard/XSelectionServer.h"
 #include "platform/x11/clipboard/XTransfer.h"
 #include "platform/x11/clipboard/XTransferWindows.h"
@@ -24,7 +23,9 @@ class XClipboard final : public SessionClipboard {
   explicit XClipboard(EventLoop& loop, const char* display = nullptr);
   ~XClipboard() override;
 
-  // Port. After the X server has gone away all three fail with RuntimeError 521.
+  // After the X server has gone away all three fail with RuntimeError 521. So do Clear and Put while the
+  // window manager refuses to show us what it holds for windows that aren't X11's: it takes nothing from us
+  // then either.
   TextView Read() override;
   void Clear() override;
   void Put(TextView text) override;
@@ -35,58 +36,42 @@ class XClipboard final : public SessionClipboard {
   void OnLost(std::function<void()> lost) override { lost_ = std::move(lost); }
 
  private:
-  enum class State {
-    Starting,    // nothing known yet
+  enum class Content {
+    Unknown,     // at the start
     Reading,     // from another owner
-    Held,        // another owner's text
-    Owned,       // our own text
-    Empty,       // no text
-    Unreadable,  // an owner that didn't deliver
-  };
-
-  // What became of our last wish to own the selection, or to have it owned by nobody.
-  struct Claim {
-    xcb_window_t owner = XCB_NONE;
-    unsigned sequence = 0;      // of the request: what the server reported before is older than the wish
-    unsigned timeSequence = 0;  // of the question for the time behind it
-    bool open = false;          // until the server has reported everything up to the request
-    bool granted = false;
-    bool repeated = false;
-    bool inherited = false;  // from a dead owner: whoever has claimed it since comes first
+    HasText,     // another owner's, or ours
+    NoText,      // nothing, or anything but text
+    Unreadable,  // of an owner that didn't deliver; or the window manager hides it
+    Refused,     // of an owner that shows nobody what it has
   };
 
   void OnEvent(const xcb_generic_event_t& event);
-  void OnOwnerChange(const xcb_xfixes_selection_notify_event_t& event);
-  void OnOwnerGone();
-  void OnNobody();
-  void OnServerTime(const xcb_property_notify_event_t& event);
+  void OnProperty(const xcb_property_notify_event_t& event);
+  void OnWindowGone(xcb_window_t window);
   void OnConnectionLost();
-  void StartTransfer(xcb_timestamp_t time);
+  void OnTaken(xcb_timestamp_t time);
+  void OnDied();
+  void OnNobody(Content content);
   void OnTransfer(XTransfer::Result result);
+  void StartTransfer(xcb_timestamp_t time);
   void EndTransfer();
-  void AskForFirstOwner(xcb_timestamp_t time);
-  unsigned AskForTime();
-  void MakeClaim(xcb_window_t owner);
-  void Inherit();
-  void SendClaim(xcb_timestamp_t time);
+  void RequireWritable();
+  void FollowFocus(bool follow);
   void SetText(Text text);
-  void Report(ClipboardNews news);
 
   EventLoop& loop_;
   XConnection connection_;
-  xcb_window_t window_;  // owns the selection
   XTransferWindows windows_;
   XSelectionServer server_;
+  XOwnership ownership_;
   std::unique_ptr<XTransfer> transfer_;
   std::unique_ptr<XClipboardManagerHandover> handover_;
   std::function<void()> lost_;
   std::shared_ptr<const Text> text_;  // never null
-  State state_ = State::Starting;
-  bool textOnly_ = false;            // what holds for the text of State::Held
-  bool ownerGone_ = false;           // since the transfer began
-  xcb_timestamp_t lastTime_ = 0;     // the latest server time seen; 0 if none
-  xcb_timestamp_t inheritTime_ = 0;  // with which what a dead owner has left is claimed
-  Claim claim_;
+  Content content_ = Content::Unknown;
+  bool textOnly_ = false;   // the owner of the text had nothing beside it
+  bool ownerGone_ = false;  // since the transfer began
+  bool followsFocus_ = false;
 };
 
 }  // namespace quillbox

@@ -109,7 +109,8 @@ void XSelectionServer::ConvertMultiple(const xcb_selection_request_event_t& even
     if (!reply || !text_ || reply->format != 32 || reply->bytes_after > 0)
       return Answer(event, XCB_ATOM_NONE);
     std::vector<xcb_atom_t> pairs(reply->value_len & ~1U);
-    std::memcpy(pairs.data(), xcb_get_property_value(reply), pairs.size() * sizeof(xcb_atom_t));
+    if (!pairs.empty())
+      std::memcpy(pairs.data(), xcb_get_property_value(reply), pairs.size() * sizeof(xcb_atom_t));
     for (std::size_t i = 0; i < pairs.size(); i += 2) {
       const bool done =
           pairs[i + 1] && pairs[i + 1] != event.property && Convert(event.requestor, pairs[i], pairs[i + 1]);

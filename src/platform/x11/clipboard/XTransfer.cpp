@@ -66,18 +66,18 @@ void XTransfer::OnSelectionNotify(const xcb_selection_notify_event_t& event) {
     return;
   const bool refused = event.property == XCB_ATOM_NONE;
   if (refused ? event.target != step_.target : event.property != step_.property) return;
-  const bool text =
-      step_.target != connection_.Atoms().targets && step_.target != connection_.Atoms().passwordHint;
-  const std::size_t keep = text                                               ? kMaxBytes
-                           : step_.target == connection_.Atoms().passwordHint ? kMaxHintBytes
-                                                                              : kMaxTargetBytes;
-  const int format = step_.target == connection_.Atoms().targets ? 32 : 8;
-  value_ = std::make_unique<XIncomingValue>(connection_, window_, step_.property, format, keep,
-                                            [this] { OnAnswer(); });
-  if (refused)
-    OnAnswer();
-  else
-    value_->Start();
+  value_ = MakeValue();
+  if (refused) return OnAnswer();
+  answered_ = true;
+  value_->Start();
+}
+
+std::unique_ptr<XIncomingValue> XTransfer::MakeValue() {
+  const bool targets = step_.target == connection_.Atoms().targets;
+  const bool hint = step_.target == connection_.Atoms().passwordHint;
+  const std::size_t keep = targets ? kMaxTargetBytes : hint ? kMaxHintBytes : kMaxBytes;
+  return std::make_unique<XIncomingValue>(connection_, window_, step_.property, targets ? 32 : 8, keep,
+                                          [this] { OnAnswer(); });
 }
 
 void XTransfer::OnPropertyNotify(const xcb_property_notify_event_t& event) {
@@ -109,7 +109,8 @@ std::vector<xcb_atom_t> XTransfer::ListedTargets() const {
   if (!value_->Valid()) return {};
   if (value_->Type() != XCB_ATOM_ATOM && value_->Type() != connection_.Atoms().targets) return {};
   std::vector<xcb_atom_t> targets(value_->Bytes().size() / sizeof(xcb_atom_t));
-  std::memcpy(targets.data(), value_->Bytes().data(), targets.size() * sizeof(xcb_atom_t));
+  if (!targets.empty())
+    std::memcpy(targets.data(), value_->Bytes().data(), targets.size() * sizeof(xcb_atom_t));
   return targets;
 }
 
@@ -139,8 +140,8 @@ void XTransfer::ChooseTexts() {
 }
 
 void XTransfer::AskNextText() {
-  if (texts_.empty()) return Finish(Outcome::NoText);
   if (ownerGone_) return Finish(Outcome::NoText);
+  if (texts_.empty()) return Finish(answered_ ? Outcome::NoText : Outcome::Refused);
   const Step step = texts_.back();
   texts_.pop_back();
   Ask(step);

@@ -19,6 +19,7 @@ class XTransfer {
     Arrived,
     NoText,      // nothing that we read as text, or an empty text
     Secret,      // a password, or an owner that doesn't say whether it is one
+    Refused,     // the owner answers nothing, not even what it has to offer
     Unanswered,  // the owner was still silent, or talking, when the time was up
   };
   struct Result {
@@ -44,7 +45,7 @@ class XTransfer {
   void OwnerGone();
 
   xcb_window_t Window() const { return window_; }
-  // True if the owner may still write to the window, though nobody will read it.
+  // True if the owner may still write to the window, though nobody will read that.
   bool WindowSpoilt() const { return spoilt_ || done_; }
 
  private:
@@ -54,6 +55,7 @@ class XTransfer {
   };
 
   void Ask(Step step);
+  std::unique_ptr<XIncomingValue> MakeValue();
   void OnAnswer();
   void ChooseTexts();
   void AskNextText();
@@ -70,10 +72,11 @@ class XTransfer {
   EventLoop::TimerId deadline_;
   Step step_{};
   std::unique_ptr<XIncomingValue> value_;  // null until the owner has answered the step
-  std::vector<Step> texts_;                // still to be tried, the last one first
+  std::vector<Step> texts_;                // still to be tried, from the last one on
   bool textOnly_ = false;
   bool ownerGone_ = false;
-  bool spoilt_ = false;  // an owner may go on writing after the end
+  bool answered_ = false;  // the owner has given something
+  bool spoilt_ = false;    // the owner may go on writing after the end
 };
 
 }  // namespace quillbox

@@ -23,4 +23,8 @@ void XTransferWindows::GiveBack(xcb_window_t window, bool spoilt) {
   spoilt_.pop_front();
 }
 
+void XTransferWindows::OnWindowGone(xcb_window_t window) {
+  if (window == spare_) spare_ = XCB_NONE;
+}
+
 }  // namespace quillbox

@@ -15,6 +15,8 @@ class XTransferWindows {
 
   xcb_window_t Take();
   void GiveBack(xcb_window_t window, bool spoilt);
+  // A stranger has destroyed the window.
+  void OnWindowGone(xcb_window_t window);
 
  private:
   XConnection& connection_;
