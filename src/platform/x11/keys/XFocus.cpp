@@ -70,7 +70,8 @@ bool XFocus::AskCaughtUp() {
   }
   if (asked_ == XCB_NONE) return false;
 
-  // The answer goes to the root window; Qt's reaches only those that follow the root window's own structure.
+  // The answer is sent to the root window: by most programs to the clients that have selected
+  // SubstructureNotify there, by Qt to those that have selected StructureNotify.
   const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_.Get(), connection_.Root(), XCB_CW_EVENT_MASK, &events);
   answered_ = false;

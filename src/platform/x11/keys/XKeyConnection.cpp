@@ -3,7 +3,10 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
+#include <utility>
+
 #include "platform/x11/server/XServer.h"
+#include "platform/x11/server/Xkb.h"
 
 namespace quillbox {
 namespace {
@@ -13,9 +16,9 @@ bool HasTest(xcb_connection_t* connection) {
   return test && test->present;
 }
 
-bool StartXkb(xcb_connection_t* connection) {
+bool StartXkb(xcb_connection_t* connection, std::uint8_t& event) {
   return xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr,
+                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &event,
                                      nullptr) == 1;
 }
 
@@ -26,7 +29,7 @@ XKeyConnection::XKeyConnection(const char* display) {
   connection_ = xcb_connect(display, &screen);
   if (xcb_connection_has_error(connection_)) return;
   root_ = RootOf(connection_, screen);
-  usable_ = HasTest(connection_) && StartXkb(connection_);
+  usable_ = HasTest(connection_) && StartXkb(connection_, keyboardEvent_);
 }
 
 XKeyConnection::~XKeyConnection() { xcb_disconnect(connection_); }
@@ -61,7 +64,16 @@ xcb_window_t XKeyConnection::Sync() {
 }
 
 XReply<xcb_generic_event_t> XKeyConnection::NextEvent() {
-  return XReply<xcb_generic_event_t>(xcb_poll_for_event(connection_));
+  XReply<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
+  // The second byte of an XKB event says which of them it is.
+  if (event && (event->response_type & 0x7F) == keyboardEvent_ && event->pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY)
+    keyboardReplaced_ = true;
+  return event;
+}
+
+bool XKeyConnection::KeyboardWasReplaced() {
+  while (NextEvent()) continue;
+  return std::exchange(keyboardReplaced_, false);
 }
 
 }  // namespace quillbox

@@ -33,13 +33,18 @@ class XKeyConnection {
   void Key(xcb_keycode_t code, bool press);
   // Waits until the server has carried out everything; returns the window that has the focus then.
   xcb_window_t Sync();
+  // Whether the keyboard's map has been replaced since the last such question, as by setxkbmap or by a change
+  // between keyboards; perhaps by the same one. Takes in all events that have come.
+  bool KeyboardWasReplaced();
   // The next event that has come in, or null.
   XReply<xcb_generic_event_t> NextEvent();
 
  private:
   xcb_connection_t* connection_ = nullptr;
   xcb_window_t root_ = XCB_NONE;
+  std::uint8_t keyboardEvent_ = 0;  // the number of the events of XKB
   bool usable_ = false;
+  bool keyboardReplaced_ = false;
 };
 
 }  // namespace quillbox

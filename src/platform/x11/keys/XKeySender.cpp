@@ -30,16 +30,26 @@ constexpr int kEffectBudget = 2000;  // of a whole string
 constexpr std::size_t kStrokesPerSync = 16;
 constexpr milliseconds kLongestStop{5};  // of the program's own events
 
+// A stroke that changes the keyboard's locks by itself.
+bool IsLock(const KeyStroke& stroke) {
+  return stroke.special == SpecialKey::CapsLock || stroke.special == SpecialKey::NumLock ||
+         stroke.special == SpecialKey::ScrollLock;
+}
+
+[[noreturn]] void ThrowDisturbed() {
+  throw RuntimeError(errors::kDeviceError,
+                     "The keyboard was used or changed while the keys were being typed.");
+}
+
 }  // namespace
 
-// Everything that must be undone once typing has begun, however it ends.
+// The keyboard as the strokes need it, from the first to the last; and everything that must be undone once
+// typing has begun, however it ends.
 class XKeySender::Session {
  public:
-  Session(XKeySender& sender, XKeyboardState::Snapshot keyboard)
-      : sender_(sender),
-        map_(sender.connection_, keyboard.group, keyboard.locked),
-        typist_(sender.connection_, map_, sender.spareKeys_) {
-    sender_.state_.BeginTyping(keyboard.locked & static_cast<std::uint8_t>(~map_.NumLock()));
+  explicit Session(XKeySender& sender)
+      : sender_(sender), typist_(sender.connection_, map_, sender.spareKeys_) {
+    TakeOver(sender_.state_.Read());
   }
   ~Session() {
     typist_.ReleaseModifiers();
@@ -53,11 +63,60 @@ class XKeySender::Session {
 
   XTypist& Typist() { return typist_; }
 
+  // Types one of the strokes, all of which have been prepared. RuntimeError errors::kDeviceError if the
+  // keyboard was disturbed just before the stroke, which came out wrong then, or if it has another layout
+  // now, with which strokes come out wrong that have been typed but not yet looked up.
+  void Type(std::span<const KeyStroke> strokes, std::size_t index);
+  // Whether the person has pressed a modifier, or changed a lock or the group, since the last stroke: Adapt
+  // before the next one.
+  bool Disturbed() const { return disturbed_; }
+  // Waits until the person has let go, and goes on with the keyboard as it is then.
+  void Adapt() {
+    typist_.ReleaseModifiers();
+    sender_.WaitForReleasedKeys();
+    TakeOver(sender_.state_.Read());
+  }
+
  private:
+  void TakeOver(XKeyboardState::Snapshot keyboard) {
+    map_ = XKeyboardMap(sender_.connection_, keyboard.group, keyboard.locked);
+    group_ = keyboard.group;
+    locked_ = keyboard.locked & map_.NumLock();
+    sender_.state_.BeginTyping(keyboard.locked & static_cast<std::uint8_t>(~locked_));
+    disturbed_ = false;
+  }
+  bool IsUndisturbed(const XKeyboardState::Snapshot& keyboard, std::uint8_t held) const {
+    return keyboard.held == held && keyboard.locked == locked_ && keyboard.group == group_;
+  }
+
   XKeySender& sender_;
   XKeyboardMap map_;
   XTypist typist_;
+  std::uint8_t group_ = 0;
+  std::uint8_t locked_ = 0;  // real modifiers that stay locked
+  bool disturbed_ = false;
 };
+
+void XKeySender::Session::Type(std::span<const KeyStroke> strokes, std::size_t index) {
+  xcb_connection_t* const server = sender_.connection_.Get();
+  const std::uint8_t held = typist_.Held();
+  // No other client comes in between: all of it is one message, and the grab is over when the server has read
+  // it.
+  xcb_grab_server(server);
+  const unsigned before = sender_.state_.Ask();
+  typist_.Type(strokes[index]);
+  const unsigned behind = sender_.state_.Ask();
+  xcb_ungrab_server(server);
+  const bool wasRight = IsUndisturbed(sender_.state_.Answer(before), held);
+  const XKeyboardState::Snapshot now = sender_.state_.Answer(behind);
+  if (!wasRight) ThrowDisturbed();
+  if (sender_.connection_.KeyboardWasReplaced()) {
+    const XKeyboardMap map(sender_.connection_, group_, locked_);
+    if (!typist_.TypesAlike(strokes, map) || !sender_.spareKeys_.Intact()) ThrowDisturbed();
+  }
+  if (IsLock(strokes[index])) locked_ = now.locked;
+  disturbed_ = !IsUndisturbed(now, typist_.Held());
+}
 
 XKeySender::XKeySender(Options options)
     : connection_(options.display.empty() ? nullptr : options.display.c_str()),
@@ -85,21 +144,22 @@ void XKeySender::Send(const Text& keys) {
     ~Sending() { flag_ = false; }
     bool& flag_;
   } sending(sending_);
-  while (connection_.NextEvent()) continue;
+  connection_.KeyboardWasReplaced();  // what was before doesn't matter
   WaitForReleasedKeys();
   WaitForTarget();
 
-  Session session(*this, state_.Read());
+  Session session(*this);
   effectBudget_ = kEffectBudget;
   std::span<const KeyStroke> left(strokes);
   while (!left.empty()) {
     const std::size_t count = session.Typist().Prepare(left);
-    TypeRound(session.Typist(), left.first(count));
+    const std::size_t typed = TypeRound(session, left.first(count));
     session.Typist().ReleaseModifiers();
-    WaitUntilTakenIn(count);
+    WaitUntilTakenIn(typed);
     spareKeys_.TakeOff();
     if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "The X server has gone away.");
-    left = left.subspan(count);
+    left = left.subspan(typed);
+    if (!left.empty() && session.Disturbed()) session.Adapt();
   }
 }
 
@@ -136,19 +196,21 @@ void XKeySender::WaitForTarget() {
   throw RuntimeError(errors::kDeviceError, "No window of another program has the focus.");
 }
 
-void XKeySender::TypeRound(XTypist& typist, std::span<const KeyStroke> strokes) {
+std::size_t XKeySender::TypeRound(Session& session, std::span<const KeyStroke> strokes) {
   auto stopped = SteadyClock::now();
   for (std::size_t i = 0; i < strokes.size(); ++i) {
-    typist.Type(strokes[i]);
+    session.Type(strokes, i);
+    if (session.Disturbed()) return i + 1;
     const bool last = i + 1 == strokes.size();
     const bool effect = !last && MayMoveFocus(strokes[i]) && !strokes[i + 1].joined;
-    if (effect) WaitForEffect(typist);
+    if (effect) WaitForEffect(session.Typist());
     if (last || (!effect && (i + 1) % kStrokesPerSync != 0)) continue;
-    FollowFocus(typist);
+    FollowFocus(session.Typist());
     if (SteadyClock::now() - stopped < kLongestStop) continue;
     pause_(0);
     stopped = SteadyClock::now();
   }
+  return strokes.size();
 }
 
 // The keys may have moved the focus themselves, and the next ones are for the new window, unless it is ours.

@@ -45,7 +45,7 @@ class XKeySender : public KeySender {
 
   void WaitForReleasedKeys();
   void WaitForTarget();
-  void TypeRound(XTypist& typist, std::span<const KeyStroke> strokes);
+  std::size_t TypeRound(Session& session, std::span<const KeyStroke> strokes);
   void FollowFocus(XTypist& typist);
   void WaitUntilTakenIn(std::size_t strokes);
   void WaitForEffect(XTypist& typist);

@@ -44,8 +44,8 @@ XKeyboardMap::State XKeyboardMap::FreshState() const {
   return state;
 }
 
-// What a press of the key puts down (or locks) without doing anything else; 0 if it does something else as
-// well.
+// The real modifiers that a press of the key holds down, or with `locking` those that it locks; 0 if the
+// press does anything besides.
 std::uint8_t XKeyboardMap::ModifiersOf(xkb_keycode_t code, bool locking) const {
   const State state = FreshState();
   xkb_state_update_key(state.get(), code, XKB_KEY_DOWN);

@@ -22,8 +22,10 @@ class XKeyboardMap {
   struct Place {
     xcb_keycode_t code = 0;
     std::uint8_t modifiers = 0;  // real modifiers that must be down, all others but Num Lock up
+    bool operator==(const Place&) const = default;
   };
 
+  XKeyboardMap() = default;  // of a keyboard that types nothing
   // `lockedModifiers` are the real modifiers that are locked now; Num Lock among them stays on while keys are
   // sent. RuntimeError errors::kDeviceError if the server doesn't give the map away.
   XKeyboardMap(XKeyConnection& connection, std::uint32_t group, std::uint8_t lockedModifiers);
@@ -62,7 +64,7 @@ class XKeyboardMap {
 
   std::unique_ptr<xkb_context, Free> context_;
   std::unique_ptr<xkb_keymap, Free> keymap_;
-  xkb_layout_index_t group_;
+  xkb_layout_index_t group_ = 0;
   std::array<xcb_keycode_t, 8> modifierKeys_{};
   std::uint8_t alt_ = 0;
   std::uint8_t numLock_ = 0;

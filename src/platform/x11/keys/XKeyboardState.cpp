@@ -8,21 +8,42 @@
 #include "platform/x11/server/Xkb.h"
 
 namespace quillbox {
+namespace {
+
+[[noreturn]] void ThrowUnreadable() {
+  throw RuntimeError(errors::kDeviceError, "The keyboard's state can't be read.");
+}
+
+}  // namespace
 
 XKeyboardState::XKeyboardState(XKeyConnection& connection) : connection_(connection) {
-  if (!connection.Lost()) record_ = connection.Atom("_QUILLBOX_TYPING");
+  if (connection.Lost()) return;
+  record_ = connection.Atom("_QUILLBOX_TYPING");
+  const std::uint16_t replaced = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+  xcb_xkb_select_events(connection.Get(), XCB_XKB_ID_USE_CORE_KBD, replaced, 0, replaced, 0, 0, nullptr);
 }
 
 XKeyboardState::Snapshot XKeyboardState::Read() {
   xcb_connection_t* server = connection_.Get();
-  const auto stateCookie = xcb_xkb_get_state(server, XCB_XKB_ID_USE_CORE_KBD);
+  const unsigned question = Ask();
   const auto keysCookie = xcb_query_keymap(server);
-  const XReply<xcb_xkb_get_state_reply_t> state(xcb_xkb_get_state_reply(server, stateCookie, nullptr));
+  Snapshot snapshot = Answer(question);
   const XReply<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(server, keysCookie, nullptr));
-  if (!state || !keys) throw RuntimeError(errors::kDeviceError, "The keyboard's state can't be read.");
-  const bool anyKey =
+  if (!keys) ThrowUnreadable();
+  snapshot.anyKey =
       std::any_of(std::begin(keys->keys), std::end(keys->keys), [](auto bits) { return bits != 0; });
-  return {.held = state->baseMods, .locked = state->lockedMods, .group = state->group, .anyKey = anyKey};
+  return snapshot;
+}
+
+unsigned XKeyboardState::Ask() {
+  return xcb_xkb_get_state(connection_.Get(), XCB_XKB_ID_USE_CORE_KBD).sequence;
+}
+
+XKeyboardState::Snapshot XKeyboardState::Answer(unsigned question) {
+  const XReply<xcb_xkb_get_state_reply_t> state(
+      xcb_xkb_get_state_reply(connection_.Get(), {question}, nullptr));
+  if (!state) ThrowUnreadable();
+  return {.held = state->baseMods, .locked = state->lockedMods, .group = state->group};
 }
 
 void XKeyboardState::SetLocks(std::uint8_t affected, std::uint8_t locked) {
@@ -31,9 +52,9 @@ void XKeyboardState::SetLocks(std::uint8_t affected, std::uint8_t locked) {
 }
 
 void XKeyboardState::BeginTyping(std::uint8_t locked) {
-  connection_.SetValues(connection_.Root(), record_, {locked});
+  unlocked_ = static_cast<std::uint8_t>(unlocked_.value_or(0) | locked);
+  connection_.SetValues(connection_.Root(), record_, {*unlocked_});
   SetLocks(locked, 0);
-  unlocked_ = locked;
 }
 
 void XKeyboardState::EndTyping() {

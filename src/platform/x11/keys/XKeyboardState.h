@@ -10,8 +10,8 @@ namespace quillbox {
 class XKeyConnection;
 
 // What the keyboard does at the moment: keys held down, locks, active group. It can take the locks off for a
-// while; that is recorded with the server, so that a later start can put them back if this process is killed
-// meanwhile.
+// while; that is recorded in a property of the root window, so that a later start can put them back if this
+// process is killed meanwhile.
 class XKeyboardState {
  public:
   struct Snapshot {
@@ -25,8 +25,12 @@ class XKeyboardState {
 
   // RuntimeError errors::kDeviceError if the server doesn't answer.
   Snapshot Read();
+  // The same without `anyKey`, in two steps: the answer tells how things stood between the requests before
+  // and behind the question.
+  unsigned Ask();
+  Snapshot Answer(unsigned question);
 
-  // Notes down that keys are being typed, and unlocks those of the `locked` modifiers, until EndTyping.
+  // Notes down that keys are being typed, and unlocks the `locked` modifiers too, until EndTyping.
   void BeginTyping(std::uint8_t locked);
   // Locks them again. One that the typed keys have toggled stays toggled.
   void EndTyping();

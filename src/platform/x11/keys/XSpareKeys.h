@@ -11,9 +11,9 @@ namespace quillbox {
 
 class XKeyConnection;
 
-// Keysyms on key codes that the keyboard doesn't use, alike in all groups and with and without Shift. What is
-// put on is recorded with the server first, so that a later start can take it off if this process is killed
-// meanwhile.
+// Puts keysyms on key codes that no key of the keyboard has. Such a code gives the same in all groups, with
+// and without Shift. What is put on is first recorded in a property of the root window, so that a later start
+// can take it off if this process is killed meanwhile.
 class XSpareKeys {
  public:
   explicit XSpareKeys(XKeyConnection& connection);
@@ -23,6 +23,8 @@ class XSpareKeys {
   void PutOn(const std::vector<xkb_keysym_t>& keysyms, const std::vector<xcb_keycode_t>& codes);
   // The code that a keysym was put on; 0 for any other.
   xcb_keycode_t CodeOf(xkb_keysym_t keysym) const;
+  // Whether all that was put on is still there.
+  bool Intact() { return StillOn(keys_).size() == keys_.size(); }
   bool Any() const { return !keys_.empty(); }
   // Leaves codes alone on which something else has been put meanwhile.
   void TakeOff();

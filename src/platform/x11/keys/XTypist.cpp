@@ -12,9 +12,9 @@
 
 namespace quillbox {
 
-std::optional<XKeyboardMap::Place> XTypist::Find(const KeyStroke& stroke) const {
-  if (stroke.special != SpecialKey::None) return map_.FindKeysym(KeysymOf(stroke.special));
-  return map_.FindCharacter(stroke.character);
+std::optional<XKeyboardMap::Place> XTypist::Find(const KeyStroke& stroke, const XKeyboardMap& map) {
+  if (stroke.special != SpecialKey::None) return map.FindKeysym(KeysymOf(stroke.special));
+  return map.FindCharacter(stroke.character);
 }
 
 // A spare key gives the same with and without Shift, so a letter under Shift is put on as the capital.
@@ -28,7 +28,7 @@ std::size_t XTypist::Prepare(std::span<const KeyStroke> strokes) {
   std::vector<xkb_keysym_t> keysyms;
   std::size_t count = 0;
   for (; count < strokes.size(); ++count) {
-    if (Find(strokes[count])) continue;
+    if (Find(strokes[count], map_)) continue;
     const xkb_keysym_t keysym = SpareSymbol(strokes[count]);
     if (std::find(keysyms.begin(), keysyms.end(), keysym) != keysyms.end()) continue;
     if (codes.empty())
@@ -38,6 +38,13 @@ std::size_t XTypist::Prepare(std::span<const KeyStroke> strokes) {
   }
   spareKeys_.PutOn(keysyms, codes);
   return count;
+}
+
+bool XTypist::TypesAlike(std::span<const KeyStroke> strokes, const XKeyboardMap& other) const {
+  return std::all_of(strokes.begin(), strokes.end(), [&](const KeyStroke& stroke) {
+    const auto place = Find(stroke, map_);
+    return !place || place == Find(stroke, other);
+  });
 }
 
 std::uint8_t XTypist::RealModifiers(std::uint8_t modifiers) const {
@@ -64,7 +71,7 @@ void XTypist::Hold(std::uint8_t modifiers) {
 }
 
 void XTypist::Type(const KeyStroke& stroke) {
-  const auto place = Find(stroke);
+  const auto place = Find(stroke, map_);
   const xcb_keycode_t code = place ? place->code : spareKeys_.CodeOf(SpareSymbol(stroke));
   const std::uint8_t own = place ? place->modifiers : std::uint8_t{0};
   // Ctrl and Alt mark a command of their own each time, unless the notation groups the strokes.

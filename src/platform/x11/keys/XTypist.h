@@ -29,9 +29,12 @@ class XTypist {
   // them.
   void Type(const KeyStroke& stroke);
   void ReleaseModifiers() { Hold(0); }
+  std::uint8_t Held() const { return down_; }  // real modifiers whose keys are down for the strokes
+  // Whether the strokes that need no spare key would be typed in the same way with another map.
+  bool TypesAlike(std::span<const KeyStroke> strokes, const XKeyboardMap& other) const;
 
  private:
-  std::optional<XKeyboardMap::Place> Find(const KeyStroke& stroke) const;
+  static std::optional<XKeyboardMap::Place> Find(const KeyStroke& stroke, const XKeyboardMap& map);
   static xkb_keysym_t SpareSymbol(const KeyStroke& stroke);
   std::uint8_t RealModifiers(std::uint8_t modifiers) const;
   void Hold(std::uint8_t modifiers);
