@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/RuntimeError.h"
+#include "base/Trace.h"
 
 namespace quillbox {
 
@@ -140,6 +141,7 @@ void XClipboard::OnNobody(Content content) {
   server_.Withdraw();
   EndTransfer();
   SetText({});
+  Trace({"clipboard: ", content == Content::NoText ? "nobody's" : "hidden"});
   if (std::exchange(content_, content) != content) Tell(ClipboardNews::Other);
 }
 
@@ -169,6 +171,7 @@ void XClipboard::OnTransfer(XTransfer::Result result) {
                                                                 : Content::NoText;
   FollowFocus(content_ == Content::Refused && ownership_.IsManagers());
   const bool arrived = content_ == Content::HasText;
+  Trace({"clipboard: ", arrived ? "a text of others" : "nothing that can be read as a text"});
   if (arrived && ownerGone_ && textOnly_) OnDied();
   Tell(arrived ? ClipboardNews::Text : ClipboardNews::Other);
 }

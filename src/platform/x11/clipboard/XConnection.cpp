@@ -17,7 +17,7 @@ namespace quillbox {
 namespace {
 
 // Under a flood of events the rest of the program has its turn after so many of them, or after so long.
-constexpr int kEventsAtOnce = 500;
+constexpr int kEventsAtOnce = 100;
 constexpr std::chrono::milliseconds kTimeAtOnce{10};
 constexpr int kWriteMs = 2;   // a server that works has taken in a full socket by then
 constexpr int kRetryMs = 50;  // while one takes nothing in
@@ -52,7 +52,8 @@ XConnection::~XConnection() {
 }
 
 std::size_t XConnection::MaxRequestBytes() const {
-  // The limit without BIG-REQUESTS: a larger request could fill the socket and make us wait for the server.
+  // The limit without BIG-REQUESTS. A larger request could fill the socket, and then we would wait for the
+  // server.
   return std::size_t{xcb_get_setup(connection_)->maximum_request_length} * 4;
 }
 

@@ -9,7 +9,7 @@
 namespace quillbox {
 
 // Reads what another client has put into a property of one of our windows, in one go or in increments (INCR).
-// Believes nothing: sizes that were announced don't matter, and all that is kept is `keep` bytes.
+// The size that the other client announces is never believed, and at most `keep` bytes are kept.
 class XIncomingValue {
  public:
   // `format` is the unit that is expected, 8 or 32 bits. `done` is called once, last thing of all.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "base/Trace.h"
+
 namespace quillbox {
 
 namespace {
@@ -121,6 +123,7 @@ unsigned XOwnership::AskForTime() {
 }
 
 void XOwnership::Wish(xcb_window_t owner) {
+  Trace({"clipboard: ", owner ? "ours" : "cleared by us"});
   wished_ = owner;
   wishSequence_ = 0;
   state_ = State::Wished;
@@ -138,6 +141,7 @@ void XOwnership::SendWish(xcb_timestamp_t time) {
 }
 
 void XOwnership::Inherit() {
+  Trace({"clipboard: ", "taken over from an owner that has quit"});
   wished_ = window_;
   state_ = State::Inheriting;
   const auto cookie = xcb_get_selection_owner(connection_.Get(), connection_.Atoms().clipboard);

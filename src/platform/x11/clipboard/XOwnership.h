@@ -8,50 +8,62 @@
 
 namespace quillbox {
 
-// Who owns the selection CLIPBOARD, as far as the server has told us, and our own wish to own it or to have
-// it owned by nobody.
+// clang-format off
+// Who owns the selection CLIPBOARD, as far as the server has told us, and our own wish to own it or to have it
+// owned by nobody.
 //
-//     Unknown ---- the owner is found ----> Others          Nobodys <---- there is none ---- Unknown
-//
-//     any state -- another client takes it --------------------------------> Others
-//     any state -- another client gives it up, or its owner has died ------> Nobodys
-//
-//     any state -- Claim, GiveUp --> Wished -- reported --> Ours, or Nobodys after GiveUp
-//                                      |                     ^
-//                        not reported  v                     |
-//                                  WishedAgain -- in any case+
-//
-//     Nobodys --- Inherit ---------> Inheriting -- still nobody: claimed --> Ours
+//                          +---------+     the owner is found      +--------+
+//               start ---->| Unknown |---------------------------->| Others |<---- taken by another
+//                          +---------+                             +--------+      client, in any state
+//                               | there is none                        |
+//                               v                                      | given up, hidden,
+//                          +---------+                                 | or the owner has died
+//                          | Nobodys |<--------------------------------+
+//                          +---------+
+//                            ^     | Inherit, after a death
+//      reported after GiveUp |     v
+//            +--------+      |  +------------+
+//  Claim --->| Wished |------+  | Inheriting |
+//  GiveUp    +--------+         +------------+
+//  in any      |    | reported      | nobody has come since: claimed
+//  state       |    | after Claim   v
+//   not        |    |           +------+
+//   reported   |    +---------->| Ours |
+//              v                +------+
+//        +-------------+            ^
+//        | WishedAgain |------------+ in any case; Nobodys after GiveUp
+//        +-------------+
+// clang-format on
 //
 // The rules of X11 behind it (ICCCM 2.1 to 2.4, and the XFixes extension):
-// - The server carries out a wish only if its time lies between the last change of owner and now, and says
-// nothing
-//   when it doesn't. So that ours works at once it bears the latest time that we know, which only a change
-//   that we haven't heard of can make too old. Then the wish isn't reported back, and is sent again with the
-//   server's time.
-// - The server's time is had by appending nothing to a property: that changes nothing and is reported with
-// the time.
-// - Reports come in the order of events, each with the number of the last request carried out before it. A
-// change
-//   that is older than our wish is over; it must not undo what the wish has done.
-// - An owner that dies leaves nobody, as one that clears does; only XFixes tells the two apart. What a dead
-// one has
-//   left is claimed with the time just before its death, so that whoever has taken the selection since comes
-//   first.
-// - A window that is destroyed owns nothing any more, whoever destroyed it. Ours is made anew, and claims
+//
+// A wish has a time. The server carries it out only if that lies between the last change of owner and now,
+// and says nothing when it doesn't. For a wish to take effect at once it bears the latest time that we
+// know, which only a change that we haven't heard of can make too old. It isn't reported back then, and is
+// sent again with the server's time. We ask for that by appending nothing to a property, which is reported
+// with the time.
+//
+// Reports come in the order of events. Each bears the number of the last request that was carried out
+// before it, so a change that is older than our wish is known: it is over, and must not undo what the wish
+// has done.
+//
+// An owner that dies leaves nobody, as one that clears does; only XFixes tells the two apart. What a dead
+// one has left is claimed with the time just before its death, so that whoever has taken the selection
+// since comes first.
+//
+// A window that is destroyed owns nothing any more, whoever has destroyed it. Ours is made anew, and claims
 // again.
-// - Under Wayland the window manager owns the selection on behalf of the windows that aren't X11's, and gives
-// it up
-//   when it hides theirs from us. Its windows are known by being of the client that owns WM_S0.
+//
+// Under Wayland the window manager owns the selection for the windows that aren't X11's, and gives it up
+// when it hides theirs from us. Its windows are known by their client, which owns WM_S0.
 class XOwnership {
  public:
   // What others have done. All but `claims` are the last thing that is done with an event.
   struct Sink {
-    std::function<void(xcb_timestamp_t)>
-        taken;                      // another client is the owner, at that server time at the latest
-    std::function<void()> died;     // the owner is gone and has left nobody: Inherit may follow
-    std::function<void()> cleared;  // nobody is the owner, on purpose
-    std::function<void()> hidden;   // the window manager has given it up
+    std::function<void(xcb_timestamp_t)> taken;   // another client owns it, at that time of the server
+    std::function<void()> died;                   // the owner is gone and has left nobody: Inherit may follow
+    std::function<void()> cleared;                // nobody owns it, on purpose
+    std::function<void()> hidden;                 // the window manager has given it up
     std::function<void(xcb_timestamp_t)> claims;  // we are about to own it, as of that time
   };
 

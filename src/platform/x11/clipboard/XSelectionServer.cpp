@@ -59,7 +59,7 @@ void XSelectionServer::OnRequest(const xcb_selection_request_event_t& event) {
   const bool ours = connection_.IsOurs(event.requestor);  // nobody else may have us answer to our own windows
   if (!text_ || event.selection != atoms.clipboard || tooEarly || ours) return Answer(event, XCB_ATOM_NONE);
   if (event.target == atoms.multiple) return ConvertMultiple(event);
-  // Obsolete clients leave the property to us.
+  // An old client names no property: then the target's name is the property's, too (ICCCM 2.2).
   const xcb_atom_t property = event.property ? event.property : event.target;
   Answer(event, Convert(event.requestor, event.target, property) ? property : xcb_atom_t{XCB_ATOM_NONE});
 }
@@ -101,7 +101,8 @@ bool XSelectionServer::Convert(xcb_window_t requestor, xcb_atom_t target, xcb_at
 
 void XSelectionServer::ConvertMultiple(const xcb_selection_request_event_t& event) {
   if (!event.property) return Answer(event, XCB_ATOM_NONE);
-  // The list of pairs stands in the requestor's property; each pair that fails is marked in it.
+  // The pairs of target and property stand in the requestor's property. A pair that fails gets None as its
+  // property.
   const auto cookie = xcb_get_property(connection_.Get(), 0, event.requestor, event.property,
                                        XCB_GET_PROPERTY_TYPE_ANY, 0, 2 * kMaxPairs);
   connection_.Await(cookie.sequence, [this, event](const void* answer) {

@@ -98,7 +98,7 @@ void XTransfer::OnAnswer() {
   if (value_->Incremental()) spoilt_ = true;
   if (step_.target == atoms.targets) return ChooseTexts();
   if (step_.target == atoms.passwordHint) {
-    // Whoever offers the hint and then doesn't give it gets no benefit of the doubt.
+    // An owner that offers the hint but doesn't give it is taken to hold a secret.
     if (!value_->Valid() || SaysSecret(value_->Bytes())) return Finish(Outcome::Secret);
     return AskNextText();
   }
