@@ -4,9 +4,11 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "base/RuntimeError.h"
+#include "base/Utf8.h"
 #include "platform/x11/clipboard/XClipboard.h"
 #include "x11/PollEventLoop.h"
 #include "x11/TestOwner.h"
@@ -18,18 +20,10 @@ namespace quillbox::test {
 class ClipboardFixture : public testing::Test {
  protected:
   void SetUp() override {
-    TestOwner nobody(loop);
-    nobody.Clear();
-    loop.RunFor(5);
-    nobody.Quit();
-    Open();
-  }
-
-  void Open() {
-    listening.Release();
+    TestClient(loop).SetOwner("CLIPBOARD", XCB_NONE);
     clipboard = std::make_unique<XClipboard>(loop);
     listening = clipboard->Listen([this](ClipboardNews each) { news.push_back(each); });
-    ASSERT_TRUE(clipboard->Settle(1000));
+    ASSERT_TRUE(clipboard->Settle(20'000));
     news.clear();
   }
 
@@ -42,23 +36,27 @@ class ClipboardFixture : public testing::Test {
       return std::nullopt;
     }
   }
-
   // Runs until there has been another piece of news.
-  bool AwaitNews(int milliseconds = 3000) {
-    return loop.RunUntil([this, count = news.size()] { return news.size() > count; }, milliseconds);
+  bool AwaitNews() {
+    return loop.RunUntil([this, count = news.size()] { return news.size() > count; });
   }
-
   // The owner takes the clipboard; what is read then.
-  std::optional<Text> ReadAfter(TestOwner& owner, int milliseconds = 3000) {
+  std::optional<Text> ReadAfter(TestOwner& owner) {
     owner.Own();
-    EXPECT_TRUE(AwaitNews(milliseconds));
+    EXPECT_TRUE(AwaitNews());
     return Read();
+  }
+  // What a program pastes; nothing if it is refused.
+  std::optional<std::string> Paste() {
+    TestReader reader(loop);
+    const auto& taken = reader.Fetch("UTF8_STRING");
+    return taken.refused ? std::nullopt : std::optional(taken.bytes);
   }
 
   PollEventLoop loop;
   std::unique_ptr<XClipboard> clipboard;
-  Hook listening;
   std::vector<ClipboardNews> news;
+  Hook listening;
 };
 
 }  // namespace quillbox::test

@@ -1,10 +1,12 @@
 #include <iterator>
 
-#include "base/Utf8.h"
 #include "x11/ClipboardFixture.h"
 
 namespace quillbox::test {
 namespace {
+
+const std::string kUtf8 = "UTF8_STRING";
+const std::string kHint = "x-kde-passwordManagerHint";
 
 using ClipboardReading = ClipboardFixture;
 
@@ -17,21 +19,23 @@ TEST_F(ClipboardReading, TakesTheBestTextThatIsOffered) {
     Text text;
     bool asksForLatin = false;
   };
-  const std::string utf8 = "UTF8_STRING";
   const Case cases[] = {
-      {{{"STRING", Gives("STRING", "latin")}, {utf8, Gives(utf8, "utf-8 \xE2\x82\xAC")}}, u"utf-8 \u20AC"},
+      {{{"STRING", Gives("STRING", "latin")}, {kUtf8, Gives(kUtf8, "utf-8 \xE2\x82\xAC")}}, u"utf-8 \u20AC"},
       {{{"text/plain;charset=utf-8", Gives("text/plain;charset=utf-8", "pl\xC3\xA4in")}}, u"pl\u00E4in"},
       {{{"STRING", Gives("STRING", "\xE4\xF6 \xFF")}}, u"\u00E4\u00F6 \u00FF", true},
       // The better one is offered and then refused; so is the list of an old client.
-      {{{utf8, Of(Reaction::Refuse)}, {"STRING", Gives("STRING", "second")}}, u"second", true},
+      {{{kUtf8, Of(Reaction::Refuse)}, {"STRING", Gives("STRING", "second")}}, u"second", true},
       {{{"TARGETS", Of(Reaction::Refuse)}, {"STRING", Gives("STRING", "old client")}}, u"old client", true},
+      {{{"TARGETS", Gives("ATOM", "", 32)}, {kUtf8, Gives(kUtf8, "lists nothing")}}, u"lists nothing"},
       // As it came.
-      {{{utf8, Gives(utf8, std::string("a\0b\r\nc\rd\n\0", 10))}}, Text(u"a\0b\r\nc\rd\n\0", 10)},
-      {{{utf8, Gives(utf8, "bad \xFF\xC3 end \xF0\x9F\x98\x80")}}, u"bad \uFFFD\uFFFD end \U0001F600"},
-      {{{utf8, Gives(utf8, large)}}, Text(large.size(), u'q')},
+      {{{kUtf8, Gives(kUtf8, std::string("a\0b\r\nc\rd\n\0", 10))}}, Text(u"a\0b\r\nc\rd\n\0", 10)},
+      {{{kUtf8, Gives(kUtf8, "bad \xFF\xC3 end \xF0\x9F\x98\x80")}}, u"bad \uFFFD\uFFFD end \U0001F600"},
+      {{{kUtf8, Gives(kUtf8, large)}}, Text(large.size(), u'q')},
       // In increments, through the middle of a character, too.
-      {{{utf8, GivesInPieces(utf8, letters, 5000)}}, Text(letters.begin(), letters.end())},
-      {{{utf8, GivesInPieces(utf8, "x\xE2\x82\xACy", 1)}}, u"x\u20ACy"},
+      {{{kUtf8, GivesInPieces(kUtf8, letters, 5000)}}, Text(letters.begin(), letters.end())},
+      {{{kUtf8, GivesInPieces(kUtf8, "x\xE2\x82\xACy", 1)}}, u"x\u20ACy"},
+      // The same again is news again.
+      {{{kUtf8, Gives(kUtf8, "x\xE2\x82\xACy")}}, u"x\u20ACy"},
   };
   for (const Case& c : cases) {
     TestOwner owner(loop);
@@ -42,114 +46,106 @@ TEST_F(ClipboardReading, TakesTheBestTextThatIsOffered) {
   EXPECT_EQ(news, std::vector<ClipboardNews>(std::size(cases), ClipboardNews::Text));
 }
 
-TEST_F(ClipboardReading, IsBusyWhileATextIsUnderWay) {
-  TestOwner owner(loop);
-  owner.OfferText("first");
-  EXPECT_EQ(ReadAfter(owner), u"first");
-  bool asked = false;
-  owner.Offer("TARGETS", Of(Reaction::Silent));
-  owner.Own();
-  loop.RunUntil([&] { return asked = owner.Asked().size() > 2; });
-  ASSERT_TRUE(asked);
-  EXPECT_EQ(Read(), std::nullopt);
-}
-
-TEST_F(ClipboardReading, ContentWithoutTextReadsEmpty) {
-  TestOwner picture(loop);
-  picture.Offer("image/png", Gives("image/png", "PNG"));
-  EXPECT_EQ(ReadAfter(picture), u"");
-  EXPECT_FALSE(picture.WasAskedFor("UTF8_STRING"));
-  EXPECT_EQ(news.back(), ClipboardNews::Other);
-
-  TestOwner empty(loop);
-  empty.OfferText("");
-  EXPECT_EQ(ReadAfter(empty), u"");
-}
-
-TEST_F(ClipboardReading, TheSameTextAgainIsNewsAndSoIsAClear) {
-  TestOwner owner(loop);
-  owner.OfferText("again");
-  EXPECT_EQ(ReadAfter(owner), u"again");
-  EXPECT_EQ(ReadAfter(owner), u"again");
-  owner.Clear();
-  ASSERT_TRUE(AwaitNews());
-  EXPECT_EQ(Read(), u"");
-  EXPECT_EQ(news, (std::vector{ClipboardNews::Text, ClipboardNews::Text, ClipboardNews::Other}));
-}
-
-TEST_F(ClipboardReading, FindsTheOwnerThatIsThereAtTheStart) {
-  TestOwner owner(loop);
-  owner.OfferText("before");
-  owner.Own();
-  loop.RunFor(5);
-  XClipboard late(loop);
-  bool arrived = false;
-  const Hook hook = late.Listen([&](ClipboardNews each) { arrived = each == ClipboardNews::Text; });
-  EXPECT_THROW(late.Read(), RuntimeError);
-  ASSERT_TRUE(loop.RunUntil([&] { return arrived; }));
-  EXPECT_EQ(late.Read(), u"before");
-}
-
-TEST_F(ClipboardReading, SettlesInTimeWithASilentOwnerOrNone) {
-  TestOwner owner(loop);  // nobody turns its loop while the clipboard settles
-  for (const bool owned : {false, true}) {
-    owner.OfferText("later");
-    if (owned) owner.Own();
-    XClipboard fresh(loop);
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(fresh.Settle(owned ? 100 : 2000), !owned);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000));
-    if (owned)
-      EXPECT_THROW(fresh.Read(), RuntimeError);
-    else
-      EXPECT_EQ(fresh.Read(), u"");
+TEST_F(ClipboardReading, WhatIsNoTextReadsEmpty) {
+  const std::pair<std::string, Reaction> offers[] = {
+      {"image/png", Gives("image/png", "PNG")}, {kUtf8, Gives(kUtf8, "")}, {"none", Of(Reaction::Refuse)}};
+  for (const auto& [target, reaction] : offers) {
+    TestOwner owner(loop);
+    owner.Offer(target, reaction);
+    EXPECT_EQ(ReadAfter(owner), u"") << target;
+    EXPECT_EQ(owner.WasAskedFor(kUtf8), target == kUtf8);
+    EXPECT_EQ(news.back(), ClipboardNews::Other);
   }
 }
 
+TEST_F(ClipboardReading, AtTheStartWaitsForTheOwnerThatIsThere) {
+  EXPECT_EQ(Read(), u"") << "without an owner it is known at once";
+  TestOwner owner(loop);  // nobody turns its loop while the clipboard settles
+  owner.OfferText("before").Own();
+  XClipboard late(loop);
+  EXPECT_THROW(late.Read(), RuntimeError);
+  EXPECT_FALSE(late.Settle(50));
+  EXPECT_THROW(late.Read(), RuntimeError);
+  bool arrived = false;
+  const Hook hook = late.Listen([&](ClipboardNews each) { arrived = each == ClipboardNews::Text; });
+  ASSERT_TRUE(loop.RunUntil([&] { return arrived; }));
+  EXPECT_TRUE(late.Settle(0));
+  EXPECT_EQ(late.Read(), u"before");
+}
+
 TEST_F(ClipboardReading, ANewOwnerEndsTheReadingOfTheOldOne) {
-  TestOwner first(loop);
-  std::vector<Piece> pieces(50, Piece{"UTF8_STRING", 8, "old "});
-  pieces.push_back({"UTF8_STRING", 8, ""});
-  Reaction slowly = GivesPieces(pieces);
-  slowly.pieceDelayMs = 10;
-  first.Offer("UTF8_STRING", slowly);
+  TestOwner first(loop), second(loop);
+  std::size_t said = 0;
+  first.Offer(kUtf8, GivesPieces(
+                         [&](std::size_t) {
+                           return ++said, std::optional(Piece{kUtf8, 8, "old "});
+                         },
+                         5));
   first.Own();
-  ASSERT_TRUE(loop.RunUntil([&] { return first.WasAskedFor("UTF8_STRING"); }));
-  loop.RunFor(30);
-  TestOwner second(loop);
-  Reaction steadily = GivesInPieces("UTF8_STRING", "new new new", 1);
-  steadily.pieceDelayMs = 15;
-  second.Offer("UTF8_STRING", steadily);
+  ASSERT_TRUE(loop.RunUntil([&] { return said > 3; }));
+  EXPECT_EQ(Read(), std::nullopt) << "while a text is under way";
+  Reaction steadily = GivesInPieces(kUtf8, "new new new", 1);
+  steadily.pieceDelayMs = 7;
+  second.Offer(kUtf8, steadily);
   EXPECT_EQ(ReadAfter(second), u"new new new");
-  loop.RunFor(100);  // the first one is still talking
+  loop.RunFor(50);  // the first one may still be talking
   EXPECT_EQ(Read(), u"new new new");
   EXPECT_EQ(news.size(), 1u);
 }
 
-using ClipboardSecrets = ClipboardFixture;
-
-TEST_F(ClipboardSecrets, ASecretIsNeitherAskedForNorTakenOver) {
-  TestOwner owner(loop);
-  owner.OfferText("hunter2").Offer("x-kde-passwordManagerHint", Gives("x-kde-passwordManagerHint", "secret"));
-  EXPECT_EQ(ReadAfter(owner), u"");
-  EXPECT_FALSE(owner.WasAskedFor("UTF8_STRING"));
-  EXPECT_EQ(news.back(), ClipboardNews::Other);
-  owner.Quit();
-  loop.RunFor(50);
-  TestReader reader(loop);
-  EXPECT_TRUE(reader.Fetch("UTF8_STRING").refused);
+TEST_F(ClipboardReading, TheLastOfManyQuickCopiesIsCaptured) {
+  TestOwner a(loop), b(loop);
+  for (int i = 0; i < 600; ++i) {
+    (i % 2 ? a : b).OfferText("copy " + std::to_string(i)).Own();
+    loop.RunFor(i % 3 ? 5 : 0);
+  }
+  ASSERT_TRUE(loop.RunUntil([&] { return Read() == u"copy 599"; }));
+  EXPECT_EQ(loop.Timers(), 0u);
+  EXPECT_LE(a.Asked() + b.Asked(), 1200u) << "one transfer at a time, TARGETS and the text for each";
 }
 
-TEST_F(ClipboardSecrets, OnlyAnAnsweredHintCanSayThatItIsNone) {
-  TestOwner open(loop);
-  open.OfferText("public").Offer("x-kde-passwordManagerHint", Gives("x-kde-passwordManagerHint", "public"));
-  EXPECT_EQ(ReadAfter(open), u"public");
-  TestOwner refuses(loop), silent(loop);
-  refuses.OfferText("hidden").Offer("x-kde-passwordManagerHint", Of(Reaction::Refuse));
-  EXPECT_EQ(ReadAfter(refuses), u"");
-  silent.OfferText("hidden").Offer("x-kde-passwordManagerHint", Of(Reaction::Silent));
-  EXPECT_EQ(ReadAfter(silent, XTransfer::kDeadlineMs + 1000), u"");
-  EXPECT_FALSE(silent.WasAskedFor("UTF8_STRING"));
+TEST_F(ClipboardReading, NothingHappensWhileNothingChanges) {
+  TestOwner owner(loop);
+  owner.OfferText(std::string(5'000'000, 'i'));
+  ASSERT_EQ(ReadAfter(owner)->size(), 5'000'000u);
+  loop.RunFor(50);
+  const int wakeups = loop.Wakeups();
+  const char16_t* text = clipboard->Read().data();
+  for (int tick = 0; tick < 4; ++tick) {
+    loop.RunFor(100);
+    EXPECT_EQ(clipboard->Read().data(), text) << "a tick copies nothing";
+  }
+  EXPECT_EQ(loop.Wakeups(), wakeups);
+  EXPECT_EQ(owner.Asked(), 2u);
+}
+
+TEST_F(ClipboardReading, AHugeTextIsCut) {
+  std::string part;  // 50 MB of three-byte characters
+  for (int k = 0; k < 20000; ++k) part += "\xE2\x82\xAC";
+  TestOwner huge(loop);
+  huge.Offer(kUtf8, GivesPieces([&](std::size_t i) {
+               return std::optional(Piece{kUtf8, 8, i < 833 ? part : ""});
+             }));
+  EXPECT_EQ(ReadAfter(huge)->size(), XTransfer::kMaxBytes / 3);
+  EXPECT_EQ(clipboard->Read().back(), u'\u20AC') << "no half character";
+}
+
+// Neither asked for, nor taken over, unless its owner says that it is none.
+TEST_F(ClipboardReading, ASecretIsNoText) {
+  const std::pair<Reaction, bool> rows[] = {{Gives(kHint, "secret"), true},
+                                            {Gives(kHint, std::string("secret\0", 7)), true},
+                                            {Of(Reaction::Refuse), true},
+                                            {Of(Reaction::Silent), true},
+                                            {Gives(kHint, "public"), false}};
+  for (const auto& [hint, secret] : rows) {
+    TestOwner owner(loop);
+    owner.OfferText("hunter2").Offer(kHint, hint);
+    EXPECT_EQ(ReadAfter(owner), secret ? u"" : u"hunter2");
+    EXPECT_EQ(owner.WasAskedFor(kUtf8), !secret);
+    owner.Quit();
+    loop.RunFor(50);
+    EXPECT_EQ(Paste().has_value(), !secret);
+  }
 }
 
 }  // namespace

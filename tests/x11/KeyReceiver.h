@@ -1,5 +1,8 @@
 #pragma once
 
+#include <unistd.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include <atomic>
@@ -7,11 +10,14 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/x11/keys/XKeyConnection.h"
+#include "x11/TestKeyboard.h"
 
 namespace quillbox::test {
 
@@ -33,28 +39,83 @@ class KeyReceiver {
     bool saysOurProcess = false;  // bears the process id of this very process
   };
 
-  explicit KeyReceiver(Options options);
-  ~KeyReceiver();
+  explicit KeyReceiver(Options options) : options_(options) {
+    if (server_.Lost()) throw std::runtime_error("no X server");
+    xcb_connection_t* const connection = server_.Get();
+    xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_, nullptr);
+    const std::uint16_t changes = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, 0xFF, 0xFF, nullptr);
+    const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window_, server_.Root(), 10, 10, 200, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
+    if (options_.answersPings) Set(protocols_, XCB_ATOM_ATOM, ping_);
+    if (options_.saysOurProcess)
+      Set(server_.Atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
+    xcb_map_window(connection, window_);
+    server_.Sync();
+    thread_ = std::thread([this] {
+      while (!ended_) {
+        const XReply<xcb_generic_event_t> event(xcb_wait_for_event(server_.Get()));
+        if (!event) return;
+        Handle(*event);
+      }
+    });
+  }
+  ~KeyReceiver() {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window_;
+    message.type = end_;
+    xcb_send_event(server_.Get(), 0, window_, 0, reinterpret_cast<const char*>(&message));
+    xcb_flush(server_.Get());
+    thread_.join();
+  }
   KeyReceiver(const KeyReceiver&) = delete;
   KeyReceiver& operator=(const KeyReceiver&) = delete;
 
   xcb_window_t Window() const { return window_; }
   // Gives the window the focus and returns when it has it.
-  void TakeFocus();
+  void TakeFocus() { SetFocus(window_); }
   // Focus on no window: on none at all, or "wherever the pointer is", with the pointer over this window.
-  void GiveFocusToNobody();
-  void GiveFocusToPointer();
+  void GiveFocusToNobody() { SetFocus(XCB_NONE); }
+  void GiveFocusToPointer() {
+    xcb_warp_pointer(server_.Get(), XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
+    SetFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
+  }
 
-  std::vector<KeyPress> Presses() const;
+  std::vector<KeyPress> Presses() const {
+    const std::lock_guard lock(mutex_);
+    return presses_;
+  }
   // The text of all presses so far, line breaks as line feeds.
-  std::string Text() const;
+  std::string Text() const {
+    std::string text;
+    for (const KeyPress& press : Presses()) text += press.text == "\r" ? "\n" : press.text;
+    return text;
+  }
   // How often a key was pressed that had been pressed already, or released that had not.
   int Unpaired() const { return unpaired_; }
   // How often a key of a modifier was pressed; Presses leaves these out.
   int ModifierPresses() const { return modifierPresses_; }
-  void Clear();
-  // Waits until so many presses have come in and a little longer for more; false after 20 s.
-  bool WaitFor(std::size_t presses) const;
+  void Clear() {
+    const std::lock_guard lock(mutex_);
+    presses_.clear();
+    unpaired_ = 0;
+    modifierPresses_ = 0;
+  }
+  // Waits until so many presses have come in and a little longer for more; false after 60 s.
+  bool WaitFor(std::size_t presses) const {
+    for (int tries = 0; tries < 6000; ++tries) {
+      if (Presses().size() >= presses) {
+        Sleep(30);
+        return true;
+      }
+      Sleep(10);
+    }
+    return false;
+  }
 
  private:
   struct Free {
@@ -63,28 +124,86 @@ class KeyReceiver {
     void operator()(xkb_state* state) const { xkb_state_unref(state); }
   };
 
-  void SetFocus(xcb_window_t window);
-  void Run();
-  void Handle(const xcb_generic_event_t& event);
-  void HandleKey(const xcb_key_press_event_t& event, bool press);
-  void AnswerPing(xcb_client_message_event_t message);
-  void ReadMap();
+  void Set(xcb_atom_t property, xcb_atom_t type, std::uint32_t value) {
+    xcb_change_property(server_.Get(), XCB_PROP_MODE_REPLACE, window_, property, type, 32, 1, &value);
+  }
+
+  void SetFocus(xcb_window_t window) {
+    for (int tries = 0; tries < 2000; ++tries) {
+      xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
+      if (server_.Sync() == window) return;
+      Sleep(5);
+    }
+    throw std::runtime_error("no focus");
+  }
+
+  void Handle(const xcb_generic_event_t& event) {
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
+      HandleKey(reinterpret_cast<const xcb_key_press_event_t&>(event), type == XCB_KEY_PRESS);
+    } else if (type == XCB_MAPPING_NOTIFY || type == xkbEvent_) {
+      mapIsOld_ = true;
+    } else if (type == XCB_CLIENT_MESSAGE) {
+      const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+      if (message.type == end_) ended_ = true;
+      if (message.type == protocols_ && message.data.data32[0] == ping_) AnswerPing(message);
+    }
+  }
+
+  void AnswerPing(xcb_client_message_event_t message) {
+    message.window = server_.Root();
+    const std::uint32_t audience =
+        options_.answersAsQt ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_send_event(server_.Get(), 0, server_.Root(), audience | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(server_.Get());
+  }
+
+  void HandleKey(const xcb_key_press_event_t& event, bool press) {
+    if (down_[event.detail] == press) ++unpaired_;
+    down_[event.detail] = press;
+    if (!press) return;
+    Sleep(std::exchange(options_.millisecondsToStart, 0));
+    if (options_.microsecondsPerKey > 0)
+      std::this_thread::sleep_for(std::chrono::microseconds(options_.microsecondsPerKey));
+    if (std::exchange(mapIsOld_, false)) {
+      const std::int32_t device = xkb_x11_get_core_keyboard_device_id(server_.Get());
+      keymap_.reset(
+          xkb_x11_keymap_new_from_device(context_.get(), server_.Get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+      state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr);
+    }
+    if (!state_) return;
+    xkb_state_update_mask(state_.get(), event.state & 0xFF, 0, 0, 0, 0, event.state >> 13 & 3);
+    const xkb_keysym_t keysym = xkb_state_key_get_one_sym(state_.get(), event.detail);
+    const bool isModifier =
+        (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R && keysym != XKB_KEY_Caps_Lock) ||
+        (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock);
+    if (isModifier) {
+      ++modifierPresses_;
+      return;
+    }
+    char text[16] = {};
+    xkb_state_key_get_utf8(state_.get(), event.detail, text, sizeof text);
+    const std::lock_guard lock(mutex_);
+    presses_.push_back({keysym, static_cast<std::uint8_t>(event.state & 0xFF), text});
+  }
+
   Options options_;
   XKeyConnection server_{nullptr};
-  xcb_window_t window_ = 0;
-  xcb_atom_t protocols_ = 0, ping_ = 0, end_ = 0;
+  xcb_window_t window_ = xcb_generate_id(server_.Get());
+  xcb_atom_t protocols_ = server_.Atom("WM_PROTOCOLS"), ping_ = server_.Atom("_NET_WM_PING");
+  xcb_atom_t end_ = server_.Atom("QUILLBOX_TEST_END");
   std::uint8_t xkbEvent_ = 0;
-  std::unique_ptr<xkb_context, Free> context_;
+  std::unique_ptr<xkb_context, Free> context_{xkb_context_new(XKB_CONTEXT_NO_FLAGS)};
   std::unique_ptr<xkb_keymap, Free> keymap_;
   std::unique_ptr<xkb_state, Free> state_;
   bool mapIsOld_ = true;
   bool down_[256] = {};
   bool ended_ = false;
 
-  mutable std::mutex mutex_;  // guards what follows
+  mutable std::mutex mutex_;  // guards the presses
   std::vector<KeyPress> presses_;
-  std::atomic<int> unpaired_ = 0;
-  std::atomic<int> modifierPresses_ = 0;
+  std::atomic<int> unpaired_ = 0, modifierPresses_ = 0;
 
   std::thread thread_;
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <poll.h>
+
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -16,21 +19,36 @@ class PollEventLoop final : public EventLoop {
   void Unwatch(int fd) override { watches_.erase(fd); }
   void WatchWritable(int fd, std::function<void()> call) override { writableWatches_[fd] = std::move(call); }
   void UnwatchWritable(int fd) override { writableWatches_.erase(fd); }
-  TimerId StartTimer(int milliseconds, std::function<void()> due) override;
+  TimerId StartTimer(int milliseconds, std::function<void()> due) override {
+    timers_[nextTimer_] = {Clock::now() + std::chrono::milliseconds(milliseconds), std::move(due)};
+    return nextTimer_++;
+  }
   void CancelTimer(TimerId timer) override { timers_.erase(timer); }
 
   // Called before each wait, for clients that may have taken events in already.
   void BeforeWait(void* key, std::function<void()> work) { before_[key] = std::move(work); }
   void NoLongerBeforeWait(void* key) { before_.erase(key); }
 
-  // Turns until `done`; false if that takes longer than `milliseconds`.
-  bool RunUntil(const std::function<bool()>& done, int milliseconds = 3000);
+  // Turns until `done`; false if that takes longer than `milliseconds`, which no test is to rely on.
+  bool RunUntil(const std::function<bool()>& done, int milliseconds = 20'000) {
+    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (true) {
+      for (const auto& [key, work] : std::map(before_)) work();
+      if (done()) return true;
+      auto next = end;
+      for (const auto& [id, timer] : timers_) next = std::min(next, timer.due);
+      const auto wait = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now()).count();
+      ServeDescriptors(static_cast<int>(std::max<long long>(wait, 0)));
+      ServeTimers();
+      if (Clock::now() >= end) return done();
+    }
+  }
   void RunFor(int milliseconds) {
     RunUntil([] { return false; }, milliseconds);
   }
+  bool Watches(int fd) const { return watches_.count(fd) != 0; }
   int Wakeups() const { return wakeups_; }  // descriptors and timers served so far
   std::size_t Timers() const { return timers_.size(); }
-  bool Watches(int fd) const { return watches_.count(fd) != 0; }
   std::size_t WatchCount() const { return watches_.size() + writableWatches_.size(); }
 
  private:
@@ -40,8 +58,34 @@ class PollEventLoop final : public EventLoop {
     std::function<void()> call;
   };
 
-  void ServeDescriptors(int waitMs);
-  void ServeTimers();
+  void ServeDescriptors(int waitMs) {
+    std::vector<pollfd> descriptors;
+    for (const auto& [fd, readable] : watches_) descriptors.push_back({fd, POLLIN, 0});
+    for (const auto& [fd, writable] : writableWatches_) descriptors.push_back({fd, POLLOUT, 0});
+    poll(descriptors.data(), descriptors.size(), waitMs);
+    for (const pollfd& each : descriptors) {
+      const auto& watches = each.events == POLLIN ? watches_ : writableWatches_;
+      const auto watch = watches.find(each.fd);
+      if (!each.revents || watch == watches.end()) continue;
+      ++wakeups_;
+      const auto call = watch->second;
+      call();
+    }
+  }
+  void ServeTimers() {
+    const auto now = Clock::now();
+    std::vector<TimerId> due;
+    for (const auto& [id, timer] : timers_)
+      if (timer.due <= now) due.push_back(id);
+    for (const TimerId id : due) {
+      const auto timer = timers_.find(id);
+      if (timer == timers_.end()) continue;
+      ++wakeups_;
+      const auto call = std::move(timer->second.call);
+      timers_.erase(timer);
+      call();
+    }
+  }
 
   std::map<int, std::function<void()>> watches_, writableWatches_;
   std::map<TimerId, Timer> timers_;

@@ -1,13 +1,9 @@
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <thread>
 
 #include "platform/x11/keys/XKeyConnection.h"
 #include "x11/KeySenderFixture.h"
+#include "x11/OwnProcess.h"
 
 namespace quillbox::test {
 namespace {
@@ -57,39 +53,16 @@ TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
   EXPECT_TRUE(said.Presses().empty());
 }
 
-// openbox, which parks the focus on a window of its own when no program has it.
-class WindowManager {
- public:
-  explicit WindowManager(TestKeyboard& display) {
-    process_ = fork();
-    if (process_ == 0) {
-      const int nowhere = open("/dev/null", O_WRONLY);
-      dup2(nowhere, STDOUT_FILENO);
-      dup2(nowhere, STDERR_FILENO);
-      execlp("openbox", "openbox", "--sm-disable", static_cast<char*>(nullptr));
-      _exit(1);
-    }
-    for (int tries = 0; tries < 300 && !display.RootHas("_NET_SUPPORTING_WM_CHECK"); ++tries) Sleep(10);
-    Sleep(500);  // it forgets windows that appear while it starts
-  }
-  ~WindowManager() {
-    kill(process_, SIGTERM);
-    waitpid(process_, nullptr, 0);
-  }
-  WindowManager(const WindowManager&) = delete;
-  WindowManager& operator=(const WindowManager&) = delete;
-
- private:
-  pid_t process_ = 0;
-};
-
+// Under openbox, which parks the focus on a window of its own when no program has it.
 TEST(XKeySenderManaged, UnderAWindowManager) {
   if (std::system("command -v openbox >/dev/null") != 0) GTEST_SKIP() << "openbox isn't installed";
   TestKeyboard person("us");
   XKeySender sender(Plain());
   {
-    const WindowManager manager(person);
+    OwnProcess manager([] { Become("openbox", "--sm-disable"); });
+    for (int tries = 0; tries < 2000 && !person.RootHas("_NET_SUPPORTING_WM_CHECK"); ++tries) Sleep(10);
     ASSERT_TRUE(person.RootHas("_NET_SUPPORTING_WM_CHECK"));
+    Sleep(500);  // it forgets windows that appear while it starts
     {
       KeyReceiver receiver({.answersPings = true});
       Sleep(300);
@@ -107,6 +80,7 @@ TEST(XKeySenderManaged, UnderAWindowManager) {
     ASSERT_EQ(server.Sync(), parking[0]);
     EXPECT_THROW(sender.Send(u"a{CAPSLOCK}"), RuntimeError);
     EXPECT_EQ(person.Locked(), 0);
+    manager.End(SIGTERM);
   }
   // It has left its traces, and windows are windows again.
   KeyReceiver receiver({.answersPings = true});

@@ -1,58 +1,35 @@
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <stdexcept>
 
 #include "x11/KeySenderFixture.h"
+#include "x11/OwnProcess.h"
 
 namespace quillbox::test {
 namespace {
 
-// A process that waits for a byte and then types without end.
+// A process that types without end once it is told to. Made before this process has threads.
 class TypingProcess {
  public:
-  TypingProcess() {
-    EXPECT_EQ(pipe(pipe_), 0);
-    process_ = fork();
-    if (process_ != 0) return;
-    char go = 0;
-    if (read(pipe_[0], &go, 1) == 1)
-      XKeySender(Plain()).Send(u"+({é 32767}{漢 32767}{a 32767}{é 32767}{漢 32767})");
-    _exit(0);
-  }
   ~TypingProcess() {
-    if (process_ > 0) Kill();
-    close(pipe_[0]);
-    close(pipe_[1]);
+    for (const int end : pipe_.ends) close(end);
   }
-  TypingProcess(const TypingProcess&) = delete;
-  TypingProcess& operator=(const TypingProcess&) = delete;
-
   // Types into the receiver and is killed on the way.
   void TypeAndDie(KeyReceiver& receiver) {
     receiver.TakeFocus();
-    EXPECT_EQ(write(pipe_[1], "g", 1), 1);
-    for (int tries = 0; tries < 500 && receiver.Presses().empty(); ++tries) Sleep(5);
-    EXPECT_TRUE(WIFSIGNALED(Kill()));
+    EXPECT_EQ(write(pipe_.ends[1], "g", 1), 1);
+    EXPECT_TRUE(receiver.WaitFor(1));
+    EXPECT_TRUE(WIFSIGNALED(process_.End(SIGKILL)));
   }
 
  private:
-  // The state that the process ended with.
-  int Kill() {
-    kill(process_, SIGKILL);
-    int status = 0;
-    waitpid(process_, &status, 0);
-    process_ = 0;
-    return status;
-  }
-
-  int pipe_[2] = {};
-  pid_t process_ = 0;
+  Pipe pipe_;
+  OwnProcess process_{[this] {
+    char go = 0;
+    if (read(pipe_.ends[0], &go, 1) == 1)
+      XKeySender(Plain()).Send(u"+({é 32767}{漢 32767}{a 32767}{é 32767}{漢 32767})");
+  }};
 };
 
 TEST(XKeySenderRecovery, AfterAKillTheNextStartPutsTheKeyboardRight) {
-  // Forked before this process has threads.
   TypingProcess typing;
   TestKeyboard person("de");
   person.Lock(TestKeyboard::kCapsLock | TestKeyboard::kNumLock);

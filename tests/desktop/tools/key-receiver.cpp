@@ -5,7 +5,6 @@
 #include <string>
 
 #include "x11/KeyReceiver.h"
-#include "x11/KeySenderParts.h"
 
 // key-receiver [--pings] FILE: a window that takes the focus and keeps in FILE what was typed into it, until
 // it is ended by a signal. With --pings it answers the question whether it has caught up.
