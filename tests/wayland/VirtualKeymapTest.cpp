@@ -23,7 +23,7 @@ struct Free {
 class Compiled {
  public:
   explicit Compiled(const std::string& text)
-      : context_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)),
+      : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)),
         keymap_(xkb_keymap_new_from_string(context_.get(), text.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
                                            XKB_KEYMAP_COMPILE_NO_FLAGS)),
         state_(keymap_ ? xkb_state_new(keymap_.get()) : nullptr) {}

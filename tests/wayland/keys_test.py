@@ -1,6 +1,7 @@
 """Scripts under sway: typed into the native window that had the focus."""
 import pathlib
 import random
+import re
 import signal
 import sys
 import time
@@ -68,6 +69,20 @@ class Scripts(ScriptCase):
         wanted = text.replace("\n", "\r")
         wait_for("the whole text", lambda: len(self.text()) >= len(wanted), 60)
         self.assertEqual(wanted, self.text())
+
+    def test_arrives_in_a_window_of_xwayland(self):
+        text = "".join(dict.fromkeys(long_text().replace("\t", "").replace("\n", "")))
+        self.start(text + "+é")
+        self.screen.start("xev", "-event", "keyboard")
+        wait_for("the window in front", lambda: self.screen.focused().get("name") == "Event Tester")
+        self.pick()
+        typed = re.compile(r"XmbLookupString gives \d+ bytes: \(([^)]*)\)")
+
+        def found():
+            presses = self.screen.log("xev").split("KeyPress")[1:]
+            return "".join(bytes.fromhex(match[1]).decode() for match in map(typed.search, presses) if match)
+
+        wait_for("the whole text", lambda: found() == text + "É", 30)
 
     def test_killed_in_the_middle_nothing_stays_pressed(self):
         self.start("+^%({é 32767})")
