@@ -32,10 +32,11 @@ def long_text():
 class ScriptCase(unittest.TestCase):
     """A script in the Pad-List, a tray to pick it from, and a terminal to type into."""
 
-    ENVIRONMENT = {}
+    XWAYLAND = True
+    ENVIRONMENT = {}  # of the program, besides the session's
 
     def start(self, script):
-        self.screen = Sway(xwayland=True)
+        self.screen = Sway(xwayland=self.XWAYLAND)
         self.addCleanup(self.screen.close)
         self.screen.settings()
         self.screen.data.mkdir(parents=True, mode=0o700)
