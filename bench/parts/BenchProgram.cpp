@@ -31,9 +31,9 @@ BenchProgram::BenchProgram(int clipEntriesMax)
                world.tips} {
   Norvane settings(registry, world.system);
   settings.PrepareRegistry();
-  settings.WriteSetting(section::kIntern, u"StartHelp", u"No");
-  settings.WriteSetting(section::kIntern, u"ClipEntriesMax", Decimal(clipEntriesMax));
-  settings.WriteSetting(section::kExtern, u"QuillboxVMajor", u"99");  // no more writes at the start
+  settings.Write(setting::kStartHelp, false);
+  settings.Write(setting::kClipEntriesMax, clipEntriesMax);
+  settings.Write(setting::kQuillboxVMajor, 99);  // no more writes at the start
   dispatcher.Dispatch([this] { program.form.Load(); });
   if (!program.Running()) throw std::runtime_error("the program didn't start");
   // The registry's files are read afresh while they are young.

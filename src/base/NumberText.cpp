@@ -125,8 +125,9 @@ double ReadDecimal(Cursor& cursor) {
   return value;
 }
 
-// Infinite where the number is beyond the range.
-double ReadNumber(TextView text) {
+}  // namespace
+
+double NumberOrInfinity(TextView text) {
   Cursor cursor(text);
   if (cursor.Take(u"&")) {
     if (cursor.Take(u"Hh")) return ReadBaseDigits(cursor, 16);
@@ -138,6 +139,8 @@ double ReadNumber(TextView text) {
   const double value = ReadDecimal(cursor);
   return isNegative && value != 0 ? -value : value;
 }
+
+namespace {
 
 // A decimal number d.ddd times 10 to `exponent`.
 struct Scientific {
@@ -183,16 +186,17 @@ std::string WithExponent(const Scientific& parts) {
 }  // namespace
 
 double GetNumberFromText(TextView text) {
-  const double value = ReadNumber(text);
+  const double value = NumberOrInfinity(text);
   if (std::isinf(value)) throw RuntimeError(errors::kOverflow, "Overflow");
   return value;
 }
 
-long long WholeNumber(TextView text) {
+long long NearestWhole(double number) {
   constexpr double limit = 2147483648.0;
-  const double value = std::clamp(ReadNumber(text), -limit, limit);
-  return static_cast<long long>(std::nearbyint(value));
+  return static_cast<long long>(std::nearbyint(std::clamp(number, -limit, limit)));
 }
+
+long long WholeNumber(TextView text) { return NearestWhole(NumberOrInfinity(text)); }
 
 Text MakeTextFromNumber(double value, char16_t decimalSeparator) {
   if (!std::isfinite(value)) throw RuntimeError(errors::kOverflow, "Overflow");

@@ -12,8 +12,13 @@ namespace quillbox {
 // and octal digits beyond 32 bits, is RuntimeError 6.
 double GetNumberFromText(TextView text);
 
-// The number that `text` begins with as a whole number, a half rounded to the even neighbour; within
-// -2147483648 and 2147483648, to which anything beyond is drawn. Never fails.
+// The same, infinite where the number is beyond the range. Never fails.
+double NumberOrInfinity(TextView text);
+
+// The nearest whole number, of a half the even one; clamped to -2147483648 and 2147483648.
+long long NearestWhole(double number);
+
+// NearestWhole of the number that `text` begins with. Never fails.
 long long WholeNumber(TextView text);
 
 // The value in 15 significant digits, with "E" and a signed exponent where it has no short plain form.

@@ -10,9 +10,6 @@ namespace quillbox {
 using Text = std::u16string;
 using TextView = std::u16string_view;
 
-// The longest text that an entry holds, in units.
-inline constexpr std::size_t kMaxEntryLength = 32000;
-
 constexpr bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 constexpr bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 

@@ -4,10 +4,6 @@
 
 namespace quillbox {
 
-namespace {
-constexpr TextView kKey = u"M1";
-}
-
 CalcMemory::CalcMemory(const Place& place, CalcDisplay& display, Norvane& settings)
     : display_(display),
       settings_(settings),
@@ -25,7 +21,7 @@ void CalcMemory::EnableRecall(bool enabled) {
 }
 
 void CalcMemory::Restore() {
-  const Text stored = settings_.ReadSetting(section::kCalcEntry, kKey, u"0");
+  const Text stored = settings_.Read(setting::kM1);
   IgnoreFailure([&] {
     if (GetNumberFromText(stored) != 0) EnableRecall(true);
   });
@@ -36,7 +32,7 @@ void CalcMemory::Command35_Click() {
   if (display_.Number() == 0) {
     display_.Text7.SetText(u"Value must be unequal 0!");
   } else {
-    settings_.WriteSetting(section::kCalcEntry, kKey, display_.Text7.GetText());
+    settings_.Write(setting::kM1, display_.Text7.GetText());
     EnableRecall(true);
   }
   display_.SetFinished();
@@ -44,14 +40,14 @@ void CalcMemory::Command35_Click() {
 
 void CalcMemory::Command38_Click() {
   display_.OrShowCalcError([this] {
-    display_.Text7.SetText(settings_.ReadSetting(section::kCalcEntry, kKey, u"0"));
+    display_.Text7.SetText(settings_.Read(setting::kM1));
     display_.Show(display_.Number());
     display_.SetFinished();
   });
 }
 
 void CalcMemory::Command39_Click() {
-  settings_.WriteSetting(section::kCalcEntry, kKey, Text());
+  settings_.Empty(setting::kM1);
   EnableRecall(false);
   display_.SetFinished();
 }

@@ -1,6 +1,5 @@
 #include "clip/ClipPage.h"
 
-#include "base/NumberText.h"
 #include "clip/UrlCut.h"
 #include "core/window/DeleteKey.h"
 #include "pad/PadRoom.h"
@@ -101,9 +100,7 @@ void ClipPage::Label7_DblClick() {
   if (CutUrlGrade() > 0) Text0.SetText(CutUrlPart(Text0.GetText()));
 }
 
-double ClipPage::CutUrlGrade() {
-  return GetNumberFromText(settings_.ReadSetting(section::kIntern, u"CutURL", u"0"));
-}
+double ClipPage::CutUrlGrade() { return settings_.Read(setting::kCutURL); }
 
 void ClipPage::List2_DblClick() {
   PollPause pause(window_.poll);
@@ -112,7 +109,7 @@ void ClipPage::List2_DblClick() {
   const SharedText text = clip_.ClipEntries(row);
   // First the clipboard: while it can't be opened the list stays as it is.
   PutOnClipboard(text);
-  if (settings_.ReadSetting(section::kIntern, u"Insert", u"2") == u"2") {
+  if (settings_.IsOff(setting::kInsert)) {
     clip_.DeleteEntry2(row);
     // For the tick this is a change like any other.
     pause.End();
@@ -254,9 +251,9 @@ void ClipPage::DeleteCopyBelowTop() {
 }
 
 void ClipPage::Text0_Change() {
-  if (Text0.GetText().size() > kMaxEntryLength) {
+  if (Text0.GetText().size() > limits::kEntryLength) {
     // The cut runs this handler again, on the text that fits.
-    Text0.SetText(Text(CutTo(Text0.GetText(), kMaxEntryLength)));
+    Text0.SetText(Text(CutTo(Text0.GetText(), limits::kEntryLength)));
     return;
   }
   status.WriteLength(Text0.GetText().size());

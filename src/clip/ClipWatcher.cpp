@@ -20,7 +20,7 @@ ClipWatcher::ClipWatcher(MainWindow& window, ClipList& clip, DataFiles& files, S
 void ClipWatcher::TimerAktion() {
   try {
     const TextView whole = clipboard_.Read();
-    const TextView text = CutTo(whole, kMaxEntryLength);
+    const TextView text = CutTo(whole, limits::kEntryLength);
     if (SameText(text, clip_.ClipEntries(0).Get())) {
       Blink();
     } else {
@@ -32,12 +32,12 @@ void ClipWatcher::TimerAktion() {
 
 void ClipWatcher::TakeChange(TextView view, bool truncated) {
   const SharedText text(view);
-  const long long maximum = settings_.ReadListMaximum(u"ClipEntriesMax");
+  const int maximum = settings_.Read(setting::kClipEntriesMax);
   const int duplicate = clip_.FindBelowTop(text.Get());
   if (duplicate >= 0) {
     clip_.DeleteEntry2(duplicate);
   } else if (maximum < clip_.List2.GetListCount() && !clip_.ClipEntries(0).IsEmpty()) {
-    clip_.DeleteEntry2(static_cast<int>(maximum));
+    clip_.DeleteEntry2(maximum);
   }
   clip_.AddEntry2(text, 0);
   {
@@ -50,7 +50,7 @@ void ClipWatcher::TakeChange(TextView view, bool truncated) {
   Raise(Saved);
   tray_.ShowImage(TrayImage::Picture1);
   IconBlinkStep = 1;
-  if (truncated && settings_.IsOn(u"Warning", u"2")) {
+  if (truncated && settings_.IsOn(setting::kWarning)) {
     window_.MessageBox(
         u"The current clipboard entry is larger than 32 KB. To save disk space, Quillbox does not save "
         u"entries that "
@@ -75,7 +75,7 @@ void ClipWatcher::Blink() {
 bool ClipWatcher::NothingToDo() {
   if (IconBlinkStep != 0) return false;
   try {
-    return SameText(CutTo(clipboard_.Read(), kMaxEntryLength), clip_.ClipEntries(0).Get());
+    return SameText(CutTo(clipboard_.Read(), limits::kEntryLength), clip_.ClipEntries(0).Get());
   } catch (const RuntimeError&) {
     // What can't be opened now tells us when it can.
     return true;

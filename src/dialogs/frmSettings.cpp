@@ -111,7 +111,7 @@ void frmSettings::Check8_Click() {
 
 void frmSettings::Command1_Click() {
   StoreSwitches();
-  StoreAutostart();
+  settings_.SetAutostart(Check5.GetValue());
   StoreNumbers();
   ReloadLists();
   if (rebuildMenus_) rebuildMenus_();

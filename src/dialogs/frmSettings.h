@@ -80,7 +80,6 @@ class frmSettings {
   int StoredTipMode();
   int DefaultTipMode() const;
   void StoreSwitches();
-  void StoreAutostart();
   void StoreNumbers();
   // Saves the lists and reads them again, under the maxima of now. A list that can't be saved stays as it is.
   void ReloadLists();

@@ -9,14 +9,15 @@ constexpr int kHeight = 440 * kTwipsPerPixel;
 constexpr char16_t kAboutQuillbox[] = u"Click here if you want to know more about Quillbox...";
 constexpr char16_t kAboutNorvane[] = u"Click here if you want to know more about Norvane...";
 
+// %N% stands for the most entries that a list can hold.
 constexpr char16_t kText[] =
     u"INTRODUCTION\r\n"
     u"\r\n"
     u"\"Clip\" is the main thing: a powerful clipboard enhancement utility. It \r\n"
-    u"automatically stores the last 100 clipboard entries and keeps them \r\n"
+    u"automatically stores the last %N% clipboard entries and keeps them \r\n"
     u"ready in the Clip-List, only a mouse-click away.\r\n"
     u"\r\n"
-    u"\"Pad\" is a list where you have up to 100 frequently typed texts \r\n"
+    u"\"Pad\" is a list where you have up to %N% frequently typed texts \r\n"
     u"(passwords, source code, even Scripts...) right at your fingertips.\r\n"
     u"\r\n"
     u"\"Calc\" is a small calculator - great if you want to know the result of a \r\n"
@@ -25,7 +26,7 @@ constexpr char16_t kText[] =
     u"\"Timer\" is a utility that allows you to set a message that pops up on \r\n"
     u"the screen, after a certain time period or at a certain time.\r\n"
     u"\r\n"
-    u"\"ToDo\" is a ToDo-List that allows you to enter 100 tasks and mark \r\n"
+    u"\"ToDo\" is a ToDo-List that allows you to enter %N% tasks and mark \r\n"
     u"them \"completed\" when you have finished.\r\n"
     u"\r\n"
     u"\r\n"
@@ -44,7 +45,7 @@ frmStartHelp::frmStartHelp(Dispatcher& dispatcher, MainWindow& window, Norvane& 
       Label1(form, "Label1", u"Quillbox"),
       Image1(form, "Image1"),
       Image2(form, "Image2"),
-      Text1(form, "Text1", TextBox::Lines::Many, kText),
+      Text1(form, "Text1", TextBox::Lines::Many, ReplaceAll(kText, u"%N%", Decimal(limits::kEntries))),
       Check1(form, "Check1",
              u"Display this StartHelp at every startup  (you may also call it later using the menu)", true),
       Command1(form, "Command1", u"OK", u"Click here to close the General Starting Information Form"),
@@ -66,11 +67,11 @@ frmStartHelp::frmStartHelp(Dispatcher& dispatcher, MainWindow& window, Norvane& 
 void frmStartHelp::Form_Load() {
   window_.ExchangeTopmost(false);
   window_.GetOnTop().Center(form);
-  if (settings_.ReadSetting(section::kIntern, u"StartHelp", u"") == u"No") Check1.SetValue(false);
+  if (settings_.IsNo(setting::kStartHelp)) Check1.SetValue(false);
 }
 
 void frmStartHelp::Command1_Click() {
-  settings_.WriteSetting(section::kIntern, u"StartHelp", Text(Check1.GetValue() ? u"Yes" : u"No"));
+  settings_.Write(setting::kStartHelp, Check1.GetValue());
   form.Unload();
 }
 

@@ -161,9 +161,9 @@ void PadPage::List1_OLEStartDrag(Text& data) {
 }
 
 void PadPage::Text101_Change() {
-  if (Text101.GetText().size() > kMaxEntryLength) {
+  if (Text101.GetText().size() > limits::kEntryLength) {
     // The cut runs this handler again, on the text that fits.
-    Text101.SetText(Text(CutTo(Text101.GetText(), kMaxEntryLength)));
+    Text101.SetText(Text(CutTo(Text101.GetText(), limits::kEntryLength)));
     return;
   }
   const bool any = !Text101.GetText().empty();
@@ -204,7 +204,7 @@ void PadPage::Text3_KeyPress(char16_t& character) {
 void PadPage::Label13_Change() { Label13.SetToolTipText(u""); }
 
 void PadPage::Label13_DblClick() {
-  if (settings_.ReadNumber(section::kIntern, u"ROT47", u"0") > 0) Text101.SetText(Rot47(Text101.GetText()));
+  if (settings_.ReadWhole(setting::kROT47) > 0) Text101.SetText(Rot47(Text101.GetText()));
 }
 
 bool PadPage::Updates(int row) const {

@@ -3,7 +3,7 @@
 namespace quillbox {
 
 bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings) {
-  const long long maximum = settings.ReadListMaximum(u"PermEntriesMax");
+  const int maximum = settings.Read(setting::kPermEntriesMax);
   if (maximum >= pad.List1.GetListCount()) return true;
   const int answer = window.MessageBox(
       u"Sorry, but you have reached the maximum number of Pad-List entries. You have to delete some entries "
@@ -12,7 +12,7 @@ bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings) {
       68, u"Too many Pad-List entries");
   if (answer != 6) return false;
   // The list may have become shorter while the question stood open.
-  if (maximum < pad.List1.GetListCount()) pad.DeleteEntry1(static_cast<int>(maximum));
+  if (maximum < pad.List1.GetListCount()) pad.DeleteEntry1(maximum);
   return true;
 }
 

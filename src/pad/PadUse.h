@@ -31,7 +31,7 @@ class PadUse {
   void ExecuteCurrent();
   // To the clipboard, and to the tray if set. The poll is paused.
   void CopyText(const SharedText& text);
-  bool MovesUsedEntries() { return settings_.IsOn(u"LastSort", u"2"); }
+  bool MovesUsedEntries() { return settings_.IsOn(setting::kLastSort); }
   void MoveToTop(int row);
   void MoveShownToTop();
   void MoveCurrentToTop(const Text& word);

@@ -78,7 +78,7 @@ std::optional<DataFileTrouble> DataFileReader::Read(const DataFileKind& kind, co
 }
 
 std::optional<DataFileTrouble> DataFileReader::ReadPadFile(const Text& path) {
-  const long long maximum = settings_.ReadListMaximum(u"PermEntriesMax");
+  const int maximum = settings_.Read(setting::kPermEntriesMax);
   return Read(kPadFile, path, [&](Reading& reading) {
     bool last = false;
     for (int i = 0; i <= maximum && !last; ++i) {
@@ -91,7 +91,7 @@ std::optional<DataFileTrouble> DataFileReader::ReadPadFile(const Text& path) {
 }
 
 std::optional<DataFileTrouble> DataFileReader::ReadClipFile(const Text& path) {
-  const long long maximum = settings_.ReadListMaximum(u"ClipEntriesMax");
+  const int maximum = settings_.Read(setting::kClipEntriesMax);
   return Read(kClipFile, path, [&](Reading& reading) {
     bool last = false;
     for (int i = 0; i <= maximum && !last; ++i) {
@@ -102,7 +102,7 @@ std::optional<DataFileTrouble> DataFileReader::ReadClipFile(const Text& path) {
 }
 
 std::optional<DataFileTrouble> DataFileReader::ReadToDoFile(const Text& path) {
-  const long long maximum = settings_.ReadListMaximum(u"ToDoEntriesMax");
+  const int maximum = settings_.Read(setting::kToDoEntriesMax);
   return Read(kToDoFile, path, [&](Reading& reading) {
     for (int i = 0; i <= maximum; ++i) {
       const bool marked = reading.Line() == u"True";

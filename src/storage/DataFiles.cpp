@@ -42,8 +42,8 @@ Text DataFiles::TemplateFile(TextView name) const {
 bool DataFiles::IsSaved(TextView name) const { return unsaved_.find(name) == unsaved_.end(); }
 
 const SharedText& DataFiles::Cut(EntrySlots& slots, int index) {
-  if (slots(index).Length() > kMaxEntryLength)
-    slots.Set(index, SharedText(CutTo(slots(index).Get(), kMaxEntryLength)));
+  if (slots(index).Length() > limits::kEntryLength)
+    slots.Set(index, SharedText(CutTo(slots(index).Get(), limits::kEntryLength)));
   return slots(index);
 }
 

@@ -5,14 +5,15 @@
 
 #include "base/RuntimeError.h"
 #include "base/SharedText.h"
+#include "core/settings/Limits.h"
 
 namespace quillbox {
 
-// The texts of a list's entries: 101 slots, the slot of an index being the text of that row. Slots at or
-// above the row count belong to no row. An index outside 0 to 100 is RuntimeError 9.
+// The texts of a list's entries, the slot of an index being the text of that row. Slots at or above the row
+// count belong to no row. An index outside 0 to kCount - 1 is RuntimeError 9.
 class EntrySlots {
  public:
-  static constexpr int kCount = 101;
+  static constexpr int kCount = limits::kSlots;
 
   const SharedText& operator()(int index) const {
     Check(index);

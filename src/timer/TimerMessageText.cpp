@@ -2,10 +2,6 @@
 
 namespace quillbox {
 
-namespace {
-constexpr std::size_t kMostByPerson = 512;
-}
-
 TimerMessageText::TimerMessageText(const Place& place, TimerSwitch& timer, Norvane& settings,
                                    Clipboard& clipboard)
     : Text13(place, "Text13", TextBox::Lines::Many),
@@ -17,7 +13,7 @@ TimerMessageText::TimerMessageText(const Place& place, TimerSwitch& timer, Norva
       timer_(timer),
       settings_(settings),
       clipboard_(clipboard) {
-  Text13.SetMaxLength(kMostByPerson);
+  Text13.SetMaxLength(limits::kTimerMessageLength);
   Text13.SetAlignment(Alignment::Center);
   Text13.Change = [this] { Store(); };
   Text13.Click = [this] { timer_.StopTimer(); };
@@ -26,9 +22,7 @@ TimerMessageText::TimerMessageText(const Place& place, TimerSwitch& timer, Norva
   Command43.Click = [this] { Command43_Click(); };
 }
 
-void TimerMessageText::Store() {
-  settings_.WriteSetting(section::kMessageEntry, u"MessageEntry", Text13.GetText());
-}
+void TimerMessageText::Store() { settings_.Write(setting::kMessageEntry, Text13.GetText()); }
 
 void TimerMessageText::Command1_Click() {
   Text13.SetText(u"");
@@ -37,7 +31,7 @@ void TimerMessageText::Command1_Click() {
 
 void TimerMessageText::Command42_Click() {
   timer_.StopTimer();
-  IgnoreFailure([this] { Text13.SetText(Text(CutTo(clipboard_.Read(), kMaxEntryLength))); });
+  IgnoreFailure([this] { Text13.SetText(Text(CutTo(clipboard_.Read(), limits::kEntryLength))); });
 }
 
 void TimerMessageText::Command43_Click() {

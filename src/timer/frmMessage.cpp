@@ -49,9 +49,8 @@ void frmMessage::Form_Load() {
   window_.ExchangeTopmost(false);
   window_.GetOnTop().Center(form);
   window_.GetOnTop().OnTopSet(form);
-  const Text playWave = settings_.ReadSetting(section::kMessageEntry, u"PlayWave", u"2");
-  const Text wavePath = settings_.ReadSetting(section::kMessageEntry, u"WavePath", u"");
-  if (playWave == u"1" && !wavePath.empty()) sound_.Play(wavePath);
+  const Text wavePath = settings_.Read(setting::kWavePath);
+  if (settings_.IsOn(setting::kPlayWave) && !wavePath.empty()) sound_.Play(wavePath);
 }
 
 void frmMessage::Form_Unload() {

@@ -85,7 +85,7 @@ void frmTray::Wire() {
 
 void frmTray::Form_Load() {
   settings.PrepareRegistry();
-  if (settings.IsOn(u"AlwaysOnTop", u"1")) {
+  if (settings.IsOn(setting::kAlwaysOnTop)) {
     window.GetOnTop().OnTopSet(form);
   } else {
     menu.mnuOnTop.SetChecked(false);
@@ -104,16 +104,16 @@ void frmTray::Form_Load() {
   IgnoreFailure([this] { RestoreClipboard(); });
   RebuildMenus();
   RecordVersion();
-  timerPage.Text13.SetText(settings.ReadSetting(section::kMessageEntry, u"MessageEntry", u""));
+  timerPage.Text13.SetText(settings.Read(setting::kMessageEntry));
   calcPage.RestoreMemory();
-  settings.ClicksToShow = static_cast<int>(settings.ReadNumber(section::kIntern, u"ClicksToShow", u"1"));
+  settings.ReadClicksToShow();
   toolTips.MLToolTipInstall();
   toolTips.MLToolTipSetMaxWidth(kToolTipWidth);
   clipPage.Text0.SetText(clip.ClipEntries(0));
   padPage.Text101.SetText(u"");
   toDoPage.Text1.SetText(u"");
   window.poll.Start();
-  if (settings.ReadSetting(section::kIntern, u"StartHelp", u"") != u"No") startHelp.Show();
+  if (!settings.IsNo(setting::kStartHelp)) startHelp.Show();
 }
 
 void frmTray::RefuseSecondInstance() {
@@ -132,16 +132,16 @@ void frmTray::RestoreClipboard() {
 }
 
 void frmTray::RecordVersion() {
-  const long long major = settings.ReadNumber(section::kExtern, u"QuillboxVMajor", u"");
-  const long long minor = settings.ReadNumber(section::kExtern, u"QuillboxVMinor", u"");
-  if (kMajor > major) settings.WriteSetting(section::kIntern, u"StartHelp", u"");
+  const long long major = settings.ReadWhole(setting::kQuillboxVMajor);
+  const long long minor = settings.ReadWhole(setting::kQuillboxVMinor);
+  if (kMajor > major) settings.Empty(setting::kStartHelp);
   const bool storedIsNewer = major > kMajor || (major == kMajor && minor > kMinor);
-  settings.WriteSetting(section::kExtern, u"QuillboxPath", platform_.system.ProgramFolder());
-  settings.WriteSetting(section::kExtern, u"QuillboxName", platform_.system.ProgramName());
+  settings.Write(setting::kQuillboxPath, platform_.system.ProgramFolder());
+  settings.Write(setting::kQuillboxName, platform_.system.ProgramName());
   if (storedIsNewer) return;
-  settings.WriteSetting(section::kExtern, u"QuillboxVMajor", kMajor);
-  settings.WriteSetting(section::kExtern, u"QuillboxVMinor", kMinor);
-  settings.WriteSetting(section::kExtern, u"QuillboxVRev", kRevision);
+  settings.Write(setting::kQuillboxVMajor, kMajor);
+  settings.Write(setting::kQuillboxVMinor, kMinor);
+  settings.Write(setting::kQuillboxVRev, kRevision);
 }
 
 void frmTray::Form_QueryUnload(bool& cancel, CloseReason reason) {
@@ -153,7 +153,7 @@ void frmTray::Form_QueryUnload(bool& cancel, CloseReason reason) {
 void frmTray::Form_Unload() {
   // A second instance must leave the running one's files and icon alone.
   if (!started_) return;
-  if (settings.IsOn(u"AutoRefresh", u"2")) toDoPage.Command5_Click();
+  if (settings.IsOn(setting::kAutoRefresh)) toDoPage.Command5_Click();
   SaveLists();
   toolTips.MLToolTipRemove();
   tray.SysTrayUnhook();

@@ -1,6 +1,7 @@
 #include "core/settings/Norvane.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/NumberText.h"
 #include "base/Trace.h"
@@ -11,52 +12,89 @@ namespace quillbox {
 Text Norvane::CurrentUserName() const { return system_.LogonName().value_or(u"UnknownUser"); }
 
 Text Norvane::SectionPath(TextView section) const {
-  Text result = path::kProgram;
+  Text result = registry::kProgramPath;
   return result.append(u"\\").append(CurrentUserName()).append(u"\\").append(section);
 }
 
-Text Norvane::ReadSetting(TextView section, TextView key, TextView defaultText) {
-  Text value = regEdit_.RegEditRead(Hive::CurrentUser, SectionPath(section), key);
+Text Norvane::ReadSetting(const Setting& setting, TextView defaultText) {
+  Text value = regEdit_.RegEditRead(Hive::CurrentUser, SectionPath(setting.section), setting.key);
   return value.empty() ? Text(defaultText) : value;
 }
 
-void Norvane::WriteSetting(TextView section, TextView key, Text value) {
-  const Text where = SectionPath(section);
+void Norvane::WriteSetting(const Setting& setting, Text value) {
+  const Text where = SectionPath(setting.section);
   regEdit_.RegEditCreateKey(Hive::CurrentUser, where);
+  WriteValue(Hive::CurrentUser, where, setting.key, std::move(value));
+  if (Tracing()) Trace({"setting: ", ToUtf8(setting.section), "\\", ToUtf8(setting.key)});
+}
+
+void Norvane::WriteValue(Hive hive, TextView path, TextView name, Text value) {
   long length = RegEdit::kWholeText;
-  regEdit_.RegEditWrite(Hive::CurrentUser, where, key, value, registry::kString, length);
-  if (Tracing()) Trace({"setting: ", ToUtf8(section), "\\", ToUtf8(key)});
+  regEdit_.RegEditWrite(hive, path, name, value, registry::kString, length);
 }
 
-long long Norvane::ReadNumber(TextView section, TextView key, TextView defaultText) {
-  return WholeNumber(ReadSetting(section, key, defaultText));
+double Norvane::Read(const NumberSetting& setting) {
+  return NumberOrInfinity(ReadSetting(setting, Decimal(setting.byDefault)));
 }
 
-long long Norvane::ReadListMaximum(TextView key) {
-  return std::clamp(ReadNumber(section::kIntern, key, u"49"), 0LL, 99LL);
+long long Norvane::ReadWhole(const NumberSetting& setting) { return NearestWhole(Read(setting)); }
+
+int Norvane::Read(const ListMaximum& setting) {
+  return static_cast<int>(std::clamp<long long>(ReadWhole(setting), 0, limits::kHighestRow));
+}
+
+std::optional<int> Norvane::Read(const EdgeSetting& setting) {
+  const Text twips = ReadSetting(setting, {});
+  if (twips.empty()) return std::nullopt;
+  return static_cast<int>(WholeNumber(twips));
+}
+
+void Norvane::WriteClicksToShow(bool doubleClick) {
+  clicksToShow_ = doubleClick ? kDoubleClick : setting::kClicksToShow.byDefault;
+  Write(setting::kClicksToShow, clicksToShow_);
+}
+
+long long Norvane::ReadTrayTipMode() {
+  const long long stored = ReadWhole(setting::kTrayTipMode);
+  return stored == kTipModeOfPlatform ? static_cast<int>(DefaultTrayTipMode()) : stored;
 }
 
 void Norvane::PrepareRegistry() {
   const Text userName = CurrentUserName();
   const auto record = [&](Hive hive) {
-    regEdit_.RegEditCreateKey(hive, path::kVendor);
-    regEdit_.RegEditCreateKey(hive, path::kProgram);
-    Text name = userName;
-    long length = RegEdit::kWholeText;
-    regEdit_.RegEditWrite(hive, path::kProgram, u"LastUserName", name, registry::kString, length);
+    regEdit_.RegEditCreateKey(hive, registry::kVendorPath);
+    regEdit_.RegEditCreateKey(hive, registry::kProgramPath);
+    WriteValue(hive, registry::kProgramPath, registry::kLastUserName, userName);
   };
   record(Hive::CurrentUser);
-  regEdit_.RegEditCreateKey(Hive::CurrentUser, path::kProgram + (u"\\" + userName));
+  regEdit_.RegEditCreateKey(Hive::CurrentUser, registry::kProgramPath + (u"\\" + userName));
   record(Hive::LocalMachine);
-  if (regEdit_.RegEditRead(Hive::LocalMachine, path::kMachineProgram, u"AutoRun") != u"No") {
-    Text file = ProgramFile();
-    long length = static_cast<long>(file.size());
-    regEdit_.RegEditWrite(Hive::LocalMachine, path::kRun, u"Quillbox", file, registry::kString, length);
-  }
+  if (IsAutostartWanted()) EnterAutostart();
 }
 
-Text Norvane::ProgramFile() const {
-  return system_.ProgramFolder() + system_.PathSeparator() + system_.ProgramName() + system_.ProgramSuffix();
+bool Norvane::IsAutostartWanted() {
+  const auto& [path, name] = registry::kAutoRun;
+  return regEdit_.RegEditRead(Hive::LocalMachine, path, name) != kNo;
+}
+
+bool Norvane::MayChangeAutostart() {
+  return regEdit_.CanSetValues(Hive::LocalMachine, registry::kAutostart.path);
+}
+
+void Norvane::SetAutostart(bool wanted) {
+  if (wanted) {
+    EnterAutostart();
+  } else {
+    regEdit_.RegEditDelete(Hive::LocalMachine, registry::kAutostart.path, registry::kAutostart.name);
+  }
+  WriteValue(Hive::LocalMachine, registry::kAutoRun.path, registry::kAutoRun.name, wanted ? kYes : kNo);
+}
+
+// The entry is the path of the program file.
+void Norvane::EnterAutostart() {
+  WriteValue(
+      Hive::LocalMachine, registry::kAutostart.path, registry::kAutostart.name,
+      system_.ProgramFolder() + system_.PathSeparator() + system_.ProgramName() + system_.ProgramSuffix());
 }
 
 Text Norvane::FormatOsText(Text& templateText) const {
@@ -77,9 +115,11 @@ Text Norvane::FormatOsText(Text& templateText) const {
   return templateText;
 }
 
-bool Norvane::HasMultiLineTip() const {
+TrayTipMode Norvane::DefaultTrayTipMode() const {
+  constexpr int kFamilyWithLines = 2;
   Text platform = u"%Pf%";
-  return WholeNumber(FormatOsText(platform)) == 2;
+  return WholeNumber(FormatOsText(platform)) == kFamilyWithLines ? TrayTipMode::MultiLine
+                                                                 : TrayTipMode::SingleLine;
 }
 
 Text Norvane::UserDataDir() const {

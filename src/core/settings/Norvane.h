@@ -1,8 +1,9 @@
 #pragma once
 
-#include <concepts>
+#include <optional>
 
 #include "core/settings/RegEdit.h"
+#include "core/settings/Settings.h"
 #include "platform/ports/Registry.h"
 #include "platform/ports/SystemInfo.h"
 
@@ -13,20 +14,6 @@ inline constexpr int kMajor = 4;
 inline constexpr int kMinor = 31;
 inline constexpr int kRevision = 476;
 
-namespace section {
-inline constexpr char16_t kIntern[] = u"Intern";
-inline constexpr char16_t kExtern[] = u"Extern";
-inline constexpr char16_t kMessageEntry[] = u"MessageEntry";
-inline constexpr char16_t kCalcEntry[] = u"CalcEntry";
-}  // namespace section
-
-namespace path {
-inline constexpr char16_t kVendor[] = u"Software\\Norvane";
-inline constexpr char16_t kProgram[] = u"Software\\Norvane\\Quillbox";
-inline constexpr char16_t kMachineProgram[] = u"SOFTWARE\\Norvane\\Quillbox";
-inline constexpr char16_t kRun[] = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
-}  // namespace path
-
 // The settings of the user and the facts about the system. Nothing is cached but ClicksToShow: a setting is
 // read when it is used and written when it changes. A failed write is lost silently, a failed read gives the
 // default.
@@ -34,47 +21,72 @@ class Norvane {
  public:
   Norvane(Registry& registry, SystemInfo& system) : regEdit_(registry), system_(system) {}
 
-  // 2: the tray icon opens the window on a double click; anything else: on a single click.
-  int ClicksToShow = 1;
-
   // The logon name, "UnknownUser" if the system can't tell.
   Text CurrentUserName() const;
-  // An empty or missing value reads as the default.
-  Text ReadSetting(TextView section, TextView key, TextView defaultText);
-  void WriteSetting(TextView section, TextView key, Text value);
-  // Of an int alone: braces mean the empty text.
-  void WriteSetting(TextView section, TextView key, std::same_as<int> auto value) {
-    WriteSetting(section, key, Decimal(value));
-  }
-  // The numeric prefix as a whole number; 0 if there is none.
-  long long ReadNumber(TextView section, TextView key, TextView defaultText);
-  // On/off settings of section Intern: only "1" is on.
-  bool IsOn(TextView key, TextView defaultText) {
-    return ReadSetting(section::kIntern, key, defaultText) == u"1";
-  }
-  // A list's maximum, the highest row index that it keeps; 0 to 99, to which anything beyond is drawn.
-  long long ReadListMaximum(TextView key);
+
+  bool IsOn(const SwitchSetting& setting) { return ReadSwitch(setting) == kOn; }
+  bool IsOff(const SwitchSetting& setting) { return ReadSwitch(setting) == kOff; }
+  bool IsNo(const YesNoSetting& setting) { return ReadSetting(setting, {}) == kNo; }
+  Text Read(const TextSetting& setting) { return ReadSetting(setting, setting.byDefault); }
+  // The number that the text begins with; infinite if it is beyond what a double holds.
+  double Read(const NumberSetting& setting);
+  // The same as the nearest whole number, a half as the even one.
+  long long ReadWhole(const NumberSetting& setting);
+  // Within 0 and limits::kHighestRow, to which anything beyond is clamped.
+  int Read(const ListMaximum& setting);
+  std::optional<int> Read(const EdgeSetting& setting);
+
+  void Write(const SwitchSetting& setting, bool on) { WriteSetting(setting, on ? kOn : kOff); }
+  void Write(const YesNoSetting& setting, bool yes) { WriteSetting(setting, yes ? kYes : kNo); }
+  void Write(const TextSetting& setting, const Text& text) { WriteSetting(setting, text); }
+  void Write(const NumberSetting& setting, long long number) { WriteSetting(setting, Decimal(number)); }
+  void Write(const EdgeSetting& setting, int twips) { WriteSetting(setting, Decimal(twips)); }
+  // From now on the default counts.
+  void Empty(const Setting& setting) { WriteSetting(setting, {}); }
+
+  // Whether the tray icon opens the window on a double click, not on a single one. Goes by the value that the
+  // start has read and the settings dialog has written, not by what is stored meanwhile.
+  bool ShowsOnDoubleClick() const { return clicksToShow_ == kDoubleClick; }
+  void ReadClicksToShow() { clicksToShow_ = ReadWhole(setting::kClicksToShow); }
+  void WriteClicksToShow(bool doubleClick);
+  // The stored mode of the tray icon's tip, which may be none of those that there are.
+  long long ReadTrayTipMode();
+  // What the platform's users get that have not chosen.
+  TrayTipMode DefaultTrayTipMode() const;
 
   // Makes sure of the program's keys, records the user, renews the autostart entry unless it isn't wanted.
   void PrepareRegistry();
-  // What the autostart entry holds: the path of the program file.
-  Text ProgramFile() const;
+  bool IsAutostartWanted();
+  // Whether the user has the right to change the autostart entry.
+  bool MayChangeAutostart();
+  // Writes or deletes the autostart entry, and remembers which.
+  void SetAutostart(bool wanted);
 
   // Fills the placeholders of a template with the system's version; the caller's text changes too.
   Text FormatOsText(Text& templateText) const;
-  // Whether the platform is of the family that gets the tip of several lines.
-  bool HasMultiLineTip() const;
 
   // The folder of the user's data files.
   Text UserDataDir() const;
 
-  RegEdit& GetRegEdit() { return regEdit_; }
-
  private:
+  static constexpr char16_t kOn[] = u"1";
+  static constexpr char16_t kOff[] = u"2";
+  static constexpr char16_t kYes[] = u"Yes";
+  static constexpr char16_t kNo[] = u"No";
+  static constexpr int kDoubleClick = 2;
+
   Text SectionPath(TextView section) const;
+  Text ReadSetting(const Setting& setting, TextView defaultText);
+  void WriteSetting(const Setting& setting, Text value);
+  Text ReadSwitch(const SwitchSetting& setting) {
+    return ReadSetting(setting, setting.onByDefault ? kOn : kOff);
+  }
+  void WriteValue(Hive hive, TextView path, TextView name, Text value);
+  void EnterAutostart();
 
   RegEdit regEdit_;
   SystemInfo& system_;
+  long long clicksToShow_ = setting::kClicksToShow.byDefault;
 };
 
 }  // namespace quillbox

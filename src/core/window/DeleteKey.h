@@ -8,7 +8,7 @@ namespace quillbox {
 // to.
 inline bool MayDeleteByKey(MainWindow& window, Norvane& settings) {
   constexpr int kYes = 6;
-  return !settings.IsOn(u"AskDelKey", u"1") ||
+  return !settings.IsOn(setting::kAskDelKey) ||
          window.MessageBox(u"Do you really want to delete the selected entries?", 36,
                            u"Delete selected entries?") == kYes;
 }

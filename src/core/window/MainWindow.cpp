@@ -1,6 +1,6 @@
 #include "core/window/MainWindow.h"
 
-#include "base/NumberText.h"
+#include <optional>
 
 namespace quillbox {
 
@@ -39,32 +39,32 @@ void MainWindow::Form_Resize() {
     form.SetWindowState(WindowState::Normal);
     return;
   }
-  const Text left = settings_.ReadSetting(section::kIntern, u"Left", u"");
-  const Text top = settings_.ReadSetting(section::kIntern, u"Top", u"");
+  const std::optional<int> left = settings_.Read(setting::kLeft);
+  const std::optional<int> top = settings_.Read(setting::kTop);
   const PixelSize screen = onTop_.ScreenTwips();
-  form.Move(left.empty() ? (screen.width - form.GetWidth()) / 2 : static_cast<int>(WholeNumber(left)),
-            top.empty() ? (screen.height - form.GetHeight()) / 2 : static_cast<int>(WholeNumber(top)));
+  form.Move(left.value_or((screen.width - form.GetWidth()) / 2),
+            top.value_or((screen.height - form.GetHeight()) / 2));
 }
 
 void MainWindow::Command6_Click() {
-  if (settings_.IsOn(u"AutoRefresh2", u"2")) {
+  if (settings_.IsOn(setting::kAutoRefresh2)) {
     Text4.SetText(u"NoShow");
     Raise(RefreshToDo);
   }
   Raise(SaveLists);
   if (form.GetWindowState() != WindowState::Minimized) {
-    settings_.WriteSetting(section::kIntern, u"Top", form.GetTop());
-    settings_.WriteSetting(section::kIntern, u"Left", form.GetLeft());
+    settings_.Write(setting::kTop, form.GetTop());
+    settings_.Write(setting::kLeft, form.GetLeft());
   }
   Minimize();
 }
 
 void MainWindow::MinimizeIfSet() {
-  if (settings_.IsOn(u"Minimize", u"2")) Minimize();
+  if (settings_.IsOn(setting::kMinimize)) Minimize();
 }
 
 void MainWindow::ExchangeTopmost(bool topmost) {
-  if (!settings_.IsOn(u"AlwaysOnTop", u"1")) return;
+  if (!settings_.IsOn(setting::kAlwaysOnTop)) return;
   if (topmost) {
     onTop_.OnTopSet(form);
   } else {
@@ -83,7 +83,7 @@ int MainWindow::MessageBox(const Text& MessageText, int MessageCode, const Text&
 }
 
 int MainWindow::ShowMessage(const Text& text, int code, const Text& title) {
-  const bool exchange = settings_.IsOn(u"AlwaysOnTop", u"1");
+  const bool exchange = settings_.IsOn(setting::kAlwaysOnTop);
   if (exchange) onTop_.OnTopClear(form);
   const int button =
       form.GetDispatcher().WhileWaiting([&] { return platform_.messageBoxes.Show(text, code, title); });

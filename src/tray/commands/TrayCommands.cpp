@@ -45,7 +45,7 @@ void TrayCommands::mnuOnTop_Click() {
   } else {
     window_.GetOnTop().OnTopClear(window_.form);
   }
-  settings_.WriteSetting(section::kIntern, u"AlwaysOnTop", topmost ? u"1" : u"2");
+  settings_.Write(setting::kAlwaysOnTop, topmost);
   if (window_.form.GetWindowState() != WindowState::Minimized) {
     window_.form.Show();
   } else {

@@ -46,10 +46,9 @@ void SysTray::ShowTip(const Text& tip) {
 
 void SysTray::SysTrayWindowProc(int message) {
   if (!hooked_) return;
-  const bool doubleClick = settings_.ClicksToShow == 2;
   if (message == mouse::kRightDown) {
     Raise(SysTrayMouseEventHandler);
-  } else if (message == (doubleClick ? mouse::kLeftDouble : mouse::kLeftDown)) {
+  } else if (message == (settings_.ShowsOnDoubleClick() ? mouse::kLeftDouble : mouse::kLeftDown)) {
     window_.Show();
   }
 }

@@ -6,7 +6,7 @@
 
 namespace quillbox {
 
-struct TrayMenu::Limits {
+struct TrayMenu::Shown {
   long long normal;          // items directly in the menu
   long long collapsed;       // items in the submenu
   std::size_t normalLength;  // characters of an item's text
@@ -73,10 +73,10 @@ TrayMenu::TrayMenu(ClipList& clip, PadList& pad, SysTray& tray, Norvane& setting
       tray_(tray),
       settings_(settings),
       programName_(programName) {
-  Fill(mnuClip, "mnuClip", kNormalItems);
-  Fill(mnuClipSub, "mnuClipSub", kCollapsedItems);
-  Fill(mnuPad, "mnuPad", kNormalItems);
-  Fill(mnuPadSub, "mnuPadSub", kCollapsedItems);
+  Fill(mnuClip, "mnuClip", limits::kMenuItems);
+  Fill(mnuClipSub, "mnuClipSub", limits::kSubMenuItems);
+  Fill(mnuPad, "mnuPad", limits::kMenuItems);
+  Fill(mnuPadSub, "mnuPadSub", limits::kSubMenuItems);
   mnuOnTop.SetChecked(true);
   const auto addAll = [](MenuItem& to, std::deque<MenuItem>& items) {
     for (MenuItem& item : items) to.Add(item);
@@ -100,54 +100,49 @@ Text TrayMenu::TextBeautify(TextView UglyText) {
                     u"\t", u" ");
 }
 
-TrayMenu::Limits TrayMenu::ReadLimits(TextView normal, TextView normalDefault, TextView collapsed,
-                                      TextView collapsedDefault) {
-  const auto count = [&](TextView key, TextView defaultText) {
-    return std::max(0LL, settings_.ReadNumber(section::kIntern, key, defaultText));
+TrayMenu::Shown TrayMenu::ReadShown(const NumberSetting& normal, const NumberSetting& collapsed) {
+  const auto count = [&](const NumberSetting& setting) {
+    return std::max(0LL, settings_.ReadWhole(setting));
   };
-  const auto length = [&](TextView key) {
-    return static_cast<std::size_t>(std::max(1LL, settings_.ReadNumber(section::kIntern, key, u"30")));
+  const auto length = [&](const NumberSetting& setting) {
+    return static_cast<std::size_t>(std::max(1LL, settings_.ReadWhole(setting)));
   };
-  return {count(normal, normalDefault), count(collapsed, collapsedDefault), length(u"MenuEntriesLen"),
-          length(u"MenuEntriesLen2")};
+  return {count(normal), count(collapsed), length(setting::kMenuEntriesLen),
+          length(setting::kMenuEntriesLen2)};
 }
 
 void TrayMenu::AktualisiereContextMnu() {
-  const Limits limits = ReadLimits(u"MenuEntriesMax", u"5", u"MenuEntriesSubMax", u"0");
-  mnuTrennlinie3.SetVisible(limits.normal != 0 || limits.collapsed != 0);
-  mnuClips.SetVisible(limits.collapsed != 0);
+  const Shown shown = ReadShown(setting::kMenuEntriesMax, setting::kMenuEntriesSubMax);
+  mnuTrennlinie3.SetVisible(shown.normal != 0 || shown.collapsed != 0);
+  mnuClips.SetVisible(shown.collapsed != 0);
   // The first item shows the clipboard's state, even an empty one.
   const auto textOf = [&](int k) {
     const SharedText& text = clip_.ClipEntries(k - 1);
     return k == 1 || !text.IsEmpty() ? &text.Get() : nullptr;
   };
-  Build(mnuClip, Prefix::Mnemonic, limits.normal, limits.normalLength, textOf);
-  Build(mnuClipSub, Prefix::Collapsed, limits.collapsed, limits.collapsedLength, textOf);
+  Build(mnuClip, Prefix::Mnemonic, shown.normal, shown.normalLength, textOf);
+  Build(mnuClipSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, textOf);
   UpdateTip();
 }
 
 void TrayMenu::AktualisiereContextMnu2() {
-  const Limits limits = ReadLimits(u"MenuEntriesMax2", u"0", u"MenuEntriesSubMax2", u"10");
-  const bool any = (limits.normal != 0 || limits.collapsed != 0) && pad_.List1.GetListCount() > 0;
+  const Shown shown = ReadShown(setting::kMenuEntriesMax2, setting::kMenuEntriesSubMax2);
+  const bool any = (shown.normal != 0 || shown.collapsed != 0) && pad_.List1.GetListCount() > 0;
   mnuTrennlinie5.SetVisible(any);
-  mnuPads.SetVisible(any && limits.collapsed != 0);
+  mnuPads.SetVisible(any && shown.collapsed != 0);
   const auto nameOf = [&](int k) -> const Text* {
     if (k > pad_.List1.GetListCount()) return nullptr;
     const SharedText& name = pad_.List1.GetList(k - 1);
     return name.IsEmpty() ? nullptr : &name.Get();
   };
-  Build(mnuPad, Prefix::Plain, limits.normal, limits.normalLength, nameOf);
-  Build(mnuPadSub, Prefix::Collapsed, limits.collapsed, limits.collapsedLength, nameOf);
+  Build(mnuPad, Prefix::Plain, shown.normal, shown.normalLength, nameOf);
+  Build(mnuPadSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, nameOf);
 }
 
 void TrayMenu::UpdateTip() {
-  const long long stored = std::max(0LL, settings_.ReadNumber(section::kIntern, u"TrayTipMode", u"3"));
-  TrayTipMode mode = TrayTipMode::MultiLine;
-  if (stored == 3) {
-    mode = settings_.HasMultiLineTip() ? TrayTipMode::MultiLine : TrayTipMode::SingleLine;
-  } else if (stored < 2) {
-    mode = static_cast<TrayTipMode>(stored);
-  }
+  const auto [lowest, highest] = setting::kTrayTipMode.range;
+  const auto mode =
+      static_cast<TrayTipMode>(std::clamp<long long>(settings_.ReadTrayTipMode(), lowest, highest));
   tray_.ShowTip(ComposeTrayTip(mode, clip_.ClipEntries(0).Get(), programName_));
 }
 

@@ -14,18 +14,15 @@ namespace quillbox {
 // entries; item k stands for row k - 1. Failures are ignored: the menu stays as far as it got.
 class TrayMenu {
  public:
-  static constexpr int kNormalItems = 10;
-  static constexpr int kCollapsedItems = 25;
-
   TrayMenu(ClipList& clip, PadList& pad, SysTray& tray, Norvane& settings, const Text& programName);
 
   MenuItem mnuBase;
   MenuItem mnuShow;
   MenuItem mnuClear;
   MenuItem mnuTrennlinie3;
-  std::deque<MenuItem> mnuClip;  // 1 to 10, from index 0
+  std::deque<MenuItem> mnuClip;  // 1 to limits::kMenuItems, from index 0
   MenuItem mnuClips;
-  std::deque<MenuItem> mnuClipSub;  // 1 to 25, from index 0
+  std::deque<MenuItem> mnuClipSub;  // 1 to limits::kSubMenuItems, from index 0
   MenuItem mnuTrennlinie5;
   std::deque<MenuItem> mnuPad;
   MenuItem mnuPads;
@@ -47,8 +44,8 @@ class TrayMenu {
   static Text TextBeautify(TextView UglyText);
 
  private:
-  struct Limits;
-  Limits ReadLimits(TextView normal, TextView normalDefault, TextView collapsed, TextView collapsedDefault);
+  struct Shown;
+  Shown ReadShown(const NumberSetting& normal, const NumberSetting& collapsed);
   void UpdateTip();
 
   ClipList& clip_;

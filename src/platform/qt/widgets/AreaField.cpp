@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 
+#include "core/settings/Limits.h"
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/FieldKeys.h"
 #include "platform/qt/widgets/ShownText.h"
@@ -67,7 +68,7 @@ bool AreaField::canInsertFromMimeData(const QMimeData* source) const { return so
 
 void AreaField::insertFromMimeData(const QMimeData* source) {
   // No field takes more than an entry holds; a huge text isn't laid out first.
-  insertPlainText(ToQt(CutTo(FromQt(source->text()), kMaxEntryLength + 1)));
+  insertPlainText(ToQt(CutTo(FromQt(source->text()), limits::kEntryLength + 1)));
 }
 
 void AreaField::dropEvent(QDropEvent* event) {
