@@ -202,12 +202,14 @@ void ClipPage::Command000_Click() {
 
 void ClipPage::Command001_Click() {
   if (!HasCurrentRow(clip_.List2)) {
-    window_.MessageBox(u"You haven't selected any entries to add.", 64, u"No entries selected");
+    window_.MessageBox(u"You haven't selected any entries to add.", BoxCode::Information,
+                       u"No entries selected");
     return;
   }
   const SharedText text = clip_.ClipEntries(clip_.List2.GetListIndex());
   if (text.IsEmpty()) {
-    window_.MessageBox(u"The entry you've selected doesn't contain any data.", 64, u"No Data");
+    window_.MessageBox(u"The entry you've selected doesn't contain any data.", BoxCode::Information,
+                       u"No Data");
     return;
   }
   if (AddToPad(window_, pad_, settings_, text)) {
@@ -230,9 +232,9 @@ void ClipPage::Command003_Click() {
   files_.AktualisiereCle2();
   if (selected > 0) {
     status.Show(u"Deleted");
-  } else if (window_.MessageBox(
-                 u"You haven't selected any entries to delete. Do you want to delete ALL entries?", 68,
-                 u"No entries selected") == 6) {
+  } else if (window_.Confirm(
+                 u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
+                 u"No entries selected")) {
     DeleteAll();
   }
 }

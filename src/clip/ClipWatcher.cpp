@@ -57,7 +57,7 @@ void ClipWatcher::TakeChange(TextView view, bool truncated) {
         u"large - it will be truncated to 32 KB when it is stored. Of course, this doesn't affect the "
         u"current "
         u"clipboard entry itself.\n\r(You can turn this message off in the \"Settings\" Menu.)",
-        64, u"Quillbox: Entry larger than 32KB");
+        BoxCode::Information, u"Quillbox: Entry larger than 32KB");
   }
 }
 

@@ -7,7 +7,6 @@ namespace {
 
 constexpr int kWidth = 460 * kTwipsPerPixel;
 constexpr int kHeight = 380 * kTwipsPerPixel;
-constexpr int kYes = 6;
 constexpr char16_t kNormalEntries[] = u"Maximum number of normal entries:";
 constexpr char16_t kCollapsedEntries[] = u"Maximum number of collapsed entries:";
 constexpr NumberField::Bounds kListEntries{3, 100};
@@ -129,12 +128,12 @@ void frmSettings::ReloadLists() {
 }
 
 void frmSettings::Command4_Click() {
-  const int answer = form.GetDispatcher().WhileWaiting([this] {
+  const BoxAnswer answer = form.GetDispatcher().WhileWaiting([this] {
     return messageBoxes_.Show(
-        u"This will reset all settings to their default values.\r\nDo you want to continue?", 36,
-        u"Reset everything to default values?");
+        u"This will reset all settings to their default values.\r\nDo you want to continue?",
+        BoxCode::Question, u"Reset everything to default values?");
   });
-  if (answer == kYes) SetDefaults();
+  if (answer == BoxAnswer::Yes) SetDefaults();
 }
 
 void frmSettings::SetDefaults() {

@@ -268,8 +268,8 @@ void PadPage::Command105_Click() {
   Command101.SetCaption(u"Add");
   files_.AktualisiereCle1();
   if (deleted == 0) {
-    if (window_.MessageBox(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
-                           68, u"No entries selected") != 6) {
+    if (!window_.Confirm(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
+                         u"No entries selected")) {
       return;
     }
     pad_.RemoveAll();

@@ -5,12 +5,12 @@ namespace quillbox {
 bool HasRoomInPad(MainWindow& window, PadList& pad, Norvane& settings) {
   const int maximum = settings.Read(setting::kPermEntriesMax);
   if (maximum >= pad.List1.GetListCount()) return true;
-  const int answer = window.MessageBox(
+  const bool confirmed = window.Confirm(
       u"Sorry, but you have reached the maximum number of Pad-List entries. You have to delete some entries "
       u"or increase the maximum number of entries in the \"Settings...\" menu before you proceed.\n\r"
       u"Would you like to delete the oldest entry now?",
-      68, u"Too many Pad-List entries");
-  if (answer != 6) return false;
+      u"Too many Pad-List entries");
+  if (!confirmed) return false;
   // The list may have become shorter while the question stood open.
   if (maximum < pad.List1.GetListCount()) pad.DeleteEntry1(maximum);
   return true;

@@ -36,7 +36,7 @@ void ScriptRunner::Run(const Text& script) {
     // The program may have been ended while the keys went out.
     if (!window_.form.GetLoaded()) return;
     window_.form.SetWindowState(WindowState::Maximized);
-    window_.MessageBox(MessageFor(error), 16, u"Quillbox Script Error");
+    window_.MessageBox(MessageFor(error), BoxCode::Stop, u"Quillbox Script Error");
   }
 }
 

@@ -14,7 +14,7 @@ void DataFileSetup::GetClesAndLists() {
   for (ListBox* list : {&pad_.List1, &clip_.List2, &toDo_.List3})
     IgnoreFailure([&] { list->SetListIndex(-1); });
   for (const DataFileTrouble& trouble : std::exchange(troubles_, {}))
-    Raise(files_.MessageBox, trouble.message, 64, trouble.title);
+    Raise(files_.MessageBox, trouble.message, BoxCode::Information, trouble.title);
 }
 
 void DataFileSetup::Fill(const DataFileKind& kind,

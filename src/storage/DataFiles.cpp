@@ -76,7 +76,7 @@ void DataFiles::Save(const DataFileKind& kind, int rows, std::size_t length,
     text.append(Decimal(error.Number()))
         .append(u") occured while Quillbox tried to write to its data files. Try to fix the problem. ")
         .append(DescriptionOf(error));
-    MessageBox(text, 64, u"Quillbox Message");
+    MessageBox(text, BoxCode::Information, u"Quillbox Message");
   }
 }
 

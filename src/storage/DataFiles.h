@@ -6,6 +6,7 @@
 
 #include "core/settings/Norvane.h"
 #include "platform/ports/Files.h"
+#include "platform/ports/MessageBoxes.h"
 #include "platform/ports/SystemInfo.h"
 #include "storage/ClipList.h"
 #include "storage/DataFileFormat.h"
@@ -23,7 +24,7 @@ class DataFiles {
             SystemInfo& system);
 
   // Shows a message: text, code, title.
-  Event<const Text&, int, const Text&> MessageBox;
+  Event<const Text&, BoxCode, const Text&> MessageBox;
   // Rebuild the list's part of the tray menu; a save runs them first.
   Event<> RebuildPadMenu;
   Event<> RebuildClipMenu;

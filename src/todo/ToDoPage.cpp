@@ -9,7 +9,6 @@ namespace {
 
 constexpr char16_t kAdd[] = u"Add Entry";
 constexpr char16_t kUpdate[] = u"Update Entry";
-constexpr int kYes = 6;
 
 }  // namespace
 
@@ -89,11 +88,11 @@ bool ToDoPage::PutIn(int old) {
 }
 
 bool ToDoPage::MayDeleteOldest() {
-  return window_.MessageBox(
-             u"Sorry, but you have reached the maximum number of ToDo-List entries. You have to delete some "
-             u"entries or increase the maximum number of entries before you proceed.\n\rWould you like to "
-             u"delete the oldest entry now?",
-             68, u"Too many ToDo-List entries") == kYes;
+  return window_.Confirm(
+      u"Sorry, but you have reached the maximum number of ToDo-List entries. You have to delete some "
+      u"entries or increase the maximum number of entries before you proceed.\n\rWould you like to "
+      u"delete the oldest entry now?",
+      u"Too many ToDo-List entries");
 }
 
 void ToDoPage::Command3_Click() {
@@ -102,10 +101,10 @@ void ToDoPage::Command3_Click() {
     Deleted();
     return;
   }
-  const int answer =
-      window_.MessageBox(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
-                         68, u"No entries selected");
-  if (answer != kYes) return;
+  const bool confirmed =
+      window_.Confirm(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
+                      u"No entries selected");
+  if (!confirmed) return;
   List3.Clear();
   Deleted();
 }

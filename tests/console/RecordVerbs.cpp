@@ -11,7 +11,7 @@ void AddRecordVerbs(VerbTable& table, Session& session) {
   });
   table.Add("boxes", 0, [&](const Arguments&, Answer& answer) {
     for (const MemoryMessageBoxes::Box& box : world.messageBoxes.TakeShown()) {
-      answer.Number(box.code);
+      answer.Number(static_cast<int>(box.code));
       answer.Add(box.title);
       answer.Add(box.text);
     }

@@ -13,31 +13,27 @@ class MemoryMessageBoxes : public MessageBoxes {
  public:
   struct Box {
     Text text;
-    int code = 0;
+    BoxCode code = BoxCode::Plain;
     Text title;
   };
 
-  int Show(const Text& text, int code, const Text& title) override {
+  BoxAnswer Show(const Text& text, BoxCode code, const Text& title) override {
     shown_.push_back({text, code, title});
     if (WhileOpen) WhileOpen();
-    if (answers_.empty()) return HasYes(code) ? kYes : kOk;
-    const int answer = answers_.front();
+    if (answers_.empty()) return Asks(code) ? BoxAnswer::Yes : BoxAnswer::Ok;
+    const BoxAnswer answer = answers_.front();
     answers_.pop_front();
     return answer;
   }
 
-  void Answer(int button) { answers_.push_back(button); }
+  void Answer(int button) { answers_.push_back(static_cast<BoxAnswer>(button)); }
   const std::vector<Box>& Shown() const { return shown_; }
   std::vector<Box> TakeShown() { return std::exchange(shown_, {}); }
   // What happens while a box stands open.
   std::function<void()> WhileOpen;
 
  private:
-  static constexpr int kOk = 1;
-  static constexpr int kYes = 6;
-  static bool HasYes(int code) { return (code & 15) == 4; }
-
-  std::deque<int> answers_;
+  std::deque<BoxAnswer> answers_;
   std::vector<Box> shown_;
 };
 

@@ -64,7 +64,7 @@ void frmTray::Wire() {
     window.Timer2.SetEnabled(false);
     Raise(Ended);
   };
-  files.MessageBox = [this](const Text& text, int code, const Text& title) {
+  files.MessageBox = [this](const Text& text, BoxCode code, const Text& title) {
     window.MessageBox(text, code, title);
   };
   files.RebuildClipMenu = [this] { menu.AktualisiereContextMnu(); };
@@ -121,7 +121,7 @@ void frmTray::RefuseSecondInstance() {
     return platform_.messageBoxes.Show(
         u"The start of Quillbox has been aborted because the program is already running.\r\n"
         u"To use Quillbox click on the icon in the system traybar.",
-        64, u"Quillbox already running");
+        BoxCode::Information, u"Quillbox already running");
   });
   form.Unload();
 }

@@ -7,10 +7,9 @@ namespace quillbox {
 // Whether the DEL key may delete the selected entries of a list: asks the person, unless the settings say not
 // to.
 inline bool MayDeleteByKey(MainWindow& window, Norvane& settings) {
-  constexpr int kYes = 6;
   return !settings.IsOn(setting::kAskDelKey) ||
-         window.MessageBox(u"Do you really want to delete the selected entries?", 36,
-                           u"Delete selected entries?") == kYes;
+         window.Confirm(u"Do you really want to delete the selected entries?", u"Delete selected entries?",
+                        BoxCode::Question);
 }
 
 }  // namespace quillbox

@@ -10,7 +10,6 @@ constexpr int kWidth = 446 * kTwipsPerPixel;
 constexpr int kHeight = 420 * kTwipsPerPixel;
 constexpr int kClockInterval = 250;  // milliseconds
 constexpr char16_t kKeepStatus[] = u"X";
-constexpr int kButtonsMask = 7;
 
 }  // namespace
 
@@ -73,19 +72,18 @@ void MainWindow::ExchangeTopmost(bool topmost) {
   if (form.GetWindowState() == WindowState::Minimized) Minimize();
 }
 
-int MainWindow::MessageBox(const Text& MessageText, int MessageCode, const Text& MessageTitle) {
-  const bool onlyOk = (MessageCode & kButtonsMask) == 0;
-  if (onlyOk && (poll.Timer1.Ticking() || Timer2.Ticking())) {
+BoxAnswer MainWindow::MessageBox(const Text& MessageText, BoxCode MessageCode, const Text& MessageTitle) {
+  if (!Asks(MessageCode) && (poll.Timer1.Ticking() || Timer2.Ticking())) {
     form.GetDispatcher().Post([=, this] { ShowMessage(MessageText, MessageCode, MessageTitle); });
-    return 1;
+    return BoxAnswer::Ok;
   }
   return ShowMessage(MessageText, MessageCode, MessageTitle);
 }
 
-int MainWindow::ShowMessage(const Text& text, int code, const Text& title) {
+BoxAnswer MainWindow::ShowMessage(const Text& text, BoxCode code, const Text& title) {
   const bool exchange = settings_.IsOn(setting::kAlwaysOnTop);
   if (exchange) onTop_.OnTopClear(form);
-  const int button =
+  const BoxAnswer button =
       form.GetDispatcher().WhileWaiting([&] { return platform_.messageBoxes.Show(text, code, title); });
   // The person may have ended the program meanwhile.
   if (exchange && form.GetLoaded()) onTop_.OnTopSet(form);

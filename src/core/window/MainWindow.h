@@ -38,11 +38,15 @@ class MainWindow {
   // Where the controls of a page stand.
   Place On(Page page) { return {form, SSTab1, static_cast<int>(page)}; }
 
-  // Every message box of the program, with the topmost state taken from the window while it is open. `code`:
-  // 64 information, 36 question with Yes and No, 68 information with Yes and No, 16 stop. The number of the
-  // pressed button: 6 Yes, 7 No. One with an OK button alone that comes up within a timer's tick is shown
-  // when the tick has ended, so that the clipboard is watched on while it is open.
-  int MessageBox(const Text& MessageText, int MessageCode = 0, const Text& MessageTitle = {});
+  // Every message box of the program, with the topmost state taken from the window while it is open. One
+  // with an OK button alone that comes up within a timer's tick is shown when the tick has ended, so that the
+  // clipboard is watched on while it is open.
+  BoxAnswer MessageBox(const Text& MessageText, BoxCode MessageCode = BoxCode::Plain,
+                       const Text& MessageTitle = {});
+  // The same for a question: whether the person says Yes.
+  bool Confirm(const Text& question, const Text& title, BoxCode code = BoxCode::InformationYesNo) {
+    return MessageBox(question, code, title) == BoxAnswer::Yes;
+  }
 
   // To the tray: the window reaches the minimised state, hides and is normal again, at its stored place.
   void Minimize() { form.SetWindowState(WindowState::Minimized); }
@@ -66,7 +70,7 @@ class MainWindow {
 
  private:
   void Form_Resize();
-  int ShowMessage(const Text& text, int code, const Text& title);
+  BoxAnswer ShowMessage(const Text& text, BoxCode code, const Text& title);
 
   Norvane& settings_;
   Platform& platform_;

@@ -13,19 +13,12 @@ namespace quillbox {
 
 namespace {
 
-constexpr int kOk = 1;
-constexpr int kYes = 6;
-constexpr int kNo = 7;
-constexpr int kYesNo = 4;
-
-QMessageBox::Icon IconOf(int code) {
-  switch (code & 0x70) {
-    case 16:
+QMessageBox::Icon IconOf(BoxCode code) {
+  switch (code) {
+    case BoxCode::Stop:
       return QMessageBox::Critical;
-    case 32:
+    case BoxCode::Question:
       return QMessageBox::Question;
-    case 48:
-      return QMessageBox::Warning;
     default:
       return QMessageBox::Information;
   }
@@ -33,16 +26,16 @@ QMessageBox::Icon IconOf(int code) {
 
 }  // namespace
 
-int QtMessageBoxes::Show(const Text& text, int code, const Text& title) {
+BoxAnswer QtMessageBoxes::Show(const Text& text, BoxCode code, const Text& title) {
   QString shown = ToQt(text);
   shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
       .replace(QStringLiteral("\n\r"), QStringLiteral("\n"));
-  const bool asks = (code & 7) == kYesNo;
+  const bool asks = Asks(code);
   // A message that is open already is brought up again instead of being stacked upon itself.
   for (const QPointer<QMessageBox>& other : open_) {
     if (!asks && other && other->text() == shown) {
       other->raise();
-      return kOk;
+      return BoxAnswer::Ok;
     }
   }
   QMessageBox box(IconOf(code), ToQt(title), shown,
@@ -60,7 +53,7 @@ int QtMessageBoxes::Show(const Text& text, int code, const Text& title) {
   open_.erase(
       std::remove_if(open_.begin(), open_.end(), [&](const auto& other) { return !other || other == &box; }),
       open_.end());
-  return !asks ? kOk : pressed == QMessageBox::Yes ? kYes : kNo;
+  return !asks ? BoxAnswer::Ok : pressed == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
 }
 
 void QtMessageBoxes::CloseAll() {

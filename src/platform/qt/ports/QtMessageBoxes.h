@@ -12,7 +12,7 @@ namespace quillbox {
 // Modal boxes with plain text. The program's timers and its icon live on behind an open one.
 class QtMessageBoxes : public MessageBoxes {
  public:
-  int Show(const Text& text, int code, const Text& title) override;
+  BoxAnswer Show(const Text& text, BoxCode code, const Text& title) override;
   // Closes all open boxes as if none had been answered; for the exit.
   void CloseAll();
 
