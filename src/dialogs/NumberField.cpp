@@ -6,18 +6,10 @@
 
 namespace quillbox {
 
-namespace {
-
-// A smaller list, or a longer menu, is still being typed and moves nothing else.
-constexpr long long kSmallestList = 3;
-constexpr long long kLargestMenu = 10;
-
-}  // namespace
-
-NumberField::NumberField(const Place& place, const Names& names, const Text& caption, Bounds bounds)
+NumberField::NumberField(const Place& place, const Names& names, const Text& caption, Range bounds)
     : label(place, names.label, caption),
       field(place, names.field, TextBox::Lines::One),
-      scroll(place, names.scroll, -bounds.upper, -bounds.lower),
+      scroll(place, names.scroll, -bounds.highest, -bounds.lowest),
       bounds_(bounds) {
   field.Change = [this] { Text_Change(); };
   field.LostFocus = [this] { Text_LostFocus(); };
@@ -27,7 +19,7 @@ NumberField::NumberField(const Place& place, const Names& names, const Text& cap
 long long NumberField::Number() const { return WholeNumber(field.GetText()); }
 
 void NumberField::SetNumber(long long number) {
-  const int within = static_cast<int>(std::clamp<long long>(number, bounds_.lower, bounds_.upper));
+  const int within = static_cast<int>(std::clamp<long long>(number, bounds_.lowest, bounds_.highest));
   field.SetText(Decimal(within));
   scroll.SetValue(-within);
 }
@@ -35,7 +27,7 @@ void NumberField::SetNumber(long long number) {
 void NumberField::Text_Change() {
   const long long number = Number();
   if (Changing) Changing(number);
-  if (number >= bounds_.lower && number <= bounds_.upper) scroll.SetValue(-static_cast<int>(number));
+  if (number >= bounds_.lowest && number <= bounds_.highest) scroll.SetValue(-static_cast<int>(number));
 }
 
 void NumberField::Scroll_Change() {
@@ -43,15 +35,16 @@ void NumberField::Scroll_Change() {
 }
 
 void NumberField::Text_LostFocus() {
-  field.SetText(Decimal(std::clamp<long long>(Number(), bounds_.lower, bounds_.upper)));
+  field.SetText(Decimal(std::clamp<long long>(Number(), bounds_.lowest, bounds_.highest)));
 }
 
+// A smaller list, or a longer menu, is still being typed and moves nothing else.
 void CoupleListAndMenu(NumberField& list, NumberField& menu) {
   list.Changing = [&menu](long long number) {
-    if (number >= kSmallestList && menu.Number() > number) menu.field.SetText(Decimal(number));
+    if (number >= limits::kFewestEntries && menu.Number() > number) menu.field.SetText(Decimal(number));
   };
   menu.Changing = [&list](long long number) {
-    if (number <= kLargestMenu && number > list.Number()) list.field.SetText(Decimal(number));
+    if (number <= limits::kMenuItems && number > list.Number()) list.field.SetText(Decimal(number));
   };
 }
 

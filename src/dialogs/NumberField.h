@@ -3,6 +3,7 @@
 #include <functional>
 #include <string_view>
 
+#include "core/settings/Settings.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"
 #include "platform/forms/ScrollBar.h"
@@ -20,12 +21,8 @@ class NumberField {
     std::string_view scroll;
     std::string_view label;
   };
-  struct Bounds {
-    int lower;
-    int upper;
-  };
   // The field is created empty.
-  NumberField(const Place& place, const Names& names, const Text& caption, Bounds bounds);
+  NumberField(const Place& place, const Names& names, const Text& caption, Range bounds);
 
   Label label;
   TextBox field;
@@ -43,7 +40,7 @@ class NumberField {
   void Scroll_Change();
   void Text_LostFocus();
 
-  Bounds bounds_;
+  Range bounds_;
 };
 
 // The items of a list that the tray menu shows directly are never more than the list may hold: each of the
