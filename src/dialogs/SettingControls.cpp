@@ -1,6 +1,9 @@
 #include "dialogs/SettingControls.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "base/NumberText.h"
 
 namespace quillbox {
 
@@ -60,7 +63,8 @@ TrayTipModeBox::TrayTipModeBox(const RowPlace& at, std::string_view name, std::v
 
 void TrayTipModeBox::Load(Norvane& settings) {
   const auto [lowest, highest] = setting::kTrayTipMode.range;
-  SetListIndex(static_cast<int>(std::clamp<long long>(settings.ReadTrayTipMode(), lowest, highest)));
+  SetListIndex(
+      static_cast<int>(std::clamp<long long>(NearestWhole(settings.ReadTrayTipMode()), lowest, highest)));
 }
 
 }  // namespace quillbox

@@ -204,7 +204,7 @@ void PadPage::Text3_KeyPress(char16_t& character) {
 void PadPage::Label13_Change() { Label13.SetToolTipText(u""); }
 
 void PadPage::Label13_DblClick() {
-  if (settings_.ReadWhole(setting::kROT47) > 0) Text101.SetText(Rot47(Text101.GetText()));
+  if (settings_.Read(setting::kROT47) > 0) Text101.SetText(Rot47(Text101.GetText()));
 }
 
 bool PadPage::Updates(int row) const {

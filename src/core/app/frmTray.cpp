@@ -132,8 +132,8 @@ void frmTray::RestoreClipboard() {
 }
 
 void frmTray::RecordVersion() {
-  const long long major = settings.ReadWhole(setting::kQuillboxVMajor);
-  const long long minor = settings.ReadWhole(setting::kQuillboxVMinor);
+  const double major = settings.Read(setting::kQuillboxVMajor);
+  const double minor = settings.Read(setting::kQuillboxVMinor);
   if (kMajor > major) settings.Empty(setting::kStartHelp);
   const bool storedIsNewer = major > kMajor || (major == kMajor && minor > kMinor);
   settings.Write(setting::kQuillboxPath, platform_.system.ProgramFolder());

@@ -40,7 +40,8 @@ double Norvane::Read(const NumberSetting& setting) {
 long long Norvane::ReadWhole(const NumberSetting& setting) { return NearestWhole(Read(setting)); }
 
 int Norvane::Read(const ListMaximum& setting) {
-  return static_cast<int>(std::clamp<long long>(ReadWhole(setting), 0, limits::kHighestRow));
+  return static_cast<int>(
+      std::clamp<double>(Read(static_cast<const NumberSetting&>(setting)), 0, limits::kHighestRow));
 }
 
 std::optional<int> Norvane::Read(const EdgeSetting& setting) {
@@ -54,8 +55,8 @@ void Norvane::WriteClicksToShow(bool doubleClick) {
   Write(setting::kClicksToShow, clicksToShow_);
 }
 
-long long Norvane::ReadTrayTipMode() {
-  const long long stored = ReadWhole(setting::kTrayTipMode);
+double Norvane::ReadTrayTipMode() {
+  const double stored = Read(setting::kTrayTipMode);
   return stored == kTipModeOfPlatform ? static_cast<int>(DefaultTrayTipMode()) : stored;
 }
 

@@ -32,7 +32,7 @@ class Norvane {
   double Read(const NumberSetting& setting);
   // The same as the nearest whole number, a half as the even one.
   long long ReadWhole(const NumberSetting& setting);
-  // Within 0 and limits::kHighestRow, to which anything beyond is clamped.
+  // The fraction is dropped; clamped to 0 and limits::kHighestRow.
   int Read(const ListMaximum& setting);
   std::optional<int> Read(const EdgeSetting& setting);
 
@@ -49,8 +49,8 @@ class Norvane {
   bool ShowsOnDoubleClick() const { return clicksToShow_ == kDoubleClick; }
   void ReadClicksToShow() { clicksToShow_ = ReadWhole(setting::kClicksToShow); }
   void WriteClicksToShow(bool doubleClick);
-  // The stored mode of the tray icon's tip, which may be none of those that there are.
-  long long ReadTrayTipMode();
+  // The mode of the tray icon's tip as a number, which may be none of the modes that there are.
+  double ReadTrayTipMode();
   // What the platform's users get that have not chosen.
   TrayTipMode DefaultTrayTipMode() const;
 

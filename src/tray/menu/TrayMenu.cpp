@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
+#include "base/NumberText.h"
 #include "tray/menu/TrayTip.h"
 
 namespace quillbox {
 
 struct TrayMenu::Shown {
-  long long normal;          // items directly in the menu
-  long long collapsed;       // items in the submenu
-  std::size_t normalLength;  // characters of an item's text
-  std::size_t collapsedLength;
+  double normal;        // items directly in the menu
+  double collapsed;     // items in the submenu
+  double normalLength;  // characters of an item's text
+  double collapsedLength;
 };
 
 namespace {
@@ -28,20 +29,20 @@ Text PrefixOf(Prefix kind, int k) {
   return prefix.append(u":  ");
 }
 
-Text Caption(Prefix kind, int k, TextView text, std::size_t limit) {
+Text Caption(Prefix kind, int k, TextView text, double limit) {
+  const auto kept = static_cast<std::size_t>(NearestWhole(limit));
   // No character becomes less than one: what lies further behind decides nothing.
-  const Text beautiful = TrayMenu::TextBeautify(text.substr(0, limit + 3));
+  const Text beautiful = TrayMenu::TextBeautify(text.substr(0, kept + 3));
   Text caption = PrefixOf(kind, k);
   // Up to two more stay whole: the dots would make it no shorter.
-  if (beautiful.size() <= limit + 2) return caption.append(beautiful);
-  return caption.append(CutTo(beautiful, limit)).append(u"...");
+  if (static_cast<double>(beautiful.size()) <= limit + 2) return caption.append(beautiful);
+  return caption.append(CutTo(beautiful, kept)).append(u"...");
 }
 
 // Shows item k if it stands for an entry and its number is within the limit; a hidden one keeps its caption.
 // `textOf` gives the entry of k, null if there is none to show.
 template <class TextOf>
-void Build(std::deque<MenuItem>& items, Prefix kind, long long shown, std::size_t length,
-           const TextOf& textOf) {
+void Build(std::deque<MenuItem>& items, Prefix kind, double shown, double length, const TextOf& textOf) {
   for (int k = 1; k <= static_cast<int>(items.size()); ++k) {
     MenuItem& item = items[k - 1];
     const Text* const text = k <= shown ? textOf(k) : nullptr;
@@ -101,12 +102,8 @@ Text TrayMenu::TextBeautify(TextView UglyText) {
 }
 
 TrayMenu::Shown TrayMenu::ReadShown(const NumberSetting& normal, const NumberSetting& collapsed) {
-  const auto count = [&](const NumberSetting& setting) {
-    return std::max(0LL, settings_.ReadWhole(setting));
-  };
-  const auto length = [&](const NumberSetting& setting) {
-    return static_cast<std::size_t>(std::max(1LL, settings_.ReadWhole(setting)));
-  };
+  const auto count = [&](const NumberSetting& setting) { return std::max(0.0, settings_.Read(setting)); };
+  const auto length = [&](const NumberSetting& setting) { return std::max(1.0, settings_.Read(setting)); };
   return {count(normal), count(collapsed), length(setting::kMenuEntriesLen),
           length(setting::kMenuEntriesLen2)};
 }
@@ -140,9 +137,10 @@ void TrayMenu::AktualisiereContextMnu2() {
 }
 
 void TrayMenu::UpdateTip() {
-  const auto [lowest, highest] = setting::kTrayTipMode.range;
-  const auto mode =
-      static_cast<TrayTipMode>(std::clamp<long long>(settings_.ReadTrayTipMode(), lowest, highest));
+  const double stored = settings_.ReadTrayTipMode();
+  TrayTipMode mode = TrayTipMode::MultiLine;
+  if (stored <= static_cast<int>(TrayTipMode::NameOnly)) mode = TrayTipMode::NameOnly;
+  if (stored == static_cast<int>(TrayTipMode::SingleLine)) mode = TrayTipMode::SingleLine;
   tray_.ShowTip(ComposeTrayTip(mode, clip_.ClipEntries(0).Get(), programName_));
 }
 
