@@ -1,5 +1,7 @@
 #include "dialogs/frmAbout.h"
 
+#include "core/settings/Version.h"
+
 namespace quillbox {
 
 namespace {

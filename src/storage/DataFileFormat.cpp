@@ -1,7 +1,7 @@
 #include "storage/DataFileFormat.h"
 
 #include "base/RuntimeError.h"
-#include "core/settings/Norvane.h"
+#include "core/settings/Version.h"
 
 namespace quillbox {
 

@@ -1,6 +1,6 @@
 #include "core/app/frmTray.h"
 
-#include "base/NumberText.h"
+#include "core/settings/Version.h"
 
 namespace quillbox {
 

@@ -9,11 +9,6 @@
 
 namespace quillbox {
 
-// The program's own version.
-inline constexpr int kMajor = 4;
-inline constexpr int kMinor = 31;
-inline constexpr int kRevision = 476;
-
 // The settings of the user and the facts about the system. Nothing is cached but ClicksToShow: a setting is
 // read when it is used and written when it changes. A failed write is lost silently, a failed read gives the
 // default.
