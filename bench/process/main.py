@@ -9,6 +9,7 @@ import keys
 import parts
 import quillbox
 import soak
+import wayland
 from table import Table
 
 
@@ -16,11 +17,13 @@ def main():
     arguments = argparse.ArgumentParser(description=__doc__)
     arguments.add_argument("--no-peers", action="store_true", help="leave the other programs out")
     arguments.add_argument("--quick", action="store_true", help="10 s instead of 60 s at rest")
-    arguments.add_argument("--only", choices=("process", "soak", "keys", "parts"))
+    arguments.add_argument("--only", choices=("process", "wayland", "soak", "keys", "parts"))
     options = arguments.parse_args()
     table = Table()
     if options.only in (None, "process"):
         quillbox.rows(table, not options.no_peers, 10 if options.quick else 60)
+    if options.only in (None, "wayland"):
+        wayland.rows(table, not options.no_peers, 10 if options.quick else 60)
     if options.only in (None, "soak"):
         soak.rows(table)
     if options.only in (None, "keys"):
