@@ -99,6 +99,16 @@ TEST_F(ClipboardBadOwner, GarbageInTheListOfTargets) {
   }
 }
 
+// A list too long to be read whole may name the hint of a secret behind its end.
+TEST_F(ClipboardBadOwner, AnEndlessListOfTargetsMayHideASecret) {
+  TestOwner owner(loop);
+  Reaction list = owner.TargetList({kUtf8});
+  while (list.piece.bytes.size() < 100'000) list.piece.bytes += list.piece.bytes;
+  owner.OfferText("hidden").Offer("TARGETS", list);
+  EXPECT_EQ(ReadAfter(owner), u"");
+  EXPECT_FALSE(owner.WasAskedFor(kUtf8));
+}
+
 // What strangers send or destroy without having any part in it.
 using ClipboardStranger = ClipboardFixture;
 
@@ -139,10 +149,13 @@ TEST_F(ClipboardStranger, ForgedEventsLeaveTheClipboardAlone) {
   EXPECT_EQ(Paste(), "ours");
   TestClient stranger(loop);
   const xcb_window_t ours = stranger.OwnerOf("CLIPBOARD");
-  for (int type = 2; type < 127; ++type) {
-    const std::uint32_t wire[8] = {static_cast<std::uint32_t>(type), ours, ours, 0, ours, 0, 0, 0};
-    xcb_send_event(stranger.Connection(), 0, ours, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(wire));
+  // As reports that nobody owns it any more, and that it is ours.
+  for (const xcb_window_t named : {xcb_window_t{XCB_NONE}, ours}) {
+    for (std::uint32_t type = 2; type < 127; ++type) {
+      const std::uint32_t wire[8] = {type, ours, named, stranger.Atom("CLIPBOARD"), 0, 0, 0, 0};
+      xcb_send_event(stranger.Connection(), 0, ours, XCB_EVENT_MASK_NO_EVENT,
+                     reinterpret_cast<const char*>(wire));
+    }
   }
   stranger.Sync();
   loop.RunFor(50);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <thread>
@@ -6,6 +7,7 @@
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
 #include "x11/KeySenderFixture.h"
+#include "x11/OwnProcess.h"
 
 namespace quillbox::test {
 namespace {
@@ -109,6 +111,21 @@ TEST(XKeySender, SpareKeysStayUntilTheProgramHasLookedThemUp) {
     sender.Send(u"漢é😀");
     EXPECT_EQ(receiver.Text(), "漢é😀") << "taken in, that is";
   }
+}
+
+// The server replaces the keyboard by the one that the first key comes from, which types alike.
+TEST(XKeySender, TheFirstKeysOfASession) {
+  const OwnXServer server;
+  const std::string before = std::getenv("DISPLAY");
+  setenv("DISPLAY", server.Display().c_str(), 1);
+  {
+    const TestKeyboard person("us");
+    KeyReceiver receiver({.answersPings = true});
+    receiver.TakeFocus();
+    EXPECT_NO_THROW(XKeySender(Plain()).Send(u"+(é)漢a"));
+    EXPECT_EQ(receiver.Text(), "É漢a");
+  }
+  setenv("DISPLAY", before.c_str(), 1);
 }
 
 // Nothing is lost or changed without a word: what stands in the window is right, or the script fails and what
