@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/Utf8.h"
+#include "platform/ports/TextTypes.h"
 
 namespace quillbox {
 
@@ -17,15 +18,6 @@ constexpr std::size_t kLarge = 1024 * 1024;
 
 bool FitsLatin1(TextView text) {
   return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit <= 0xFF; });
-}
-
-// A character that Latin-1 lacks becomes a question mark.
-std::string ToLatin1(TextView text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (const char16_t unit : text)
-    if (!IsLowSurrogate(unit)) bytes.push_back(unit <= 0xFF ? static_cast<char>(unit) : '?');
-  return bytes;
 }
 
 // The wrap-around of server times included.

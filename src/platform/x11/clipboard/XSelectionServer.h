@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/TextTypes.h"
 #include "platform/x11/clipboard/XConnection.h"
 
 namespace quillbox {
@@ -15,7 +16,7 @@ namespace quillbox {
 // that stops reading, or goes away, loses its transfer and delays nobody.
 class XSelectionServer {
  public:
-  static constexpr int kStuckMs = 5000;  // a reader that takes no piece for so long is given up
+  static constexpr int kStuckMs = kStuckReaderMs;  // a reader that takes no piece for so long is given up
 
   XSelectionServer(XConnection& connection, EventLoop& loop) : connection_(connection), loop_(loop) {}
   ~XSelectionServer();

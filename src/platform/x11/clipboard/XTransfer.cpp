@@ -4,38 +4,13 @@
 #include <cstring>
 
 #include "base/Utf8.h"
+#include "platform/ports/TextTypes.h"
 
 namespace quillbox {
 
 namespace {
 
 constexpr std::size_t kMaxTargetBytes = 64 * 1024;
-constexpr std::size_t kMaxHintBytes = 64;
-
-Text FromLatin1(std::string_view bytes) {
-  Text text(bytes.size(), u'\0');
-  std::transform(bytes.begin(), bytes.end(), text.begin(),
-                 [](char byte) { return static_cast<char16_t>(static_cast<unsigned char>(byte)); });
-  return text;
-}
-
-// Takes off the first bytes of a character whose last ones are missing.
-void DropHalfCharacter(std::string& bytes) {
-  std::size_t end = bytes.size();
-  for (int back = 0; back < 3 && end > 0; ++back) {
-    const auto byte = static_cast<unsigned char>(bytes[--end]);
-    if (byte < 0x80) return;
-    if (byte < 0xC0) continue;
-    const std::size_t needed = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
-    if (bytes.size() - end < needed) bytes.resize(end);
-    return;
-  }
-}
-
-bool SaysSecret(std::string_view value) {
-  while (!value.empty() && (value.back() == '\0' || value.back() == '\n')) value.remove_suffix(1);
-  return value == "secret";
-}
 
 }  // namespace
 
@@ -75,7 +50,7 @@ void XTransfer::OnSelectionNotify(const xcb_selection_notify_event_t& event) {
 std::unique_ptr<XIncomingValue> XTransfer::MakeValue() {
   const bool targets = step_.target == connection_.Atoms().targets;
   const bool hint = step_.target == connection_.Atoms().passwordHint;
-  const std::size_t keep = targets ? kMaxTargetBytes : hint ? kMaxHintBytes : kMaxBytes;
+  const std::size_t keep = targets ? kMaxTargetBytes : hint ? kMaxSecretHintBytes : kMaxBytes;
   return std::make_unique<XIncomingValue>(connection_, window_, step_.property, targets ? 32 : 8, keep,
                                           [this] { OnAnswer(); });
 }

@@ -6,6 +6,7 @@
 
 #include "base/Text.h"
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/TextTypes.h"
 #include "platform/x11/clipboard/XConnection.h"
 #include "platform/x11/clipboard/XIncomingValue.h"
 
@@ -30,8 +31,8 @@ class XTransfer {
   // Called once, last thing of all.
   using Done = std::function<void(Result)>;
 
-  static constexpr int kDeadlineMs = 5000;
-  static constexpr std::size_t kMaxBytes = 16 * 1024 * 1024;  // kept of a text, as the owner sends it
+  static constexpr int kDeadlineMs = kOwnerDeadlineMs;
+  static constexpr std::size_t kMaxBytes = kMaxClipboardBytes;  // kept of a text, as the owner sends it
 
   // Reads into properties of `window`; `time` is a server time at which the owner was the owner.
   XTransfer(XConnection& connection, EventLoop& loop, xcb_window_t window, xcb_timestamp_t time, Done done);
