@@ -3,13 +3,13 @@
 namespace quillbox {
 
 BaseSelector::BaseSelector(const Place& place, CalcDisplay& display)
-    : display_(display),
-      Label9(place, "Label9", u"D"),
+    : Label9(place, "Label9", u"D"),
       Label10(place, "Label10", u"H"),
       Label11(place, "Label11", u"O"),
       Shape1(place, "Shape1"),
       Line8(place, "Line8"),
-      Line9(place, "Line9") {
+      Line9(place, "Line9"),
+      display_(display) {
   Label9.SetToolTipText(u"Decimal");
   Label10.SetToolTipText(u"Hexadecimal");
   Label11.SetToolTipText(u"Octal");

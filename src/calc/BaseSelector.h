@@ -19,6 +19,13 @@ class BaseSelector {
   void Show();
   void Hide();
 
+  Label Label9;    // decimal
+  Label Label10;   // hexadecimal
+  Label Label11;   // octal
+  Picture Shape1;  // the frame around the three
+  Picture Line8;   // the lines between them
+  Picture Line9;
+
  private:
   void SetVisible(bool visible);
   void Select(NumberBase base);
@@ -26,12 +33,6 @@ class BaseSelector {
   void Convert(NumberBase from, NumberBase to);
 
   CalcDisplay& display_;
-  Label Label9;   // decimal
-  Label Label10;  // hexadecimal
-  Label Label11;  // octal
-  Picture Shape1;
-  Picture Line8;
-  Picture Line9;
 };
 
 }  // namespace quillbox

@@ -6,11 +6,11 @@ namespace quillbox {
 
 CalcClipboard::CalcClipboard(const Place& place, CalcDisplay& display, Clipboard& clipboard,
                              SystemInfo& system)
-    : display_(display),
+    : Command49(place, "Command49", u"Clipboard  <=", u"Copy result to clipboard (unless it's zero)"),
+      Command50(place, "Command50", u"Clipboard  =>", u"Get result from clipboard (unless it's zero)"),
+      display_(display),
       clipboard_(clipboard),
-      system_(system),
-      Command49(place, "Command49", u"Clipboard  <=", u"Copy result to clipboard (unless it's zero)"),
-      Command50(place, "Command50", u"Clipboard  =>", u"Get result from clipboard (unless it's zero)") {
+      system_(system) {
   Command49.Click = [this] { Command49_Click(); };
   Command50.Click = [this] { Command50_Click(); };
 }

@@ -13,15 +13,16 @@ class CalcClipboard {
  public:
   CalcClipboard(const Place& place, CalcDisplay& display, Clipboard& clipboard, SystemInfo& system);
 
+  CommandButton Command49;  // the display's text to the clipboard
+  CommandButton Command50;  // a number from the clipboard
+
  private:
-  void Command49_Click();  // to the clipboard
-  void Command50_Click();  // from the clipboard
+  void Command49_Click();
+  void Command50_Click();
 
   CalcDisplay& display_;
   Clipboard& clipboard_;
   SystemInfo& system_;
-  CommandButton Command49;
-  CommandButton Command50;
 };
 
 }  // namespace quillbox

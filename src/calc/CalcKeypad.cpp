@@ -1,49 +1,47 @@
 #include "calc/CalcKeypad.h"
 
-#include <cmath>
-
-#include "base/NumberText.h"
-
 namespace quillbox {
 
-namespace {
-
-struct OperatorButton {
-  std::string_view control;
-  TextView caption;
-  TextView operation;
-};
-
-constexpr OperatorButton kOperators[] = {
-    {"Command23", u"+", u"+"},      {"Command24", u"-", u"-"},   {"Command25", u"x", u"x"},
-    {"Command26", u"\u00F7", u"/"}, {"Command34", u"x^y", u"^"},
-};
-
-}  // namespace
-
-CalcKeypad::CalcKeypad(const Place& place, CalcDisplay& display) : display_(display), place_(place) {
-  for (int digit = 0; digit <= 9; ++digit) {
-    const char16_t caption = static_cast<char16_t>(u'0' + digit);
-    Add("Command1" + std::to_string(digit), {&caption, 1}, {}, [this, caption] { DigitClick(caption); });
+CalcKeypad::CalcKeypad(const Place& place, CalcDisplay& display)
+    : Command10(place, "Command10", u"0"),
+      Command11(place, "Command11", u"1"),
+      Command12(place, "Command12", u"2"),
+      Command13(place, "Command13", u"3"),
+      Command14(place, "Command14", u"4"),
+      Command15(place, "Command15", u"5"),
+      Command16(place, "Command16", u"6"),
+      Command17(place, "Command17", u"7"),
+      Command18(place, "Command18", u"8"),
+      Command19(place, "Command19", u"9"),
+      Command20(place, "Command20", u","),
+      Command21(place, "Command21", u"+/-"),
+      Command22(place, "Command22", u"", u"Delete the last number entered"),
+      Command9(place, "Command9", u"CE", u"Clear the number field"),
+      Command23(place, "Command23", u"+"),
+      Command24(place, "Command24", u"-"),
+      Command25(place, "Command25", u"x"),
+      Command26(place, "Command26", u"\u00F7"),
+      Command34(place, "Command34", u"x^y"),
+      Command27(place, "Command27", u"=", u"Get the result of the calculation"),
+      Command31(place, "Command31", u"Pi"),
+      display_(display) {
+  char16_t digit = u'0';
+  for (CommandButton* button : {&Command10, &Command11, &Command12, &Command13, &Command14, &Command15,
+                                &Command16, &Command17, &Command18, &Command19}) {
+    button->Click = [this, digit] { DigitClick(digit); };
+    ++digit;
   }
-  Add("Command20", u",", {}, [this] { Command20_Click(); });
-  Add("Command21", u"+/-", {}, [this] { Command21_Click(); });
-  Add("Command22", {}, u"Delete the last number entered", [this] { Command22_Click(); });
-  Add("Command9", u"CE", u"Clear the number field", [this] { Command9_Click(); });
-  for (const OperatorButton& button : kOperators) {
-    Add(button.control, button.caption, {}, [this, &button] { OperatorClick(button.operation); });
-  }
-  Add("Command27", u"=", u"Get the result of the calculation", [this] { Command27_Click(); });
-  for (const CalcFunction& function : CalcFunctions()) {
-    Add(function.control, function.caption, {}, [this, &function] { FunctionClick(function); });
-  }
-  Add("Command31", u"Pi", {}, [this] { Command31_Click(); });
-}
-
-void CalcKeypad::Add(std::string_view name, TextView caption, TextView toolTipText,
-                     std::function<void()> handler) {
-  CommandButton& button = buttons_.emplace_back(place_, name, Text(caption), Text(toolTipText));
-  button.Click = std::move(handler);
+  Command20.Click = [this] { Command20_Click(); };
+  Command21.Click = [this] { Command21_Click(); };
+  Command22.Click = [this] { Command22_Click(); };
+  Command9.Click = [this] { Command9_Click(); };
+  Command23.Click = [this] { OperatorClick(u"+"); };
+  Command24.Click = [this] { OperatorClick(u"-"); };
+  Command25.Click = [this] { OperatorClick(u"x"); };
+  Command26.Click = [this] { OperatorClick(u"/"); };
+  Command34.Click = [this] { OperatorClick(u"^"); };
+  Command27.Click = [this] { Command27_Click(); };
+  Command31.Click = [this] { Command31_Click(); };
 }
 
 void CalcKeypad::DigitClick(char16_t digit) {
@@ -106,23 +104,6 @@ void CalcKeypad::Command27_Click() {
     display_.Text8.SetText({});
     display_.SetFinished();
     display_.Text9.SetText({});
-  });
-}
-
-void CalcKeypad::FunctionClick(const CalcFunction& function) {
-  display_.OrShowCalcError([&] {
-    const double x = display_.Number();
-    if (x < 0 && !function.negativeMessage.empty()) {
-      display_.Text7.SetText(Text(function.negativeMessage));
-      return;
-    }
-    display_.Show(function.compute(x));
-    if (function.toDegrees) display_.Show(display_.Number() * (1 / kDegree));
-    if (function.decimals) display_.Show(RoundToDecimals(display_.Number(), *function.decimals));
-    if (function.limit && std::abs(display_.Number()) > *function.limit) {
-      throw RuntimeError(errors::kOverflow, "Overflow");
-    }
-    display_.SetFinished();
   });
 }
 

@@ -5,11 +5,11 @@
 namespace quillbox {
 
 CalcMemory::CalcMemory(const Place& place, CalcDisplay& display, Norvane& settings)
-    : display_(display),
-      settings_(settings),
-      Command35(place, "Command35", u"M", u"Save result to memory"),
+    : Command35(place, "Command35", u"M", u"Save result to memory"),
       Command38(place, "Command38", u"MR", u"Get result from memory", false),
-      Command39(place, "Command39", u"MC", u"Clear memory", false) {
+      Command39(place, "Command39", u"MC", u"Clear memory", false),
+      display_(display),
+      settings_(settings) {
   Command35.Click = [this] { Command35_Click(); };
   Command38.Click = [this] { Command38_Click(); };
   Command39.Click = [this] { Command39_Click(); };

@@ -14,17 +14,18 @@ class CalcMemory {
   // At start: the buttons that need a stored number come on if there is one.
   void Restore();
 
+  CommandButton Command35;  // M: keeps the shown number
+  CommandButton Command38;  // MR: shows the kept one
+  CommandButton Command39;  // MC: forgets it
+
  private:
-  void Command35_Click();  // M
-  void Command38_Click();  // MR
-  void Command39_Click();  // MC
+  void Command35_Click();
+  void Command38_Click();
+  void Command39_Click();
   void EnableRecall(bool enabled);
 
   CalcDisplay& display_;
   Norvane& settings_;
-  CommandButton Command35;
-  CommandButton Command38;
-  CommandButton Command39;
 };
 
 }  // namespace quillbox

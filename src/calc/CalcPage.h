@@ -3,6 +3,7 @@
 #include "calc/BaseSelector.h"
 #include "calc/CalcClipboard.h"
 #include "calc/CalcDisplay.h"
+#include "calc/CalcFunctions.h"
 #include "calc/CalcKeyboard.h"
 #include "calc/CalcKeypad.h"
 #include "calc/CalcMemory.h"
@@ -17,18 +18,20 @@ class CalcPage {
   CalcPage(MainWindow& window, Norvane& settings, Clipboard& clipboard, SystemInfo& system);
 
   // The start's step: the calculator's memory comes back.
-  void RestoreMemory() { memory_.Restore(); }
+  void RestoreMemory() { memory.Restore(); }
+
+  CalcDisplay display;
+  BaseSelector bases;
+  CalcKeypad keypad;
+  CalcFunctions functions;
+  UnitConversions units;
+  CalcMemory memory;
+  CalcClipboard clipboardButtons;
 
  private:
   CalcPage(const Place& place, Norvane& settings, Clipboard& clipboard, SystemInfo& system);
 
-  CalcDisplay display_;
-  BaseSelector bases_;
   CalcKeyboard keyboard_;
-  CalcKeypad keypad_;
-  UnitConversions units_;
-  CalcMemory memory_;
-  CalcClipboard clipboard_;
 };
 
 }  // namespace quillbox

@@ -8,37 +8,35 @@ constexpr double kCentimetersPerInch = 2.54;
 constexpr double kGramsPerOunce = 28.34952313;
 constexpr double kPoundsPerKilogram = 2.204622622;
 
-struct Conversion {
-  std::string_view control;
-  const char16_t* caption;
-  const char16_t* toolTipText;
-  double factor;
-  bool divides;
-};
-
-constexpr Conversion kConversions[] = {
-    {"Commandu1", u"cm > in  ", u"Transform centimeters into inches", kCentimetersPerInch, true},
-    {"Commandu2", u"  in > cm", u"Transform inches into centimeters", kCentimetersPerInch, false},
-    {"Commandu3", u" g > oz", u"Transform grams into ounces", kGramsPerOunce, true},
-    {"Commandu4", u"oz > g  ", u"Transform ounces into grams", kGramsPerOunce, false},
-    {"Commandu5", u"kg > lb ", u"Transform kilograms into pounds", kPoundsPerKilogram, false},
-    {"Commandu6", u" lb > kg", u"Transform pounds into kilograms", kPoundsPerKilogram, true},
-};
-
 }  // namespace
 
-UnitConversions::UnitConversions(const Place& place, CalcDisplay& display) : display_(display) {
-  for (const Conversion& conversion : kConversions) {
-    CommandButton& button =
-        buttons_.emplace_back(place, conversion.control, conversion.caption, conversion.toolTipText);
-    button.Click = [this, &conversion] {
-      display_.OrShowCalcError([&] {
-        const double x = display_.Number();
-        display_.Show(conversion.divides ? x / conversion.factor : x * conversion.factor);
-        display_.SetFinished();
-      });
-    };
-  }
+UnitConversions::UnitConversions(const Place& place, CalcDisplay& display)
+    : Commandu1(place, "Commandu1", u"cm > in  ", u"Transform centimeters into inches"),
+      Commandu2(place, "Commandu2", u"  in > cm", u"Transform inches into centimeters"),
+      Commandu3(place, "Commandu3", u" g > oz", u"Transform grams into ounces"),
+      Commandu4(place, "Commandu4", u"oz > g  ", u"Transform ounces into grams"),
+      Commandu5(place, "Commandu5", u"kg > lb ", u"Transform kilograms into pounds"),
+      Commandu6(place, "Commandu6", u" lb > kg", u"Transform pounds into kilograms"),
+      display_(display) {
+  Divide(Commandu1, kCentimetersPerInch);
+  Multiply(Commandu2, kCentimetersPerInch);
+  Divide(Commandu3, kGramsPerOunce);
+  Multiply(Commandu4, kGramsPerOunce);
+  Multiply(Commandu5, kPoundsPerKilogram);
+  Divide(Commandu6, kPoundsPerKilogram);
+}
+
+void UnitConversions::Divide(CommandButton& button, double by) {
+  button.Click = [this, by] { display_.OrShowCalcError([&] { Finish(display_.Number() / by); }); };
+}
+
+void UnitConversions::Multiply(CommandButton& button, double by) {
+  button.Click = [this, by] { display_.OrShowCalcError([&] { Finish(display_.Number() * by); }); };
+}
+
+void UnitConversions::Finish(double result) {
+  display_.Show(result);
+  display_.SetFinished();
 }
 
 }  // namespace quillbox

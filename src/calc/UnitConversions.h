@@ -1,7 +1,5 @@
 #pragma once
 
-#include <deque>
-
 #include "calc/CalcDisplay.h"
 #include "platform/forms/CommandButton.h"
 
@@ -12,9 +10,20 @@ class UnitConversions {
  public:
   UnitConversions(const Place& place, CalcDisplay& display);
 
+  CommandButton Commandu1;  // centimeters to inches
+  CommandButton Commandu2;  // inches to centimeters
+  CommandButton Commandu3;  // grams to ounces
+  CommandButton Commandu4;  // ounces to grams
+  CommandButton Commandu5;  // kilograms to pounds
+  CommandButton Commandu6;  // pounds to kilograms
+
  private:
+  // What a click does with the shown number.
+  void Divide(CommandButton& button, double by);
+  void Multiply(CommandButton& button, double by);
+  void Finish(double result);
+
   CalcDisplay& display_;
-  std::deque<CommandButton> buttons_;  // Commandu1 to Commandu6
 };
 
 }  // namespace quillbox

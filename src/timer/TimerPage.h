@@ -17,20 +17,16 @@ namespace quillbox {
 class TimerPage {
  public:
   TimerPage(MainWindow& window, Norvane& settings, Clipboard& clipboard, Clock& clock,
-            FormSlot<frmMessage>& message);
+            FormSlot<frmMessage>& messageWindow);
 
- private:
-  TimerState state_;
-  TimerFields fields_;
-  TimerSwitch switch_;
-  TimerMessageText text_;
-  ClockLabels labels_;
-
- public:
-  TextBox& Text13;  // the person's message
-  Picture Frame1;
-  Picture Frame2;
-  Picture Frame3;
+  TimerState state;
+  TimerFields fields;
+  TimerSwitch timer;
+  TimerMessageText message;
+  ClockLabels labels;
+  Picture Frame1;  // around the clock
+  Picture Frame2;  // around fields and buttons of the timer
+  Picture Frame3;  // around the message
 
   // A countdown of two minutes. It works as the button does, so a countdown that runs already is stopped.
   void ShowAgainInTwoMinutes();
@@ -50,7 +46,7 @@ class TimerPage {
 
   MainWindow& window_;
   Clock& clock_;
-  FormSlot<frmMessage>& message_;
+  FormSlot<frmMessage>& messageWindow_;
   bool slept_ = false;  // the event loop was told that a tick can be left out
 };
 

@@ -104,7 +104,7 @@ void frmTray::Form_Load() {
   IgnoreFailure([this] { RestoreClipboard(); });
   RebuildMenus();
   RecordVersion();
-  timerPage.Text13.SetText(settings.Read(setting::kMessageEntry));
+  timerPage.message.Text13.SetText(settings.Read(setting::kMessageEntry));
   calcPage.RestoreMemory();
   settings.ReadClicksToShow();
   toolTips.MLToolTipInstall();

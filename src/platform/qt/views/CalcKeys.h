@@ -1,25 +1,29 @@
 #pragma once
 
-#include <string_view>
-
-class QAbstractButton;
-class QGridLayout;
+class QHBoxLayout;
 class QLayout;
 
 namespace quillbox {
 
+class CalcPage;
 class FormView;
 
 // The keys of the calculator, each in the colour of its kind.
 class CalcKeys {
  public:
-  explicit CalcKeys(FormView& view) : view_(view) {}
-  QAbstractButton* Make(std::string_view control);
-  // All keys that don't stand beside the display.
+  CalcKeys(FormView& view, CalcPage& page) : view_(view), page_(page) {}
+  // The two keys beside the display.
+  void AddEditKeys(QHBoxLayout& display);
+  // All others.
   QLayout* MakePad();
 
  private:
+  QLayout* MakeStores();
+  QLayout* MakeGrid();
+  QLayout* MakeUnits();
+
   FormView& view_;
+  CalcPage& page_;
 };
 
 }  // namespace quillbox

@@ -44,9 +44,7 @@ class BoldWhenBlue : public QObject {
   const Label& label_;
 };
 
-QWidget* MakeBases(FormView& view) {
-  const Form& form = view.GetForm();
-  Picture& shape = ControlOf<Picture>(form, "Shape1");
+QWidget* MakeBases(FormView& view, BaseSelector& selector) {
   auto* const frame = new QFrame(&view);
   frame->setFrameShape(QFrame::StyledPanel);
   QSizePolicy policy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -56,33 +54,31 @@ QWidget* MakeBases(FormView& view) {
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   const struct {
-    const char* label;
+    Label& label;
     const char* name;
-    const char* lineBehind;
-  } bases[] = {
-      {"Label9", "decimal", "Line8"}, {"Label10", "hexadecimal", "Line9"}, {"Label11", "octal", nullptr}};
+    Picture* lineBehind;
+  } bases[] = {{selector.Label9, "decimal", &selector.Line8},
+               {selector.Label10, "hexadecimal", &selector.Line9},
+               {selector.Label11, "octal", nullptr}};
   for (const auto& base : bases) {
-    Label& label = ControlOf<Label>(form, base.label);
-    QLabel* const widget = MakeLabel(view, label, QString::fromLatin1(base.name));
-    widget->installEventFilter(new BoldWhenBlue(*widget, label));
+    QLabel* const widget = MakeLabel(view, base.label, QString::fromLatin1(base.name));
+    widget->installEventFilter(new BoldWhenBlue(*widget, base.label));
     // Room to hit it; the caption is one letter, so that equal margins centre it.
     const int em = widget->fontMetrics().horizontalAdvance(QLatin1Char('M'));
     widget->setContentsMargins(em, em / 4, em, em / 4);
     widget->setMinimumWidth(3 * em);
     layout->addWidget(widget);
     if (!base.lineBehind) continue;
-    QFrame* const line = MakeLine(view, ControlOf<Picture>(form, base.lineBehind));
+    QFrame* const line = MakeLine(view, *base.lineBehind);
     line->setFrameShape(QFrame::VLine);
     layout->addWidget(line);
   }
-  view.Join(shape, *frame, {});
+  view.Join(selector.Shape1, *frame, {});
   return frame;
 }
 
 // What waits for its right operand, such as "12 +".
-QWidget* MakePending(FormView& view) {
-  TextBox& operation = ControlOf<TextBox>(view.GetForm(), "Text8");
-  TextBox& left = ControlOf<TextBox>(view.GetForm(), "Text9");
+QWidget* MakePending(FormView& view, TextBox& operation, TextBox& left) {
   auto* const label = new QLabel(&view);
   label->setTextFormat(Qt::PlainText);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -101,8 +97,7 @@ QWidget* MakePending(FormView& view) {
   return label;
 }
 
-QWidget* MakeDisplay(FormView& view) {
-  TextBox& text = ControlOf<TextBox>(view.GetForm(), "Text7");
+QWidget* MakeDisplay(FormView& view, TextBox& text) {
   auto* const display = new LineField(&view, text);
   display->setAccessibleName(QStringLiteral("Display"));
   display->setFont(Scaled(DigitFont(display->font()), 1.8));
@@ -116,21 +111,20 @@ QWidget* MakeDisplay(FormView& view) {
 
 }  // namespace
 
-QWidget* MakeCalcPage(FormView& view, CalcPage&) {
+QWidget* MakeCalcPage(FormView& view, CalcPage& page) {
   auto* const widget = new QWidget(&view);
   auto* const layout = new QVBoxLayout(widget);
   layout->setContentsMargins(0, 4, 0, 4);
   auto* const top = new QHBoxLayout;
-  top->addWidget(MakeBases(view));
-  top->addWidget(MakePending(view), 1);
+  top->addWidget(MakeBases(view, page.bases));
+  top->addWidget(MakePending(view, page.display.Text8, page.display.Text9), 1);
   layout->addLayout(top);
-  CalcKeys keys(view);
+  CalcKeys keys(view, page);
   auto* const display = new QHBoxLayout;
   display->setSpacing(4);
   // In step with the eight columns below.
-  display->addWidget(MakeDisplay(view), 6);
-  display->addWidget(keys.Make("Command22"), 1);
-  display->addWidget(keys.Make("Command9"), 1);
+  display->addWidget(MakeDisplay(view, page.display.Text7), 6);
+  keys.AddEditKeys(*display);
   layout->addLayout(display);
   layout->addLayout(keys.MakePad(), 1);
   return widget;

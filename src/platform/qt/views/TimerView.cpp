@@ -21,9 +21,8 @@ namespace quillbox {
 namespace {
 
 QWidget* MakeClock(FormView& view, TimerPage& page) {
-  const Form& form = view.GetForm();
-  Label& time = ControlOf<Label>(form, "Label5");
-  Label& date = ControlOf<Label>(form, "Label8");
+  Label& time = page.labels.Label5;
+  Label& date = page.labels.Label8;
   QGroupBox* const frame = MakeFrame(view, page.Frame1);
   auto* const layout = new QHBoxLayout(frame);
   QLabel* const timeLabel = MakeLabel(view, time, QStringLiteral("Current time"));
@@ -40,14 +39,13 @@ QWidget* MakeClock(FormView& view, TimerPage& page) {
 }
 
 // One of the three fields, with its unit or colon behind it.
-void AddField(FormView& view, QHBoxLayout& row, const char* field, const QString& name, const char* unit) {
-  const Form& form = view.GetForm();
-  QWidget* const edit = MakeField(view, ControlOf<TextBox>(form, field), name);
+void AddField(FormView& view, QHBoxLayout& row, TextBox& field, const QString& name, Label& unit) {
+  QWidget* const edit = MakeField(view, field, name);
   edit->setFont(Scaled(DigitFont(edit->font()), 2));
   const QFontMetrics metrics(edit->font());
   edit->setFixedSize(metrics.horizontalAdvance(QStringLiteral("00")) + metrics.height(),
                      metrics.height() + metrics.height() / 4);
-  QLabel* const behind = MakeLabel(view, ControlOf<Label>(form, unit), name + QStringLiteral(": unit"));
+  QLabel* const behind = MakeLabel(view, unit, name + QStringLiteral(": unit"));
   behind->setFont(Scaled(behind->font(), 1.4));
   // The colons blink, with and without blanks.
   const QFontMetrics unitMetrics(behind->font());
@@ -59,27 +57,27 @@ void AddField(FormView& view, QHBoxLayout& row, const char* field, const QString
 }
 
 QWidget* MakeSettings(FormView& view, TimerPage& page) {
-  const Form& form = view.GetForm();
   QGroupBox* const frame = MakeFrame(view, page.Frame2);
   auto* const layout = new QVBoxLayout(frame);
   auto* const upper = new QHBoxLayout;
   auto* const modes = new QVBoxLayout;
   modes->addStretch(1);
-  for (const char* mode : {"Option1", "Option2"}) {
-    modes->addWidget(MakeOption(view, ControlOf<OptionButton>(form, mode)));
+  for (OptionButton* mode : {&page.timer.Option1, &page.timer.Option2}) {
+    modes->addWidget(MakeOption(view, *mode));
   }
   modes->addStretch(1);
   upper->addLayout(modes);
   upper->addStretch(1);
-  AddField(view, *upper, "Text16", QStringLiteral("Hours"), "Label3");
-  AddField(view, *upper, "Text17", QStringLiteral("Minutes"), "Label4");
-  AddField(view, *upper, "Text14", QStringLiteral("Seconds"), "Label6");
+  TimerFields& fields = page.fields;
+  AddField(view, *upper, fields.Text16, QStringLiteral("Hours"), fields.Label3);
+  AddField(view, *upper, fields.Text17, QStringLiteral("Minutes"), fields.Label4);
+  AddField(view, *upper, fields.Text14, QStringLiteral("Seconds"), fields.Label6);
   layout->addLayout(upper);
 
   auto* const buttons = new QHBoxLayout;
-  QAbstractButton* const activate = MakeButton(view, ControlOf<CommandButton>(form, "Command45"));
+  QAbstractButton* const activate = MakeButton(view, page.timer.Command45);
   ReserveWidthFor(*activate, {QStringLiteral("Activate Countdown"), QStringLiteral("Activate Alarm Clock")});
-  QAbstractButton* const reset = MakeButton(view, ControlOf<CommandButton>(form, "Command46"));
+  QAbstractButton* const reset = MakeButton(view, page.timer.Command46);
   ReserveWidthFor(*reset, {QStringLiteral("Reset Countdown to starting value"),
                            QStringLiteral("Set Alarm Clock to next full quarter")});
   buttons->addWidget(activate, 2);
@@ -89,10 +87,10 @@ QWidget* MakeSettings(FormView& view, TimerPage& page) {
 }
 
 QWidget* MakeMessage(FormView& view, TimerPage& page) {
-  const Form& form = view.GetForm();
+  TimerMessageText& message = page.message;
   QGroupBox* const frame = MakeFrame(view, page.Frame3);
   auto* const layout = new QVBoxLayout(frame);
-  QWidget* const field = MakeField(view, page.Text13, QStringLiteral("Message of the timer"));
+  QWidget* const field = MakeField(view, message.Text13, QStringLiteral("Message of the timer"));
   if (auto* const area = qobject_cast<QPlainTextEdit*>(field)) {
     area->setPlaceholderText(
         QStringLiteral("Your own message; without one the timer says that the time has come."));
@@ -103,12 +101,10 @@ QWidget* MakeMessage(FormView& view, TimerPage& page) {
   }
   layout->addWidget(field, 1);
   auto* const buttons = new QHBoxLayout;
-  buttons->addWidget(
-      MakeButton(view, ControlOf<CommandButton>(form, "Command1"), QStringLiteral("Clear message")));
+  buttons->addWidget(MakeButton(view, message.Command1, QStringLiteral("Clear message")));
   buttons->addStretch(1);
-  for (const char* button : {"Command42", "Command43"}) {
-    buttons->addWidget(MakeButton(view, ControlOf<CommandButton>(form, button)));
-  }
+  buttons->addWidget(MakeButton(view, message.Command42));
+  buttons->addWidget(MakeButton(view, message.Command43));
   layout->addLayout(buttons);
   return frame;
 }

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
-#include <string_view>
 
 #include "platform/forms/Form.h"
 #include "platform/qt/widgets/FormView.h"
@@ -19,12 +18,6 @@ namespace quillbox {
 
 class Label;
 class Picture;
-
-// The control of that name, which is known to be there and of that type.
-template <class T>
-T& ControlOf(const Form& form, std::string_view name) {
-  return dynamic_cast<T&>(*form.Find(name));
-}
 
 // The window of a dialog. Its layout decides the size; the middle stays where the form was centred.
 class DialogView : public FormView {
