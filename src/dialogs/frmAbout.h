@@ -13,14 +13,14 @@ class frmAbout {
            Clipboard& clipboard);
 
   Form form;
-  Picture picIcon;
-  Label lblTitle;
-  Label lblVersion;
-  Label Label2;
-  Label Label5;
-  Label Label3;
-  Label Label4;
-  CommandButton Command1;
+  Picture picIcon;         // the program's picture; a click shows the program folder
+  Label lblTitle;          // the program's name; a click shows the version
+  Label lblVersion;        // the version, or what a click has asked for; a click shows it in full
+  Label Label2;            // who made the program
+  Label Label5;            // the web address; a click copies it
+  Label Label3;            // "i": a click shows the numbers of the running program
+  Label Label4;            // "s": a click shows the version of the system
+  CommandButton Command1;  // OK
 
  private:
   void Form_Load();

@@ -16,13 +16,14 @@ class frmStartHelp {
                const std::function<void()>& openAbout);
 
   Form form;
-  Label Label2;
-  Label Label1;
-  Picture Image1;
-  Picture Image2;
-  TextBox Text1;
-  CheckBox Check1;
-  CommandButton Command1;
+  // A click on any of the heading opens the Info dialog.
+  Label Label2;            // the maker's name
+  Label Label1;            // the program's name
+  Picture Image1;          // the program's picture, at the left
+  Picture Image2;          // the same at the right
+  TextBox Text1;           // the introduction
+  CheckBox Check1;         // show it at every start
+  CommandButton Command1;  // OK
 
  private:
   void Form_Load();

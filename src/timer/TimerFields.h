@@ -13,14 +13,14 @@ class TimerFields {
   TimerFields(const Place& place, const TimerState& state);
 
   TextBox Text16;  // hours
-  Label Label3;
+  Label Label3;    // behind them: their unit, or a colon that blinks
   TextBox Text17;  // minutes
-  Label Label4;
+  Label Label4;    // behind them: their unit, or a colon that blinks
   TextBox Text14;  // seconds
-  Label Label6;
-  TextBox Text18;  // hours, minutes and seconds at the last activation
-  TextBox Text19;
-  TextBox Text20;
+  Label Label6;    // behind them: their unit, or nothing
+  TextBox Text18;  // hours at the last activation
+  TextBox Text19;  // minutes then
+  TextBox Text20;  // seconds then
 
   // What a field reads as; a number beyond the range of a double is a very large one.
   static double ValueOf(const TextBox& field);

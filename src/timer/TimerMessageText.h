@@ -13,10 +13,10 @@ class TimerMessageText {
  public:
   TimerMessageText(const Place& place, TimerSwitch& timer, Norvane& settings, Clipboard& clipboard);
 
-  TextBox Text13;
-  CommandButton Command1;
-  CommandButton Command42;
-  CommandButton Command43;
+  TextBox Text13;           // the message
+  CommandButton Command1;   // clears it
+  CommandButton Command42;  // takes it from the clipboard
+  CommandButton Command43;  // copies it to the clipboard
 
   void Store();
 

@@ -16,10 +16,10 @@ class TimerSwitch {
  public:
   TimerSwitch(const Place& place, TimerState& state, TimerFields& fields, Clock& clock);
 
-  OptionButton Option1;  // countdown
-  OptionButton Option2;  // alarm clock
-  CommandButton Command45;
-  CommandButton Command46;
+  OptionButton Option1;     // countdown
+  OptionButton Option2;     // alarm clock
+  CommandButton Command45;  // activates the timer, or stops it
+  CommandButton Command46;  // back to the last starting value, or on to the next full quarter
 
   // Whoever touches the settings of a running timer stops it first.
   void StopTimer();

@@ -20,17 +20,17 @@ class frmMessage {
              std::function<void()> showAgainInTwoMinutes);
 
   Form form;
-  Picture Image1;
-  Picture Image2;
-  Picture Shape1;
-  Picture Line1;
-  Label Label1;
-  Label Label2;
-  Label Label3;  // the message
-  Label Label4;  // the time at which the timer became due
-  CommandButton Command1;
-  CommandButton Command2;
-  Timer Timer1;  // one delay for the buttons, switched on by whoever shows the window
+  Picture Image1;          // the program's picture, at the left
+  Picture Image2;          // the same at the right
+  Picture Shape1;          // the frame around the message
+  Picture Line1;           // the line below the head
+  Label Label1;            // the program's name
+  Label Label2;            // its maker
+  Label Label3;            // the message
+  Label Label4;            // the time at which the timer became due
+  CommandButton Command1;  // OK
+  CommandButton Command2;  // show again in 2 minutes
+  Timer Timer1;            // one delay for the buttons, switched on by whoever shows the window
 
  private:
   void Form_Load();
