@@ -108,10 +108,11 @@ class StatusNotifierHost:
     def context_menu(self):
         self.call(ITEM, "/StatusNotifierItem", "ContextMenu", GLib.Variant("(ii)", (100, 100)))
 
-    def menu(self):
+    def menu(self, opens=True):
         """The exported menu from the top: (id, properties) of each visible item, submenus' items behind theirs."""
         path = self.get("Menu")
-        self.call(MENU, path, "AboutToShow", GLib.Variant("(i)", (0,)), "(b)")
+        if opens:
+            self.call(MENU, path, "AboutToShow", GLib.Variant("(i)", (0,)), "(b)")
         layout = self.call(MENU, path, "GetLayout", GLib.Variant("(iias)", (0, -1, [])), "(u(ia{sv}av))").unpack()[1]
         found = []
 

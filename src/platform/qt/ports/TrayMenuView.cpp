@@ -1,6 +1,7 @@
 #include "platform/qt/ports/TrayMenuView.h"
 
 #include <QAction>
+#include <QTimer>
 
 #include "platform/qt/base/QtText.h"
 
@@ -49,6 +50,13 @@ TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
 }
 
 TrayMenuView::~TrayMenuView() = default;
+
+QMenu* TrayMenuView::Menu() {
+  // Hosts take the menu's size from what they see before it opens, and the lists are read after the icon is
+  // made.
+  QTimer::singleShot(0, menu_.get(), [this] { Follow(true); });
+  return menu_.get();
+}
 
 void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
   for (MenuItem* item : parent.Children()) {

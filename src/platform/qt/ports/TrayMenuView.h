@@ -18,7 +18,7 @@ class TrayMenuView {
   // Takes over captions, visibility and check marks.
   void Follow(bool forHost);
   void OpenAt(const QPoint& place);
-  QMenu* Menu() const { return menu_.get(); }
+  QMenu* Menu();
   // Before a host that draws the menu itself shows it: the items are brought up to date.
   std::function<void()> BeforeHostOpens;
 
