@@ -49,11 +49,9 @@ TEST(MLToolTip, UnderlinesAndNarrowWidths) {
     tips.MLToolTipSetMaxWidth(characters * MemoryTips::kCharacterWidth);
     EXPECT_EQ(Lines(tips, tip), lines) << ToUtf8(tip);
   }
-}
-
-TEST(MLToolTip, WidthIsWithoutLimitUntilItIsSet) {
+  tips = {};
   const Text longText(200, u'x');
-  MLToolTip tips;
+  // Without a limit until one is set.
   for (const std::size_t rows : {0, 19}) {
     tips.MLToolTipSetMaxWidth(70);
     tips.MLToolTipInstall();  // the second time it does nothing

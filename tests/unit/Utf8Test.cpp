@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
+#include <string>
+#include <utility>
 
 #include "base/Utf8.h"
 
@@ -8,50 +11,37 @@ namespace quillbox {
 namespace {
 
 TEST(Utf8, EdgesOfEachLengthOfSequence) {
-  const std::pair<Text, std::string> cases[] = {
-      {u"", ""},
-      {Text(1, u'\0'), std::string(1, '\0')},
-      {u"\x7F", "\x7F"},
-      {u"\x80", "\xC2\x80"},
-      {u"\x7FF", "\xDF\xBF"},
-      {u"\x800", "\xE0\xA0\x80"},
-      {u"\xD7FF", "\xED\x9F\xBF"},
-      {u"\xE000", "\xEE\x80\x80"},
-      {u"\xFFFF", "\xEF\xBF\xBF"},
-      {u"\U00010000", "\xF0\x90\x80\x80"},
-      {u"\U0010FFFF", "\xF4\x8F\xBF\xBF"},
-      {u"a\u00BD\u4E2D\U0001F600z", "a\xC2\xBD\xE4\xB8\xAD\xF0\x9F\x98\x80z"},
-  };
-  for (const auto& [text, bytes] : cases) {
-    EXPECT_EQ(ToUtf8(text), bytes);
-    EXPECT_EQ(ToLosslessUtf8(text), bytes);
-    EXPECT_EQ(FromUtf8(bytes), text);
-    EXPECT_EQ(FromLosslessUtf8(bytes), text);
+  const Text text = Text(1, u'\0') + u"\x7F\x80\x7FF\x800\xD7FF\xE000\xFFFF\U00010000\U0010FFFF";
+  const std::string bytes = std::string(1, '\0') +
+                            "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF"
+                            "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+  for (std::size_t size = 0; size <= text.size(); ++size) {
+    if (size == 9 || size == 11) continue;  // half a pair
+    const Text begin = text.substr(0, size);
+    EXPECT_TRUE(bytes.starts_with(ToUtf8(begin))) << size;
+    EXPECT_EQ(ToLosslessUtf8(begin), ToUtf8(begin));
+    EXPECT_EQ(FromUtf8(ToUtf8(begin)), begin);
+    EXPECT_EQ(FromLosslessUtf8(ToUtf8(begin)), begin);
   }
+  EXPECT_EQ(ToUtf8(text), bytes);
 }
 
-TEST(Utf8, EachByteOfABrokenSequenceIsReplaced) {
-  const std::pair<std::string, Text> cases[] = {
-      {"\x80", u"\uFFFD"},
-      {"a\xFF\xFEz", u"a\uFFFD\uFFFDz"},
-      {"\xC0\x80", u"\uFFFD\uFFFD"},                      // overlong NUL
-      {"\xC1\xBF", u"\uFFFD\uFFFD"},                      // overlong ASCII
-      {"\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD"},            // overlong U+07FF
-      {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong U+FFFF
-      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above U+10FFFF
-      {"\xF5\x80\x80\x80x", u"\uFFFD\uFFFD\uFFFD\uFFFDx"},
-      {"\xE4\xB8", u"\uFFFD\uFFFD"},  // cut off at the end
-      {"\xF0\x9F\x98z", u"\uFFFD\uFFFD\uFFFDz"},
-      {"\xE4\xC2\xBD", u"\uFFFD\u00BD"},  // the next sequence is whole
-      {"\xE4\xB8\xE4\xB8\xAD", u"\uFFFD\uFFFD\u4E2D"},
+TEST(Utf8, EachByteOfABrokenSequenceIsReplacedAndALoneSurrogateToo) {
+  // "?" for what is replaced.
+  const std::pair<std::string, std::string> cases[] = {
+      {"a\xFF\xFEz", "a??z"},
+      {"\xC0\x80\xC1\xBF\xE0\x9F\xBF\xF0\x8F\xBF\xBF", "???????????"},  // longer than need be
+      {"\xF4\x90\x80\x80\xF5\x80\x80\x80x", "????????x"},               // above U+10FFFF
+      {"\x80\xE4\xB8", "???"},                                          // cut off at the end
+      {"\xF0\x9F\x98z", "???z"},
+      {"\xE4\xC2\xBD\xE4\xB8\xE4\xB8\xAD", "?\xC2\xBD??\xE4\xB8\xAD"},  // the next sequence is whole
   };
-  for (const auto& [bytes, text] : cases) {
-    EXPECT_EQ(FromUtf8(bytes), text);
+  for (const auto& [bytes, shown] : cases) {
+    Text text = FromUtf8(bytes);
     EXPECT_EQ(FromLosslessUtf8(bytes), text);
+    std::replace(text.begin(), text.end(), u'\xFFFD', u'?');
+    EXPECT_EQ(ToUtf8(text), shown);
   }
-}
-
-TEST(Utf8, LoneSurrogatesAreReplacedOrKept) {
   const Text text = u"a\xD800z\xDC00\xDFFF\xDBFF";
   EXPECT_EQ(ToUtf8(text), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
   EXPECT_EQ(ToLosslessUtf8(text), "a\xED\xA0\x80z\xED\xB0\x80\xED\xBF\xBF\xED\xAF\xBF");
