@@ -50,44 +50,35 @@ class WaveFileTest : public testing::Test {
   ScratchFolder folder_;
 };
 
-TEST_F(WaveFileTest, UsualFormatsArePlayed) {
-  EXPECT_TRUE(Playable(Wave{}.Bytes()));
-  EXPECT_TRUE(Playable(Wave{.kind = 3, .channels = 1, .rate = 8000, .bits = 32}.Bytes()));
-  EXPECT_TRUE(Playable(Wave{.kind = 0xFFFE, .channels = 6, .rate = 192000, .bits = 24}.Bytes()));
+TEST_F(WaveFileTest, UsualFormatsArePlayedAndBrokenOnesRefused) {
   // A chunk of odd length is followed by a filling byte.
-  EXPECT_TRUE(Playable(Wave{.before = "LIST" + Little(3, 4) + std::string("abc\0", 4)}.Bytes()));
-}
-
-TEST_F(WaveFileTest, BrokenHeadersAndLengthsThatTheFileDoesNotHoldAreRefused) {
-  for (const std::string& bytes : {std::string(), std::string("RIFF"), std::string(5000, 'x')}) {
-    EXPECT_FALSE(Playable(bytes)) << bytes.substr(0, 4);
-  }
-  const Wave waves[] = {
-      {.kind = 85},  // compressed
-      {.channels = 0},
-      {.channels = 200},
-      {.rate = 0},
-      {.bits = 0},
-      {.bits = 13},
-      {.before = "LIST" + Little(0xFFFFFFF0, 4)},
-      {.samples = "", .promised = 0},
-      {.promised = 401},
-      {.promised = 0xFFFFFFFF},
-  };
-  for (const Wave& wave : waves) EXPECT_FALSE(Playable(wave.Bytes())) << "wave " << &wave - waves;
+  const Wave good[] = {{},
+                       {.kind = 3, .channels = 1, .rate = 8000, .bits = 32},
+                       {.kind = 0xFFFE, .channels = 6, .rate = 192000, .bits = 24},
+                       {.before = "LIST" + Little(3, 4) + std::string("abc\0", 4)}};
+  for (const Wave& wave : good) EXPECT_TRUE(Playable(wave.Bytes())) << "wave " << &wave - good;
+  const Wave bad[] = {{.kind = 85},  // compressed
+                      {.channels = 0},
+                      {.channels = 200},
+                      {.rate = 0},
+                      {.bits = 0},
+                      {.bits = 13},
+                      {.before = "LIST" + Little(0xFFFFFFF0, 4)},
+                      {.samples = "", .promised = 0},
+                      {.promised = 401},
+                      {.promised = 0xFFFFFFFF}};
+  for (const Wave& wave : bad) EXPECT_FALSE(Playable(wave.Bytes())) << "wave " << &wave - bad;
+  EXPECT_FALSE(Playable(std::string(5000, 'x')));
   const std::string whole = Wave{}.Bytes();
-  for (std::size_t length = 0; length < whole.size(); ++length) {
+  for (std::size_t length = 0; length < whole.size(); length += length < 50 ? 1 : 50) {
     ASSERT_FALSE(Playable(whole.substr(0, length))) << length;
   }
 }
 
 TEST_F(WaveFileTest, OnlyPlainFilesOfModestSizeAreOpened) {
-  EXPECT_FALSE(At("missing.wav"));
-  EXPECT_FALSE(IsPlayableWave({}));
-  EXPECT_FALSE(IsPlayableWave(FromUtf8(folder_.Path()))) << "a folder";
   ASSERT_EQ(mkfifo(folder_.Path("pipe.wav").c_str(), 0600), 0);
-  EXPECT_FALSE(At("pipe.wav"));
-
+  for (const char* name : {"missing.wav", "", "pipe.wav"}) EXPECT_FALSE(At(name)) << name;
+  EXPECT_FALSE(IsPlayableWave({}));
   ASSERT_TRUE(Playable(Wave{}.Bytes()));
   std::filesystem::resize_file(folder_.Path("sound.wav"), 50'000'001);
   EXPECT_FALSE(At("sound.wav"));
