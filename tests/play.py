@@ -62,8 +62,8 @@ STORED = "Software\\Norvane\\Quillbox\\user\\"
 KEYS = {caption: f"Command{number}" for number, caption in {
     7: "sin", 8: "cos", 9: "CE", **{10 + digit: str(digit) for digit in range(10)}, 20: ",", 21: "+/-", 22: "<",
     23: "+", 24: "-", 25: "x", 26: "÷", 27: "=", 28: "tan", 29: "asin", 30: "Sqrt", 31: "Pi", 32: "%", 33: "x^2",
-    34: "x^y", 35: "M", 36: "e^x", 37: "ln", 38: "MR", 39: "MC", 40: "1/x", 41: "acos", 44: "atan", 49: "copy", 50: "paste",
-    "u1": "cm>in", "u2": "in>cm", "u3": "g>oz", "u4": "oz>g", "u5": "kg>lb", "u6": "lb>kg"}.items()}
+    34: "x^y", 35: "M", 36: "e^x", 37: "ln", 38: "MR", 39: "MC", 40: "1/x", 41: "acos", 44: "atan", 49: "copy",
+    50: "paste", "u1": "cm>in", "u2": "in>cm", "u3": "g>oz", "u4": "oz>g", "u5": "kg>lb", "u6": "lb>kg"}.items()}
 # What a person does for an entry, {0}, of which {1} is in capitals.
 ENTRIES = {"clips": ("clip.set {0}", "advance 250"), "tasks": ("settext Text1 {0}", "click Command2"),
            "pads": ("settext Text3 {0}", "settext Text101 {1}", "click Command101")}

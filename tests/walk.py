@@ -1,18 +1,14 @@
 #!/usr/bin/env python3
 """A random hand on the program without a screen: walk.py BODY [--steps N] [--seed S] [--hand NAME]
 
-BODY is quillbox-console or quillbox-window. The seed is printed; with it the same walk is made again. The hands:
-
+The seed is printed; with it the same walk is made again. The hands:
   program   all pages, dialogs and the tray menu, other programs' copies, restarts, what comes in while a box or the
             typing of keys is under way, settings that no dialog stores, files and a registry that can't be written.
-            After each step rows, slots, files and menu hold the same entries, and no step has lost an entry that it
-            had no right to
+            Rows, slots, files and menu hold the same entries, and no step loses an entry that it has no right to
   tasks     the ToDo page beside a plain model of its list
   calc      the calculator: what its state says of itself, and results that are numbers
   damage    data files cut off, changed or full of noise: what was closed before the damage stands
   lines     anything at all as a request: each line has its answer
-
-The requests of a step go out together and their answers come back together, so a step costs some 100 us.
 """
 import argparse
 import collections
@@ -20,131 +16,62 @@ import pathlib
 import random
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 
-INTERN = r"Software\Norvane\Quillbox\user\Intern"
-CLIP, PAD, TODO = "frmTray.List2", "frmTray.List1", "frmTray.List3"
-FILES = ("PadData.qbx", "ClipData.qbx", "ToDoData.qbx")
+from body import Body, Failure, escape, unescape
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parent / "desktop"))
+import datafiles  # noqa: E402
+
+INTERN, EXTERN, ENTRY = (r"Software\Norvane\Quillbox\user" + "\\" + key for key in ("Intern", "Extern", "CalcEntry"))
+SET = f"reg.set HKCU {INTERN}"
+CLIP, PAD, TODO = LISTS = "frmTray.List2", "frmTray.List1", "frmTray.List3"
+ALL, BELOW = "{%s|%s|%s}" % LISTS, "{%s|%s}" % LISTS[1:]
+FILES = dict(zip(("PadData.qbx", "ClipData.qbx", "ToDoData.qbx"), ("PAD", "CLIP", "TODO")))
 MAXIMA = ("PermEntriesMax", "ClipEntriesMax", "ToDoEntriesMax")
 MARK = "½" * 5
 ANY = 1000  # any number of entries
-ESCAPES = {"\\": "\\\\", "\n": "\\n", "\r": "\\r", "\t": "\\t"}
-ESCAPED = {value[1]: key for key, value in ESCAPES.items()}
-
-
-class Found(Exception):
-    """What should not be."""
-
-
-def escape(word):
-    return re.sub(r"[\\\n\r\t]", lambda sign: ESCAPES[sign[0]], word)
-
-
-def unescape(word):
-    if "\\" not in word:
-        return word
-    return re.sub(r"\\(?:u(....)|(.))", lambda sign: chr(int(sign[1], 16)) if sign[1] else ESCAPED[sign[2]], word)
-
-
-def stored(kind, entries):
-    """A data file; each entry is all its lines."""
-    lines = [f"{MARK} [{kind} ENTRY FILE 4.31, DO NOT EDIT] {MARK}"]
-    for i, entry in enumerate(entries):
-        lines += [f"{MARK} [{kind} ENTRY {i}] {MARK}", *entry]
-    text = "\r\n".join([*lines, f"{MARK} [{kind} ENTRY FILE END] {MARK}", ""])
-    try:
-        return text.encode("cp1252")
-    except UnicodeEncodeError:
-        return b"\xEF\xBB\xBF" + text.encode()
-
-
-class Body:
-    """The program's body: requests that wait, and their answers."""
-
-    def __init__(self, path):
-        self.process = subprocess.Popen([path], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.waiting, self.size = [], 0
-        self.last = collections.deque(maxlen=60)
-
-    def send(self, line):
-        self.waiting.append(line)
-        self.size += len(line) + 1
-        assert self.size < 65_536, "more than a pipe holds while nobody reads the answers"
-
-    def flush(self):
-        lines, self.waiting, self.size = self.waiting, [], 0
-        if not lines:
-            return []
-        try:
-            self.process.stdin.write(b"\n".join(lines) + b"\n")
-            self.process.stdin.flush()
-        except BrokenPipeError:
-            pass
-        answers = []
-        for line in lines:
-            answer = self.process.stdout.readline()
-            self.last.append((line, answer))
-            if not answer.endswith(b"\n"):
-                raise Found(f"the body has ended with {self.process.wait()}")
-            answers.append(answer[:-1])
-        return answers
-
-    def end(self):
-        self.process.stdin.close()
-        self.process.stdout.close()
-        return self.process.wait()
 
 
 class Hand:
-    """What all hands need. A request is words; `want` sends one that must be carried out, `may` one that can be
-    refused, since what it touches can't be reached now. Both wait for the next `answers`."""
+    """What all hands need: requests, which wait and go out together, so that a step costs some 100 us."""
+
+    last = collections.deque(maxlen=60)
 
     def __init__(self, body, seed, folder):
-        self.body, self.random, self.folder = body, random.Random(seed), folder
-        self.musts = []
-        self.world()
-
-    def world(self):
+        self.body, self.random, self.folder, self.waiting = body, random.Random(seed), folder / "user", []
+        shutil.rmtree(folder, ignore_errors=True)
+        self.folder.mkdir(parents=True)
         self.want("anew")
-        shutil.rmtree(self.folder, ignore_errors=True)
-        (self.folder / "user").mkdir(parents=True)
-        self.want("folder", str(self.folder))
-        self.set("StartHelp", "No")
-        self.want("reg.set", "HKCU", INTERN.replace("Intern", "Extern"), "QuillboxVMajor", "4")
+        self.want("folder", str(folder))
+        self.do(f"{SET} StartHelp No")
+        self.do(f"reg.set HKCU {EXTERN} QuillboxVMajor 4")
 
     def want(self, *request):
-        self.send(True, request)
-
-    def may(self, *request):
-        self.send(False, request)
-
-    def send(self, must, request):
-        self.musts.append((must, request))
-        self.body.send("\t".join(map(escape, request)).encode())
+        self.waiting.append((True, request))
 
     def answers(self):
-        musts, self.musts = self.musts, []
-        values = []
-        for (must, request), line in zip(musts, self.body.flush()):
+        """The values that all that waits is answered with."""
+        waiting, self.waiting = self.waiting, []
+        values, lines = [], ["\t".join(map(escape, request)).encode() for _, request in waiting]
+        for (must, request), line in zip(waiting, self.send(*lines)):
             if line[:2] != b"ok" and (must or b"mirror" in line or b"no such" in line or line[:6] != b"error\t"):
-                raise Found(f"{request} is refused: {line.decode()}")
+                raise Failure(f"{request} is refused: {line.decode()}")
             values.append([unescape(word) for word in line.decode().split("\t")[1:]])
         return values
 
-    def ask(self, *request):
-        self.want(*request)
-        return self.answers()[-1]
+    def send(self, *lines):
+        self.last.extend(lines)
+        return self.body.ask(*lines) if lines else []
 
-    def set(self, key, value):
-        self.want("reg.set", "HKCU", INTERN, key, value)
+    def ask(self, requests):
+        """What plain requests are answered with, behind all that waits."""
+        self.do(requests)
+        return self.answers()[-len(requests.split(" ; ")):]
 
     def chance(self, percent):
         return self.random.random() * 100 < percent
-
-    def below(self, count):
-        return self.random.randrange(count)
 
     def one(self, *of):
         return self.random.choice(of)
@@ -152,28 +79,37 @@ class Hand:
     def expand(self, pattern):
         """`{a|b}` is one of them, `#3` a number below 3, `#1-3` one of these, `@` any text; blanks between words."""
         pattern = re.sub(r"{([^}]*)}", lambda match: self.one(*match[1].split("|")), pattern)
-        pattern = re.sub(r"#(\d+)(?:-(\d+))?", lambda match: str(
-            self.random.randint(int(match[1]), int(match[2])) if match[2] else self.below(int(match[1]))), pattern)
+        pattern = re.sub(r"#(\d+)-(\d+)", lambda match: str(self.random.randint(int(match[1]), int(match[2]))), pattern)
+        pattern = re.sub(r"#(\d+)", lambda match: str(self.random.randrange(int(match[1]))), pattern)
         return [self.text() if word == "@" else word.replace("_", " ") for word in pattern.split(" ")]
 
     def do(self, patterns):
         for pattern in patterns.split(" ; "):
             self.want(*self.expand(pattern))
 
-    def hand(self, patterns):
+    def hand(self, *patterns):
+        """One of them, unless what it touches can't be reached now. Its last request."""
         for pattern in self.one(*patterns).split(" ; "):
-            self.may(*self.expand(pattern))
+            self.waiting.append((False, self.expand(pattern)))
+        return self.waiting[-1][1]
 
     def text(self):
         if self.chance(1):
             return "x" * self.one(300, 32001)
-        return self.one(f"text {self.below(40)}", "one", "two", "three", "a&b", "line\r\nmore", "größer", "{SCRIPT}abc",
-                        "{script}{", "tab\tand", " ", "<r>tip", "1,5e3", f"{MARK} [CLIP ENTRY FILE END] {MARK}",
-                        "日本 \U0001F600")
+        return self.one(f"text {self.random.randrange(40)}", "one", "two", "three", "a&b", "line\r\nmore", "größer",
+                        "{SCRIPT}abc", "{script}{", "tab\tand", " ", "<r>tip", "1,5e3",
+                        f"{MARK} [CLIP ENTRY FILE END] {MARK}", "日本 \U0001F600")
 
     def wants(self, what, is_so, *more):
         if not is_so:
-            raise Found(" ".join(map(str, (what, *more))))
+            raise Failure(" ".join(map(str, (what, *more))))
+
+    def file(self, file):
+        return (self.folder / file).read_bytes() if (self.folder / file).exists() else b""
+
+    def holds(self, file, entries):
+        """Whether a data file holds entries, each all its lines."""
+        return self.file(file) == datafiles.content(FILES[file], map("\r\n".join, entries))
 
 
 Lists = collections.namedtuple("Lists", "names pads clips tasks marks")
@@ -184,55 +120,55 @@ DEEDS = (
     (12, None, ("pick mnuClip{|Sub}#1-10", "pick mnuPad{|Sub}#1-10", f"dblrow {CLIP} #10", f"dblrow {PAD} #10",
                 f"key {{{CLIP}|{PAD}}} Enter", "click frmTray.Command102")),
     (5, (0, 0, 0), ("spin frmTray.UpDown{1|2} {up|down}",
-                    f"key {{{PAD}|{TODO}}} {{Home|End|Up|Down|Left|Right|PageUp|PageDown}} ctrl")),
+                    f"key {BELOW} {{Home|End|Up|Down|Left|Right|PageUp|PageDown}} ctrl")),
     (5, None, (f"key {CLIP} {{Home|End|Up|Down|Left|Right|PageUp|PageDown}} {{|ctrl}}",
-               f"key {{{PAD}|{TODO}}} {{Home|End|Up|Down|PageUp|PageDown}} {{|shift}}")),
-    (7, (0, 0, 0), (f"select {{{CLIP}|{PAD}|{TODO}}} #10", f"select {{{CLIP}|{PAD}|{TODO}}} #10 #10",
-                    f"select {{{CLIP}|{PAD}|{TODO}}} #10 #10 #10", f"drag {{{CLIP}|{PAD}|{TODO}}}")),
-    (5, (1, 0, 0), ("settext frmTray.Text0 {one|edited|a&b|}", r"type frmTray.Text0 {a|b}", "dblclick frmTray.Label7",
-                    "settext frmTray.Text0 @")),
+               f"key {BELOW} {{Home|End|Up|Down|PageUp|PageDown}} {{|shift}}")),
+    (7, (0, 0, 0), (f"select {ALL} #10", f"select {ALL} #10 #10", f"select {ALL} #10 #10 #10", f"drag {ALL}")),
+    (5, (1, 0, 0), ("settext frmTray.Text0 {one|edited|a&b|}", "settext frmTray.Text0 @", "type frmTray.Text0 {a|b}",
+                    "dblclick frmTray.Label7")),
     (6, (0, 0, 0), ("settext frmTray.Text3 {name|[No_Name]|}", "dblclick frmTray.Label13",
                     "settext frmTray.Text101 {|one|two|fresh_#20}", "settext frmTray.Text101 @")),
     (7, (0, 1, 0), ("click frmTray.Command101", "click frmTray.Command101", "click frmTray.Command001",
                     f"drop {PAD} {{dropped|one|two}}")),
-    (2, (0, 0, ANY), ("click frmTray.Command{103|104|6}",)),  # to the tray, which may drop the tasks that are done
+    (2, (0, 0, ANY), ("click frmTray.Command{103|104|6|4|5}",)),  # to the tray, which may drop the tasks that are done
     (1, (0, 0, 0), (f"{{drop|dropother}} {CLIP} dropped",)),
     (2, (1, 0, ANY), ("pick mnuClear", "click frmTray.Command000")),
     (2, (ANY, ANY, ANY), ("answer {6|7|7|7|7} ; click frmTray.Command{003|105|3}",
-                          f"answer 6 {{6|7|7|7|7}} ; key {{{CLIP}|{PAD}|{TODO}}} Delete")),
+                          f"answer 6 {{6|7|7|7|7}} ; key {ALL} Delete")),
     # The text that was there before, and on Yes the oldest of a full list.
     (5, (0, 0, 2), ("settext frmTray.Text1 {|True|task_#20|größer} ; click frmTray.Command2",
                     f"key {{frmTray.Text1|{TODO}}} {{Enter|Space}}", f"drop {TODO} task_#20")),
-    (2, (0, 0, ANY), ("click frmTray.Command{4|5}",)),
     (3, (0, 0, 0), (f"check {TODO} #10 #2",)),
     (5, None, ("type frmTray.Text7 {1|7.5|+|=|x|-|F}", "click frmTray.Label{9|10|11}", "click frmTray.Commandu#1-6",
-               "click frmTray.Command{7|8|9|49|50}", "click frmTray.Command#10-41", "click frmTray.Command#10-27")),
+               "click frmTray.Command{7|8|9|49|50}", "click frmTray.Command#10-41")),
     (4, None, ("settext frmTray.Text{14|16|17} {|1|59|99|x|0}", "click frmTray.Option{1|2}", "settext frmTray.Text13 @",
-               "click frmMessage.Command{1|2}", "closebox frmMessage",
-               "clock {2001-12-31_23:59:30|2024-02-28_23:59:58}", "click frmTray.Command{1|42|43|45|46}",
-               "click frmTray.Label{5|8}")),
+               "click frmMessage.Command{1|2}", "closebox frmMessage", "click frmTray.Label{5|8}",
+               "clock {2001-12-31_23:59:30|2024-02-28_23:59:58}", "click frmTray.Command{1|42|43|45|46}")),
     (15, (0, 0, ANY), ("closebox frmTray", "tray.mouse {513|515|516}", "pick {mnuShow|mnuOnTop|mnuInfo|mnuStartHelp}",
                        "click {frmAbout|frmStartHelp}.Command1", "closebox {frmAbout|frmStartHelp}",
                        *6 * ("pick mnuShow ; tab frmTray.SSTab1 #5",))),
     (2, (0, 0, 0), ("reg.deny {HKCU|HKLM} #2", "keys.fail #2")),
     (2, (1, 0, 0), ("advance #3000", "advance 90000")),
     # What comes in while the next box is open, or the next keys are being sent.
-    (2, None, ("during {box|keys} clip.set @", "during {box|keys} advance 250", "during {box|keys} clip.lock #2",
-               f"during {{box|keys}} select {{{CLIP}|{PAD}|{TODO}}} #3", "during {box|keys} tray.mouse 516")),
+    (2, None, (f"during {{box|keys}} {each}" for each in (
+        "clip.set @", "advance 250", "clip.lock #2", f"select {ALL} #3", "tray.mouse 516"))),
     # What no dialog would store, and what another version may have.
-    (1, (0, 0, 0), (f"reg.set HKCU {INTERN} {{Insert|LastSort|Minimize|AskDelKey|AlwaysOnTop|Warning}} #1-2",
-                    f"reg.set HKCU {INTERN} {{AutoRefresh|AutoRefresh2|ClicksToShow}} #1-2",
-                    f"reg.set HKCU {INTERN} {{ClipEntriesMax|PermEntriesMax|ToDoEntriesMax}} #3-10",
-                    f"reg.set HKCU {INTERN} MenuEntries{{Max|SubMax|Max2|SubMax2|Len|Len2}} {{|0|2|7|-3|2.6|1E400|30}}",
-                    f"reg.set HKCU {INTERN} {{TrayTipMode|CutURL|ROT47}} {{|0|2|7|-3|abc|0.4|1E400|30}}",
+    (1, (0, 0, 0), (f"{SET} {{Insert|LastSort|Minimize|AskDelKey|AlwaysOnTop|Warning}} #1-2",
+                    f"{SET} {{AutoRefresh|AutoRefresh2|ClicksToShow}} #1-2",
+                    f"{SET} {{ClipEntriesMax|PermEntriesMax|ToDoEntriesMax}} #3-10",
+                    f"{SET} MenuEntries{{Max|SubMax|Max2|SubMax2|Len|Len2}} {{|0|2|7|-3|2.6|1E400|30}}",
+                    f"{SET} {{TrayTipMode|CutURL|ROT47}} {{|0|2|7|-3|abc|0.4|1E400|30}}",
                     f"reg.bytes HKCU {INTERN} {{Insert|Minimize|MenuEntriesMax}} {{1|3|4}} {{00|3100|FFFE80|313233}}")),
 )
+DEEDS = [(share, may, tuple(patterns)) for share, may, patterns in DEEDS]
 SETTINGS = (
     "settext frmSettings.Text{1|2|3} {5|8||101|x|-4}", "settext frmSettings.Text{4|4a|5|5a|6|7|8} {0|3|10|26|1E400|}",
     "scroll frmSettings.VScroll{1|2|3|4|4a|5|5a|6|7} -#12", "choose frmSettings.Combo1 #3",
     "click frmSettings.{Check|Option}#1-4", "click frmSettings.Check#5-8", "click frmSettings.Command4")
-LEAVE = (f"pick mnuShow ; tab frmTray.SSTab1 4 ; focus {TODO} ; tab frmTray.SSTab1 0 ; focus frmTray.Text0 ; "
-         "focus frmTray.Command6")
+LOOK = " ; ".join((f"get {PAD} List", "slots PadEntries", f"get {CLIP} List", "slots ClipEntries", f"get {TODO} List",
+                   f"get {TODO} Selected", "during", "boxes", "keys", "get frmTray.Timer1 Enabled",
+                   *(f"writes {file}" for file in FILES),
+                   *(f"reg.get HKCU {INTERN} {key}" for key in (*MAXIMA, "CutURL", "AutoRefresh"))))
 
 
 class Program(Hand):
@@ -242,85 +178,69 @@ class Program(Hand):
         super().__init__(*arguments)
         self.obstructed, self.behind = set(), {}  # files that can't be written; that may hold something else by now
         self.leftovers = False  # a lowered maximum leaves old texts in the slots behind the last row
-        self.armed = 0  # requests that wait for a box or for keys
-        self.weights = [deed[0] for deed in DEEDS] + [3, 2, 1]
+        self.armed = self.number = 0  # requests that wait for a box or for keys; steps
+        self.compared = {}
         largest = self.chance(10)
         for key in MAXIMA:
-            self.set(key, "99" if largest else "7")
-        self.set("ROT47", "1")
-        if largest:
-            for kind, file, more in zip(("PAD", "CLIP", "TODO"), FILES, ("name", None, "False")):
-                entries = [[f"{more} {i}" * (more == "name") or more, f"{kind} {i}"] if more else [f"{kind} {i}"]
-                           for i in range(100)]
-                (self.folder / "user" / file).write_bytes(stored(kind, entries))
-            self.want("clip.set", "CLIP 0")
-        self.want("start")
-        if not largest:
-            self.do("pick mnuShow ; pick mnuClear ; click frmTray.Command6")
+            self.do(f"{SET} {key} {99 if largest else 7}")
+        self.do(f"{SET} ROT47 1")
+        for file, entry in zip(FILES, ("name {0}\r\nPAD {0}", "CLIP {0}", "False\r\nTODO {0}")):
+            if largest:
+                datafiles.write(self.folder / file, [entry.format(number) for number in range(100)])
+        self.do("clip.set CLIP_0 ; start" if largest else
+                "start ; pick mnuShow ; pick mnuClear ; click frmTray.Command6")
         self.before = self.look()
-        self.number, self.compared = 0, {}
-
-    def path(self, file):
-        return self.folder / "user" / file
 
     def look(self):
-        at = len(self.musts)
-        for request in (("get", PAD, "List"), ("slots", "PadEntries"), ("get", CLIP, "List"), ("slots", "ClipEntries"),
-                        ("get", TODO, "List"), ("get", TODO, "Selected"), ("during",), ("boxes",), ("keys",),
-                        ("get", "frmTray.Timer1", "Enabled"), *(("writes", file) for file in FILES),
-                        *(("reg.get", "HKCU", INTERN, key) for key in (*MAXIMA, "CutURL", "AutoRefresh"))):
-            self.want(*request)
-        got = self.answers()[at:]
+        got = self.ask(LOOK)
         names, pads, clips, slots, tasks, marks, came, _, _, polls = got[:10]
         self.writes = dict(zip(FILES, (int(value[0]) for value in got[10:13])))
         *limits, cut, self.refresh = (value[1] if value[0] == "1" and value[1] else None for value in got[13:])
         self.armed -= len(came)
         self.came = len(came) > 0
-        self.limits = [int(value or "49") + 1 for value in limits]
+        self.limits = dict(zip(FILES, (int(value or "49") + 1 for value in limits)))
         self.cuts = cut not in (None, "0")
         self.wants("the poll", polls == ["1"])
-        for what, rows, all_slots in (("clip", clips, slots), ("pad", names, pads)):
-            self.wants(f"{what} rows", len(rows) <= 101)
-            self.wants(f"a {what} slot without a row", self.leftovers or not any(all_slots[len(rows):]), all_slots)
+        self.wants("rows", max(len(names), len(clips), len(tasks) + 1) <= 101)
         self.wants("clip rows and slots", clips == slots[:len(clips)], clips, slots)
-        self.wants("task rows", len(tasks) <= 100)
+        rest = slots[len(clips):] + pads[len(names):]
+        self.wants("a slot without a row", self.leftovers or not any(rest), slots, pads)
         return Lists(names, pads[:len(names)], clips, tasks, marks)
 
     def step(self):
         """Does something, and says what it may cost."""
         if self.chance(10):
             self.want("answer", self.one("6", "7"))
-        at = self.random.choices(range(len(self.weights)), self.weights)[0]
-        if at < len(DEEDS):
-            if DEEDS[at][2][0].startswith("during"):
-                self.armed += 1
-            self.hand(DEEDS[at][2])
-            # A text comes in, into a list that may be beyond its limit, and it may be cut.
-            return DEEDS[at][1] or ((len(self.before.clips) > self.limits[1]) + self.cuts, 0, 0)
-        return (self.change_settings, self.break_files, self.restart)[at - len(DEEDS)]()
+        deeds = [*DEEDS, (3, self.change_settings, ()), (2, self.break_files, ()), (1, self.restart, ())]
+        _, may, patterns = self.random.choices(deeds, [deed[0] for deed in deeds])[0]
+        if not patterns:
+            return may()
+        self.armed += self.hand(*patterns)[0] == "during"
+        # A text comes in, into a list that may be beyond its limit, and it may be cut.
+        return may or ((len(self.before.clips) > self.limits["ClipData.qbx"]) + self.cuts, 0, 0)
 
     def change_settings(self):
-        self.may("click", "frmTray.Command47")
-        for _ in range(self.below(5)):
-            self.may(*self.expand("tab frmSettings.SSTab1 #3"))
-            self.hand(SETTINGS)
-        if self.chance(60):
-            self.may("click", "frmSettings.Command1")
-            # Lists beyond their new maximum are cut; what isn't written yet lasts until the next save.
-            self.fall_behind(FILES)
-            self.leftovers = True
-            return (ANY, ANY, ANY)
-        self.may(*self.one(("click", "frmSettings.Command2"), ("closebox", "frmSettings")))
-        return (0, 0, 0)
+        self.hand("click frmTray.Command47")
+        for _ in range(self.random.randrange(5)):
+            self.hand("tab frmSettings.SSTab1 #3")
+            self.hand(*SETTINGS)
+        if self.hand("click frmSettings.Command1", "click frmSettings.Command1", "click frmSettings.Command2",
+                     "closebox frmSettings") != ["click", "frmSettings.Command1"]:
+            return (0, 0, 0)
+        # Lists beyond their new maximum are cut; what isn't written yet lasts until the next save.
+        self.fall_behind(FILES)
+        self.leftovers = True
+        return (ANY, ANY, ANY)
 
     def fall_behind(self, files):
         for file in files:
-            self.behind[file] = int(self.ask("writes", file)[0])
+            self.behind[file] = int(self.ask(f"writes {file}")[0][0])
 
     def mend(self):
+        self.answers()
         for file in sorted(self.obstructed):
-            shutil.rmtree(self.path(file))
-            self.path(file + ".before").rename(self.path(file))
+            shutil.rmtree(self.folder / file)
+            (self.folder / (file + ".before")).rename(self.folder / file)
         self.fall_behind(sorted(self.obstructed))
         self.obstructed.clear()
         self.do("reg.deny HKCU 0 ; reg.deny HKLM 0 ; keys.fail 0 ; clip.lock 0")
@@ -329,48 +249,42 @@ class Program(Hand):
         file = self.one(*FILES)
         if self.chance(40):
             self.mend()
-        elif file not in self.obstructed and self.path(file).exists():
+        elif file not in self.obstructed and (self.folder / file).exists():
             self.answers()
-            self.path(file).rename(self.path(file + ".before"))
-            (self.path(file) / "full").mkdir(parents=True)  # a folder that holds something can't be replaced
+            (self.folder / file).rename(self.folder / (file + ".before"))
+            (self.folder / file / "full").mkdir(parents=True)  # a folder that holds something can't be replaced
             self.obstructed.add(file)
         return (0, 0, 0)
 
     def restart(self):
         self.mend()
         if self.chance(30):
-            self.want("reg.deny", self.one("HKCU", "HKLM"), "1")
-        drops = self.refresh == "1"
-        self.wants("the end", self.ask(self.one("end", "shutdown")) == ["0"])
+            self.do("reg.deny {HKCU|HKLM} 1")
+        drops, was, self.behind, self.leftovers = self.refresh == "1", self.before, {}, False
+        self.wants("the end", self.ask("{end|shutdown}") == [["0"]])
         self.want("start")
-        self.leftovers = False
-        expected, self.behind = self.before, {}
         self.before = now = self.look()
-        limits = dict(zip(FILES, self.limits))
-        for file, column in (("PadData.qbx", "names"), ("PadData.qbx", "pads"), ("ToDoData.qbx", "tasks"),
-                             ("ToDoData.qbx", "marks")):
-            was = getattr(expected, column)
-            if len(was) > limits[file]:  # what a lowered maximum leaves out stands in the file until the next save
+        for file, column in zip((*FILES, "PadData.qbx", "ToDoData.qbx"), ("pads", "clips", "tasks", "names", "marks")):
+            expected, limit = getattr(was, column), self.limits[file]
+            if len(expected) > limit:  # what a lowered maximum leaves out stands in the file until the next save
                 self.behind[file] = self.writes[file]
-            if not (file == "ToDoData.qbx" and drops):
-                self.wants(f"{column} after a restart", getattr(now, column) == was[:limits[file]], now, expected)
-        if len(expected.clips) > limits["ClipData.qbx"]:
-            self.behind["ClipData.qbx"] = self.writes["ClipData.qbx"]
-        self.wants("clips after a restart", self.lost(expected.clips[:limits["ClipData.qbx"]], now.clips) <= 1)
+            if column == "clips":  # the clipboard may hold another text by now
+                self.wants("clips after a restart", self.lost(expected[:limit], now.clips) <= 1, now, was)
+            elif column[0] in "pn" or not drops:
+                self.wants(f"{column} after a restart", getattr(now, column) == expected[:limit], now, was)
         return (ANY, ANY, ANY)
 
     @staticmethod
     def lost(before, after):
         return len(set(before) - set(after) - {""})
 
-    def check(self, may):
+    def check(self, may, armed):
         now = self.look()
-        may = (may[0] + self.armed_before, *may[1:])
-        for what, number in (("clips", may[0]), ("pads", may[1]), ("tasks", may[2])):
+        for what, number in zip(("clips", "pads", "tasks"), (may[0] + armed, *may[1:])):
             gone = self.lost(getattr(self.before, what), getattr(now, what))
             self.wants(f"lost {what}", gone <= number, gone, "of", getattr(self.before, what), "left", now)
-        if may[1] == 0:
-            self.wants("a repeat has come or gone", sorted(self.before.pads) == sorted(now.pads), self.before, now)
+        same = sorted(self.before.pads) == sorted(now.pads)
+        self.wants("a repeat has come or gone", may[1] or same, self.before, now)
         self.before = self.check_files(now)
 
     def check_files(self, now):
@@ -380,60 +294,47 @@ class Program(Hand):
                 self.behind[file] = self.writes[file]
             elif file in self.behind and self.writes[file] != self.behind[file]:
                 del self.behind[file]
-            if file in self.behind:
-                continue
-            is_right, state = self.compare(file, now)
-            if not is_right and not left and file != "PadData.qbx":
-                self.do(LEAVE)  # what is edited, cut or marked is saved when the field or the list is left
-                now, left = self.look(), True
-                is_right, state = self.compare(file, now)
-            self.wants(file, is_right, now, state[1:], self.path(file).read_bytes()[:3000])
+            if file not in self.behind and not self.is_saved(file, now):
+                if not left and file != "PadData.qbx":  # what is edited or marked is saved when it is left
+                    self.do(f"pick mnuShow ; tab frmTray.SSTab1 4 ; focus {TODO} ; tab frmTray.SSTab1 0 ; "
+                            "focus frmTray.Text0 ; focus frmTray.Command6")
+                    now, left = self.look(), True
+                self.wants(file, self.is_saved(file, now), now, self.file(file)[:3000])
         return now
 
-    def compare(self, file, now):
-        state = (self.writes[file], *{"PadData.qbx": (now.names, now.pads), "ClipData.qbx": (now.clips,),
-                                      "ToDoData.qbx": (["True" if mark == "1" else "False" for mark in now.marks],
-                                                       now.tasks)}[file])
-        if self.compared.get(file) != state:  # written since, or changed in memory
-            if not self.path(file).exists() or self.path(file).read_bytes() != stored(
-                    {"P": "PAD", "C": "CLIP", "T": "TODO"}[file[0]], list(zip(*state[1:]))):
-                return False, state
+    def is_saved(self, file, now):
+        marks = ["True" if mark == "1" else "False" for mark in now.marks]
+        entries = list(zip(*{"P": (now.names, now.pads), "C": (now.clips,), "T": (marks, now.tasks)}[file[0]]))
+        state = self.writes[file], entries
+        if self.compared.get(file) != state and self.holds(file, entries):  # written since, or changed in memory
             self.compared[file] = state
-        return True, state
+        return self.compared.get(file) == state
 
     def check_top(self):
         """With the clipboard free and a tick gone the top row is what stands on it."""
         self.do("clip.lock 0 ; advance 250")
-        self.armed_before = self.armed
-        self.check((1, 0, 0))
-        if self.came:  # behind what the tick has read
-            return
-        (text,), (field,) = (self.want("clip.get"), self.want("get", "frmTray.Text0", "Text"), self.answers())[2]
-        top = self.before.clips[0] if self.before.clips else ""
-        self.wants("the top row", top == text[:32000] == field, repr((top, text, field)))
+        self.check((1, 0, 0), self.armed)
+        if not self.came:  # behind what the tick has read
+            (text,), (field,) = self.ask("clip.get ; get frmTray.Text0 Text")
+            self.wants("the top row", [text[:32000]] == [field] == (self.before.clips or [""])[:1], repr((text, field)))
 
     def check_menu(self):
         """Plain texts stand in the menu as they are, one item each."""
-        self.may("tray.mouse", "516")
-        menu = self.ask("menu")
+        self.hand("tray.mouse 516")
+        menu, = self.ask("menu")
         self.before = self.look()
         for name, caption in zip(menu[::3], menu[1::3]):
-            item = re.fullmatch(r"mnu(Clip|Pad)(Sub)?(\d+)", name)
-            if not item:
-                continue
-            number, rows = int(item[3]), self.before.clips if item[1] == "Clip" else self.before.names
+            item = re.fullmatch(r"mnu(Clip|Pad)(\d+)", name)
+            rows = dict(enumerate(self.before.clips if name[3] == "C" else self.before.names, 1))
+            text = rows.get(int(item[2]), None if self.leftovers else "") if item else None
             shown = caption.partition(":  ")[2]
-            whole = rows[number - 1] if number <= len(rows) else ""
-            if item[2] or (number > len(rows) and self.leftovers) or re.search("[\r\n\t&]", whole):
-                continue
-            self.wants("an item without a row", number <= len(rows) or number == 1, name)
-            is_cut = shown.endswith("...")
-            self.wants(name, whole.startswith(shown[:-3]) if is_cut else whole == shown, repr((whole, caption)))
+            if text is not None and not re.search("[\r\n\t&]", text):
+                is_right = text.startswith(shown[:-3]) if shown[-3:] == "..." else text == shown
+                self.wants(name, is_right and int(item[2]) <= max(len(rows), 1), repr((text, caption)))
 
     def make_step(self):
-        self.number += 1
-        self.armed_before = self.armed
-        self.check(self.step())
+        self.number, armed = self.number + 1, self.armed
+        self.check(self.step(), armed)
         if self.number % 20 == 9:
             self.check_menu()
         elif self.number % 20 == 19:
@@ -442,15 +343,18 @@ class Program(Hand):
 
 class Tasks(Hand):
     SHARE = 20
+    BEGIN = "start ; tray.mouse 513 ; tab frmTray.SSTab1 4"
+    # What leaves no row current, and whether it drops the tasks that are done.
+    REFRESH = (("click frmTray.Command4", False), ("click frmTray.Command5", True),
+               (f"{SET} AutoRefresh 1 ; {{end|shutdown}} ; {BEGIN}", True),
+               (f"{SET} AutoRefresh 2 ; {{end|shutdown}} ; {BEGIN}", False),
+               (f"{SET} AutoRefresh2 1 ; click frmTray.Command6 ; tray.mouse 513", True))
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.tasks, self.maximum, self.boxes, self.pending = [], 49, 0, False  # pending: a mark that isn't saved yet
-        self.begin()
-
-    def begin(self):
-        self.do("start ; tray.mouse 513 ; tab frmTray.SSTab1 4")
-        self.index, self.pending = -1, False
+        self.tasks, self.maximum, self.boxes = [], self.one(2, 5, 8, 12), 0
+        self.do(f"{SET} ToDoEntriesMax {self.maximum} ; {self.BEGIN}")
+        self.index, self.pending = -1, False  # pending: a mark that isn't saved yet
 
     def text(self):
         return self.one("True", "False", " ", f"{MARK} [TODO ENTRY FILE END] {MARK}", f"{MARK} [TODO ENTRY 0] {MARK}",
@@ -461,7 +365,7 @@ class Tasks(Hand):
         old = -1 if drop else self.index
         after = [task for row, task in enumerate(self.tasks) if row != old]
         same = [row for row, task in enumerate(after) if task[0] == text]
-        self.index = -1
+        self.index, self.pending = -1, False
         if same:
             del after[same[-1]]
             after.append((text, False))
@@ -473,26 +377,19 @@ class Tasks(Hand):
         else:
             after.insert(old if old >= 0 else len(after), (text, False))
         self.tasks = after
-        if drop:
-            self.want("drop", TODO, text)
-        else:
-            self.want("settext", "frmTray.Text1", text)
-            self.want(*self.one(("click", "frmTray.Command2"), ("key", "frmTray.Text1", "Enter")))
-        self.pending = False
+        self.want(*("drop", TODO) if drop else ("settext", "frmTray.Text1"), text)
+        if not drop:
+            self.do("{click frmTray.Command2|key frmTray.Text1 Enter}")
 
     def select(self):
-        self.index = self.below(len(self.tasks))
+        self.index = self.random.randrange(len(self.tasks))
         self.want("select", TODO, str(self.index))
 
     def toggle(self):
-        self.index = self.below(len(self.tasks))
+        self.select()
         text, mark = self.tasks[self.index]
         self.tasks[self.index] = (text, not mark)
-        if self.chance(50):
-            self.want("check", TODO, str(self.index), "0" if mark else "1")
-        else:
-            self.want("select", TODO, str(self.index))
-            self.want("key", TODO, self.one("Enter", "Space"))
+        self.do(f"{{check {TODO} {self.index} {int(not mark)}|key {TODO} Enter|key {TODO} Space}}")
         self.pending = True
 
     def move(self):
@@ -500,7 +397,7 @@ class Tasks(Hand):
         way = self.one("Up", "Left", "Down", "Right", "Home", "End", "up", "down")
         to = {"Home": 0, "End": len(self.tasks) - 1}.get(way, self.index + (-1 if way in ("Up", "Left", "up") else 1))
         to = min(max(to, 0), len(self.tasks) - 1)
-        self.want(*(("spin", "frmTray.UpDown1", way) if way.islower() else ("key", TODO, way, "ctrl")))
+        self.do(f"spin frmTray.UpDown1 {way}" if way.islower() else f"key {TODO} {way} ctrl")
         if to != self.index:
             self.tasks.insert(to, self.tasks.pop(self.index))
             self.index, self.pending = to, False
@@ -510,181 +407,133 @@ class Tasks(Hand):
         self.boxes += key + everything
         for answer in ["6"] * key + ["6" if yes else "7"] * everything:
             self.want("answer", answer)
-        if not everything:
-            del self.tasks[self.index]
-            self.index = -1
-        elif yes:
-            self.tasks = []
-        self.want(*(("key", TODO, "Delete") if key else ("click", "frmTray.Command3")))
+        self.tasks = [] if everything and yes else [task for row, task in enumerate(self.tasks) if row != self.index]
+        self.index = -1
+        self.do(f"key {TODO} Delete" if key else "click frmTray.Command3")
         self.pending = bool(key and self.pending and everything and self.tasks)
 
-    def drop_marked(self):
-        self.tasks, self.index, self.pending = [task for task in self.tasks if not task[1]], -1, False
-
-    def end_or_minimize(self):
-        ends, drops = self.chance(50), self.chance(50)
-        self.set("AutoRefresh" if ends else "AutoRefresh2", "1" if drops else "2")
-        self.want(*((self.one("end", "shutdown"),) if ends else ("click", "frmTray.Command6")))
-        if drops:
-            self.drop_marked()
-        self.pending = False
-        self.begin() if ends else self.want("tray.mouse", "513")
-
-    def limit(self):
-        self.maximum = 2 + self.below(7)
-        # The file keeps what is cut until the next save.
-        self.do(f"click frmTray.Command47 ; tab frmSettings.SSTab1 1 ; settext frmSettings.Text3 {self.maximum + 1} ; "
-                f"click frmSettings.Command1 ; focus {TODO} ; focus frmTray.Text1")
-        del self.tasks[self.maximum + 1:]
+    def refresh(self):
+        way, drops = self.one(*self.REFRESH)
+        self.do(way)
+        self.tasks = [task for task in self.tasks if not (drops and task[1])]
         self.index, self.pending = -1, False
 
     def make_step(self):
         some = len(self.tasks) > 0
-        deed = self.random.choices(
-            (self.put, self.toggle, self.select, self.move, self.delete, self.refresh, self.end_or_minimize,
-             self.limit), (30, 25 * some, 10 * some, 15 * some, 7, 6, 5, 2))[0]
-        deed()
-        for request in (("get", TODO, "List"), ("get", TODO, "Selected"), ("get", TODO, "ListIndex"), ("boxes",),
-                        ("writes", FILES[2])):
-            self.want(*request)
-        rows, marks, index, boxes, writes = self.answers()[-5:]
+        self.random.choices((self.put, self.toggle, self.select, self.move, self.delete, self.refresh),
+                            (30, 25 * some, 10 * some, 15 * some, 7, 11))[0]()
+        rows, marks, index, boxes, writes = self.ask(
+            f"get {TODO} List ; get {TODO} Selected ; get {TODO} ListIndex ; boxes ; writes ToDoData.qbx")
         shown = [(row, mark == "1") for row, mark in zip(rows, marks)]
         self.wants("tasks", shown == self.tasks, "are", shown, "should be", self.tasks)
         self.wants("the current row", index == [str(self.index)], index, self.index)
         self.wants("questions", len(boxes) == 3 * self.boxes, boxes)
         self.boxes = 0
-        if not self.pending and writes != ["0"]:
-            file = (self.folder / "user" / FILES[2]).read_bytes()
-            self.wants("the file", file == stored("TODO", [[str(mark), text] for text, mark in self.tasks]), file)
-
-    def refresh(self):
-        self.want("click", self.one("frmTray.Command4", "frmTray.Command5"))
-        if self.body.waiting[-1].endswith(b"5"):
-            self.drop_marked()
-        self.index, self.pending = -1, False
+        self.wants("the file", self.pending or writes == ["0"] or self.holds(
+            "ToDoData.qbx", [(str(mark), text) for text, mark in self.tasks]), self.file("ToDoData.qbx"))
 
 
 class Calc(Hand):
     SHARE = 20
     # Keys whose result is a number as the calculator writes it, or one of its two messages.
-    RESULTS = {f"frmTray.Command{i}" for i in (7, 8, 28, 29, 41, 44, 30, 32, 33, 36, 37, 40, 21)} | {
-        f"frmTray.Commandu{i}" for i in range(1, 7)}
+    RESULTS = [*"7 8 28 29 41 44 30 32 33 36 37 40 21 u1 u2 u3 u4 u5 u6".split()]
     NUMBER = re.compile(r"-?(?:[1-9]\d{0,14}|0(?=\.)|[1-9]\d*(?=\.))(?:\.\d*[1-9])?|0|-?[1-9](?:\.\d*[1-9])?E[+-]\d\d+"
                         r"|Error!|Sorry\.\.\. no complex numbers!")
+    TYPED = "|".join("0123456789.,+-*/x=\r\b_abcdefABCDEF^Ω\x01")
+    KEYS = "|".join([*RESULTS, *RESULTS, *map(str, (9, *range(10, 42), 49, 50))])
+    HANDS = ("{click frmTray.Label#9-11|clip.set 17,25|clip.set -1E-7_x|drop frmTray.Text7 3E150|drop frmTray.Text7 x}",
+             "{focus frmTray.Text7|key frmTray.Text7 Left|key frmTray.Text7 Home|key frmTray.Text7 Delete}",
+             *3 * (f"type frmTray.Text7 {{{TYPED}}}",), *5 * (f"click frmTray.Command{{{KEYS}}}",))
+    LOOK = " ; ".join((*(f"get frmTray.Text{field} Text" for field in (7, 8, 9, 10, 22, 23)),
+                       "get frmTray.Label9 Visible", "get frmTray.Label9 ForeColor", "get frmTray.Command38 Enabled",
+                       "get frmTray.Command39 Enabled", f"reg.get HKCU {ENTRY} M1"))
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.do(f"separator {self.one('.', ',')} ; start ; tray.mouse 513 ; tab frmTray.SSTab1 2")
+        self.do("separator {.|,} ; start ; tray.mouse 513 ; tab frmTray.SSTab1 2")
         self.shown = "0"
 
     def make_step(self):
-        key = ""
-        choice = self.below(10)
-        if choice == 0:
-            self.hand(("click frmTray.Label#9-11", "clip.set {17,25|-1E-7_x}", "drop frmTray.Text7 {3E150|x|12,5}"))
-        elif choice == 1:
-            self.hand(("focus frmTray.Text7", "key frmTray.Text7 {Left|Home|End|Delete}"))
-        elif choice < 5:
-            self.may("type", "frmTray.Text7", self.one(*"0123456789.,+-*/x=\r\b abcdefABCDEF^Ω\x01"))
-        else:
-            key = self.one(*(f"frmTray.Command{i}" for i in (7, 8, 9, *range(10, 42), 44, 49, 50)), *self.RESULTS)
-            self.may("click", key)
-        done = len(self.musts)
-        for name in ("Text7", "Text8", "Text9", "Text10", "Text22", "Text23"):
-            self.want("get", "frmTray." + name, "Text")
-        self.want("get", "frmTray.Label9", "Visible")
-        self.want("get", "frmTray.Label9", "ForeColor")
-        self.want("get", "frmTray.Command38", "Enabled")
-        self.want("get", "frmTray.Command39", "Enabled")
-        self.want("reg.get", "HKCU", INTERN.replace("Intern", "CalcEntry"), "M1")
-        got = self.answers()[done:]
-        shown, operator, left, entry, typed, focus, labels, color, recall, clear = (value[0] for value in got[:10])
-        self.wants("an operation", operator in ("", "+", "-", "x", "/", "^"), operator)
-        self.wants("an operand without an operation", operator or not left, left)
+        key = self.hand(*self.HANDS)[1]
+        *got, memory = self.ask(self.LOOK)
+        shown, operator, left, entry, typed, focus, labels, color, recall, clear = (value[0] for value in got)
+        self.wants("an operation", operator in ("", "+", "-", "x", "/", "^") and (operator or not left), operator, left)
         self.wants("marks", entry in ("", "k") and typed in ("", "k") and focus in ("", "got"), entry, typed, focus)
         self.wants("the base selector", labels == ("1" if focus else "0"), labels, focus)
         self.wants("a comma", "," not in shown, shown)
         if shown == "-0":  # a hand can put it together from what is left of a number; a result never is
             self.wants("-0", re.fullmatch(r"-\d?\.?|-0\.|-.0|-0.", self.shown), self.shown)
-        if not focus:
-            self.wants("a display without the focus", shown and not typed and color == "blue", shown, typed, color)
-        memory = got[10][1] if got[10][0] == "1" else ""
-        self.wants("MR and MC", recall == clear == ("1" if memory else "0"), recall, clear, memory)
-        if key in self.RESULTS:
+        self.wants("a display without the focus", focus or shown and not typed and color == "blue", shown, typed, color)
+        kept = memory[0] == "1" and memory[1] != ""
+        self.wants("MR and MC", recall == clear == str(int(kept)), recall, clear, memory)
+        if key.replace("frmTray.Command", "") in self.RESULTS:
             self.wants("no number", self.NUMBER.fullmatch(shown), shown, "of", self.shown, "by", key)
         self.shown = shown
 
 
 class Damage(Hand):
     SHARE = 5
-    KINDS = dict(zip(FILES, ("PAD", "CLIP", "TODO")))
 
     def show(self, file):
         """The list of the file, each entry all its lines."""
-        if file == "ToDoData.qbx":
-            self.want("get", TODO, "List")
-            self.want("get", TODO, "Selected")
-            rows, marks = self.answers()[-2:]
-            return [["True" if mark == "1" else "False", row] for row, mark in zip(rows, marks)]
-        self.want("get", PAD if file == "PadData.qbx" else CLIP, "List")
-        self.want("slots", "PadEntries" if file == "PadData.qbx" else "ClipEntries")
-        rows, slots = self.answers()[-2:]
-        self.wants("rows and slots", file == "PadData.qbx" or rows == slots[:len(rows)], rows, slots)
-        return [[row, slot] for row, slot in zip(rows, slots)] if file == "PadData.qbx" else [[row] for row in rows]
+        names, texts, clips, slots, tasks, marks = self.ask(
+            f"get {PAD} List ; slots PadEntries ; get {CLIP} List ; slots ClipEntries ; get {TODO} List ; "
+            f"get {TODO} Selected")
+        self.wants("rows and slots", clips == slots[:len(clips)], clips, slots)
+        columns = {"PadData.qbx": (names, texts), "ClipData.qbx": (clips,),
+                   "ToDoData.qbx": (["True" if mark == "1" else "False" for mark in marks], tasks)}
+        return [list(entry) for entry in zip(*columns[file])]
 
     def make_step(self):
         file = self.one(*FILES)
-        texts = ["one line", "" if file != "ToDoData.qbx" else "-", "a line feed\nalone", "x" * 300,
-                 self.one("Ελληνικά 漢字 \U0001F600", "Grüße ½"), *(["three\r\nlines\r\n"] * (file != "ToDoData.qbx"))]
+        texts = ["one line", "-", "a line feed\nalone", "x" * 300, self.one("Ελληνικά 漢字 \U0001F600", "Grüße ½")]
+        texts += ["", "three\r\nlines\r\n"] * (file != "ToDoData.qbx")
         self.random.shuffle(texts)
-        entries = [{"PAD": [f"name {i}", text], "CLIP": [text], "TODO": [str(i % 2 == 0), text]}[self.KINDS[file]]
+        entries = [{"PAD": [f"name {i}", text], "CLIP": [text], "TODO": [str(i % 2 == 0), text]}[FILES[file]]
                    for i, text in enumerate(texts)]
-        whole = damaged = stored(self.KINDS[file], entries)
-        how = self.one("whole", "cut", "cut", "change", "change", "noise")
-        at = len(whole)
+        whole = damaged = datafiles.content(FILES[file], map("\r\n".join, entries))
+        how, at = self.one("whole", "cut", "cut", "change", "change", "noise"), len(whole)
         if how == "cut":
-            at = self.below(len(whole))
+            at = self.random.randrange(len(whole))
             damaged = whole[:at]
         elif how == "change":  # behind the header, which gives the file its mark and its encoding
             at = self.random.randrange(whole.index(b"\n") + 1, len(whole))
+            byte, few = bytes([self.one(0, 9, 10, 13, 32, 49, 84, 189, 233)]), self.random.randrange(40)
             damaged = whole[:at] + self.one(
-                bytes([self.one(0, 9, 10, 13, 32, 49, 84, 189, 233)]) + whole[at + 1:], whole[at + 1 + self.below(40):],
-                bytes([self.one(0, 9, 10, 13, 32, 49, 84, 189, 233)]) * (1 + self.below(40)) + whole[at:],
-                whole[self.below(len(whole)):][:self.below(200)] + whole[at:])
+                byte + whole[at + 1:], whole[at + 1 + few:], byte * (1 + few) + whole[at:],
+                whole[self.random.randrange(len(whole)):][:self.random.randrange(200)] + whole[at:])
         elif how == "noise":
             at = 0
             damaged = b"".join(self.random.choices(
                 [b"\r\n", b"\r", b"\n", b"\0", b"True", b"\xBD" * 5, b"\xBD" * 5 + b" [CLIP ENTRY 1] " + b"\xBD" * 5,
-                 b"\xEF\xBB\xBF", b"\xF0\x9F", b"text"], k=self.below(200)))
+                 b"\xEF\xBB\xBF", b"\xF0\x9F", b"text"], k=self.random.randrange(200)))
         for each in FILES:
-            (self.folder / "user" / each).unlink(missing_ok=True)
-        (self.folder / "user" / file).write_bytes(damaged)
-        self.want("start")
-        boxes = self.ask("boxes")
+            (self.folder / each).unlink(missing_ok=True)
+        (self.folder / file).write_bytes(damaged)
+        _, boxes = self.ask("start ; boxes")
         is_said = any("damaged" in title for title in boxes[1::3])
         self.wants("boxes", len(boxes) == 3 * is_said, boxes)
         lists = self.show(file)
         same = next((i for i, (a, b) in enumerate(zip(lists, entries)) if a != b), min(len(lists), len(entries)))
         # An entry is closed by the marker behind it. The change may stand in the last line before it.
         closed = sum(whole.find(b"\n", marker.end()) < at for marker in re.finditer(rb" ENTRY \d", whole[:at])) - 1
-        is_bytes = how != "change" or whole[:3] != b"\xEF\xBB\xBF"  # else any byte may end the reading as UTF-8
+        is_bytes = how != "change" or whole[:3] != datafiles.UTF8  # else any byte may end the reading as UTF-8
         self.wants("entries before the damage", not is_bytes or same >= closed - 1, how, at, same, closed, damaged)
         if how == "whole" or (how == "cut" and at >= len(whole) - 2):
             self.wants("a whole file", same == len(entries) == len(lists) and not is_said, lists, damaged)
         elif how == "cut":
             self.wants("what is said", is_said == (at > 90), at, boxes, damaged)
-        self.wants("the end", self.ask("end") == ["0"])
-        self.wants("saved", (self.folder / "user" / file).read_bytes() == stored(self.KINDS[file], lists), damaged)
+        self.wants("the end", self.ask("end") == [["0"]])
+        self.wants("saved", self.holds(file, lists), damaged)
 
 
 class Lines(Hand):
     SHARE = 5
-
     VERBS = (
         "start end closebox shutdown running clip.set clip.clear clip.picture clip.lock clip.get clip.writes reg.set "
-        "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check spin "
-        "scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds writes "
-        "settip tip user platform separator screen version clock instance during").split()
+        "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
+        "spin scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds "
+        "writes settip tip user platform separator screen version clock instance during").split()
     WORDS = (
         "", "0", "1", "-1", "250", "99999999999999999999", "HKCU", "HKLM", INTERN, "Insert", "Text", "List", "Value",
         "frmTray", "frmSettings", "frmTray.", ".", "frmTray.Timer1", "frmTray.SSTab1", CLIP, PAD, TODO, "frmTray.Text7",
@@ -696,25 +545,21 @@ class Lines(Hand):
         super().__init__(*arguments)
         self.answers()
         for line in self.REFUSED:
-            self.body.send(line)
-            self.wants("not refused", self.body.flush()[0].startswith(b"error\t"), line[:100])
+            self.wants("not refused", self.send(line)[0].startswith(b"error\t"), line[:100])
 
     def make_step(self):
-        line = "\t".join([self.one(*self.VERBS), *self.random.choices(self.WORDS, k=self.below(5))]).encode()
+        line = "\t".join([self.one(*self.VERBS), *self.random.choices(self.WORDS, k=self.random.randrange(5))]).encode()
         if self.chance(20):
-            at = self.below(len(line) + 1)
-            line = line[:at] + self.random.randbytes(self.below(6)).replace(b"\n", b"") + line[at:]
+            at = self.random.randrange(len(line) + 1)
+            line = line[:at] + self.random.randbytes(self.random.randrange(6)).replace(b"\n", b"") + line[at:]
         elif self.chance(2):
-            line = self.random.randbytes(self.below(300)).replace(b"\n", b"")
+            line = self.random.randbytes(self.random.randrange(300)).replace(b"\n", b"")
         if line.split(b"\t")[0] in (b"advance", b"folder"):  # a year of ticks, or files anywhere
             line = b""
-        self.body.send(line)
-        self.body.send(b"running")
-        answer, running = self.body.flush()
+        answer, running = self.send(line, b"running")
         self.wants("an answer", re.match(rb"(ok|error\t.+)(\t|$)", answer) and running in (b"ok\t0", b"ok\t1"), answer)
         if running == b"ok\t0" and self.chance(30):
-            self.want("start")
-            self.answers()
+            self.ask("start")
 
 
 HANDS = {"program": Program, "tasks": Tasks, "calc": Calc, "damage": Damage, "lines": Lines}
@@ -729,7 +574,7 @@ def main():
     parser.add_argument("--hand", choices=HANDS)
     options = parser.parse_args()
     print(f"walk: seed {options.seed}", flush=True)
-    body, done = Body(options.body), collections.Counter()
+    body, done, failed = Body(options.body), collections.Counter(), 0
     with tempfile.TemporaryDirectory(prefix="quillbox-walk-") as folder:
         try:
             for episode in range(-(-options.steps // EPISODE)):
@@ -739,13 +584,12 @@ def main():
                     for _ in range(min(EPISODE, options.steps - episode * EPISODE) * share // 100):
                         hand.make_step()
                         done[name] += 1
-            failed = body.end()
-        except Found as found:
-            for request, answer in body.last:
-                print("  ", *(each.decode("utf-8", "replace")[:200].strip() for each in (request, answer)), sep="  ")
-            print(f"walk: {name}, step {done[name]}: {str(found)[:3000]}")
-            body.process.kill()
+        except Failure as failure:
+            for request in Hand.last:
+                print("  ", request.decode("utf-8", "replace")[:200])
+            print(f"walk: {name}, step {done[name]}: {str(failure)[:3000]}")
             failed = 1
+        failed = body.end() or failed
     print("walk:", ", ".join(f"{name} {count}" for name, count in done.items()), "steps")
     return 1 if failed else 0
 

@@ -16,15 +16,18 @@ def decode(content):
     return content.decode("latin-1").translate(CHARACTERS)
 
 
-def write(path, found):
-    """The opposite of `entries`."""
-    path = pathlib.Path(path)
-    kind = END[path.name.replace("Data.qbx", "")]
+def content(kind, found):
+    """The bytes of a file; the opposite of `entries`."""
     texts = "".join(f"{M} [{kind} ENTRY {number}] {M}\r\n{text}\r\n" for number, text in enumerate(found))
     text = f"{M} [{kind} ENTRY FILE 4.31, DO NOT EDIT] {M}\r\n{texts}{M} [{kind} ENTRY FILE END] {M}\r\n"
-    path.parent.mkdir(exist_ok=True)
     narrow = all(ord(character) in BYTES for character in text)
-    path.write_bytes(text.translate(BYTES).encode("latin-1") if narrow else UTF8 + text.encode())
+    return text.translate(BYTES).encode("latin-1") if narrow else UTF8 + text.encode()
+
+
+def write(path, found):
+    path = pathlib.Path(path)
+    path.parent.mkdir(exist_ok=True)
+    path.write_bytes(content(END[path.name.replace("Data.qbx", "")], found))
 
 
 def entries(path):
