@@ -9,6 +9,16 @@
 
 namespace quillbox {
 
+namespace {
+
+// The answer, whatever the request's own would have been.
+std::string Tell(const Difference& found) {
+  return "error\tmirror\t" + found.control + '\t' + found.property + '\t' + Escape(found.is) + '\t' +
+         Escape(found.shouldBe);
+}
+
+}  // namespace
+
 Console::Console(ProgramFactory factory) : factory_(std::move(factory)) { Begin(); }
 
 void Console::Begin() {
@@ -43,8 +53,10 @@ std::string Console::Answer(std::string_view line) {
   }
   --depth_;
   if (std::exchange(renew_, false)) Begin();
-  scene_->session.Settle();
-  return answer;
+  // A request within another one: the screen is still at work.
+  if (depth_ > 0) return answer;
+  const std::vector<Difference> found = scene_->session.Settle();
+  return found.empty() ? answer : Tell(found.front());
 }
 
 }  // namespace quillbox

@@ -4,12 +4,6 @@
 
 #include "console/Reach.h"
 #include "console/Verbs.h"
-#include "platform/forms/ComboBox.h"
-#include "platform/forms/Dispatcher.h"
-#include "platform/forms/ScrollBar.h"
-#include "platform/forms/TabControl.h"
-#include "platform/forms/TextBox.h"
-#include "platform/forms/UpDown.h"
 
 namespace quillbox {
 
@@ -41,21 +35,6 @@ KeyEvent ReadKey(const Arguments& arguments) {
   return key;
 }
 
-// Characters go to whatever has the focus by then, as from a keyboard.
-void Type(Session& session, TextBox& field, const Text& characters) {
-  Dispatcher& dispatcher = session.Alive().GetDispatcher();
-  field.PersonFocus();
-  for (const char16_t character : characters) {
-    Control* const focused = dispatcher.Focused();
-    if (!session.Running() || !focused || !focused->IsReachable()) return;
-    if (auto* const into = dynamic_cast<TextBox*>(focused)) {
-      into->PersonCharacter(character);
-    } else if (character == keys::kEnter || character == keys::kSpace || character == keys::kEscape) {
-      focused->PersonKey(KeyEvent{character});
-    }
-  }
-}
-
 Control& Focusable(Session& session, std::string_view name) {
   Control& control = Reachable(session, name);
   if (!control.TakesFocus()) throw ConsoleError("the control doesn't take the focus");
@@ -64,40 +43,48 @@ Control& Focusable(Session& session, std::string_view name) {
 
 void AddKeyboard(VerbTable& table, Session& session) {
   table.Add("settext", 1, 2, [&](const Arguments& arguments, Answer&) {
-    ReachableAs<TextBox>(session, arguments.Name(0)).PersonSetText(arguments[1]);
+    auto& field = ReachableAs<TextBox>(session, arguments.Name(0));
+    session.Alive().GetPerson().SetText(field, arguments[1]);
   });
   table.Add("type", 1, 2, [&](const Arguments& arguments, Answer&) {
-    Type(session, ReachableAs<TextBox>(session, arguments.Name(0)), arguments[1]);
+    auto& field = ReachableAs<TextBox>(session, arguments.Name(0));
+    session.Alive().GetPerson().Type(field, arguments[1]);
   });
   table.Add("key", 2, 5, [&](const Arguments& arguments, Answer&) {
     const KeyEvent key = ReadKey(arguments);
-    Focusable(session, arguments.Name(0)).PersonKey(key);
+    Control& control = Focusable(session, arguments.Name(0));
+    session.Alive().GetPerson().Key(control, key);
   });
 }
 
 void AddMouse(VerbTable& table, Session& session) {
   table.Add("click", 1, [&](const Arguments& arguments, Answer&) {
-    Reachable(session, arguments.Name(0)).PersonClick();
+    Control& control = Reachable(session, arguments.Name(0));
+    session.Alive().GetPerson().Click(control);
   });
   table.Add("dblclick", 1, [&](const Arguments& arguments, Answer&) {
-    Reachable(session, arguments.Name(0)).PersonDoubleClick();
+    Control& control = Reachable(session, arguments.Name(0));
+    session.Alive().GetPerson().DoubleClick(control);
   });
   table.Add("focus", 1, [&](const Arguments& arguments, Answer&) {
-    Focusable(session, arguments.Name(0)).PersonFocus();
+    Control& control = Focusable(session, arguments.Name(0));
+    session.Alive().GetPerson().Focus(control);
   });
   table.Add("drop", 1, 2, [&](const Arguments& arguments, Answer&) {
-    Reachable(session, arguments.Name(0)).PersonDrop(arguments[1]);
+    Control& control = Reachable(session, arguments.Name(0));
+    session.Alive().GetPerson().Drop(control, arguments[1]);
   });
   table.Add("dropother", 1, [&](const Arguments& arguments, Answer&) {
-    Reachable(session, arguments.Name(0)).PersonDrop(std::nullopt);
+    Control& control = Reachable(session, arguments.Name(0));
+    session.Alive().GetPerson().Drop(control, std::nullopt);
   });
   table.Add("move", 3, [&](const Arguments& arguments, Answer&) {
-    session.Alive();
+    Person& person = session.Alive().GetPerson();
     Form& form = session.LoadedForm(arguments.Name(0));
     const int left = arguments.Int(1);
     const int top = arguments.Int(2);
     if (!form.GetVisible()) throw ConsoleError("the form is hidden");
-    form.PersonMove(left, top);
+    person.Move(form, left, top);
   });
 }
 
@@ -114,19 +101,23 @@ void AddInputVerbs(VerbTable& table, Session& session) {
   table.Add("spin", 2, [&](const Arguments& arguments, Answer&) {
     const bool up = arguments[1] == u"up";
     if (!up && arguments[1] != u"down") throw ConsoleError("neither up nor down");
-    ReachableAs<UpDown>(session, arguments.Name(0)).PersonSpin(up);
+    auto& upDown = ReachableAs<UpDown>(session, arguments.Name(0));
+    session.Alive().GetPerson().Spin(upDown, up);
   });
   table.Add("scroll", 2, [&](const Arguments& arguments, Answer&) {
     const int value = arguments.Int(1);
-    ReachableAs<ScrollBar>(session, arguments.Name(0)).PersonScroll(value);
+    auto& bar = ReachableAs<ScrollBar>(session, arguments.Name(0));
+    session.Alive().GetPerson().Scroll(bar, value);
   });
   table.Add("choose", 2, [&](const Arguments& arguments, Answer&) {
     auto& box = ReachableAs<ComboBox>(session, arguments.Name(0));
-    box.PersonChoose(Index(arguments, box.Items().size()));
+    const int index = Index(arguments, box.Items().size());
+    session.Alive().GetPerson().Choose(box, index);
   });
   table.Add("tab", 2, [&](const Arguments& arguments, Answer&) {
     auto& tabs = ReachableAs<TabControl>(session, arguments.Name(0));
-    tabs.PersonTab(Index(arguments, tabs.Captions().size()));
+    const int index = Index(arguments, tabs.Captions().size());
+    session.Alive().GetPerson().Tab(tabs, index);
   });
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "console/Person.h"
 #include "memory/MemoryWorld.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/MenuItem.h"
@@ -27,6 +28,7 @@ class Program {
   // Runs the start steps, once. Requests can come in meanwhile.
   virtual void Start() = 0;
   virtual Dispatcher& GetDispatcher() = 0;
+  virtual Person& GetPerson() = 0;
   virtual Form& MainForm() = 0;
   virtual MenuItem& Menu() = 0;
   // From the start to the end of the stop steps.

@@ -33,8 +33,10 @@ Program& Session::Alive() const {
   return program;
 }
 
-void Session::Settle() {
-  if (program_ && !program_->Running()) world.timers.StopAll();
+std::vector<Difference> Session::Settle() {
+  if (!program_) return {};
+  if (!program_->Running()) world.timers.StopAll();
+  return program_->GetPerson().Rest();
 }
 
 Form* Session::FindForm(std::string_view name) const {

@@ -96,7 +96,7 @@ void AddStartVerbs(VerbTable& table, Session& session) {
   });
   table.Add("closebox", 1, [&](const Arguments& arguments, Answer& answer) {
     Form& form = session.LoadedForm(arguments.Name(0));
-    if (session.Running()) form.PersonClose();
+    if (session.Running()) session.Alive().GetPerson().CloseBox(form);
     answer.Flag(session.Running());
   });
 }

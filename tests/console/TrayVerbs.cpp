@@ -4,21 +4,6 @@
 
 namespace quillbox {
 
-namespace {
-
-// What a person sees from the top, a submenu's items behind the submenu.
-void List(const MenuItem& menu, Answer& answer) {
-  for (const MenuItem* item : menu.Children()) {
-    if (!item->GetVisible()) continue;
-    answer.Add(item->Name());
-    answer.Add(item->GetCaption());
-    answer.Flag(item->GetChecked());
-    List(*item, answer);
-  }
-}
-
-}  // namespace
-
 void AddTrayVerbs(VerbTable& table, Session& session) {
   MemoryTrayIcon& icon = session.world.trayIcon;
   MemoryWindows& windows = session.world.windows;
@@ -35,14 +20,19 @@ void AddTrayVerbs(VerbTable& table, Session& session) {
     program.GetDispatcher().Dispatch([&] { icon.Press(message); });
   });
   table.Add("menu", 0, [&](const Arguments&, Answer& answer) {
-    if (session.Running() && windows.OpenMenu()) List(*windows.OpenMenu(), answer);
+    if (!session.Running() || !windows.OpenMenu()) return;
+    for (const Person::ShownItem& item : session.Alive().GetPerson().Look(*windows.OpenMenu())) {
+      answer.Add(item.name);
+      answer.Add(item.caption);
+      answer.Flag(item.checked);
+    }
   });
   table.Add("pick", 1, [&](const Arguments& arguments, Answer&) {
     Program& program = session.Alive();
     MenuItem* const item = session.FindMenuItem(arguments.Name(0));
     if (!item) throw ConsoleError("no such menu item");
     windows.CloseMenu();
-    if (item->Click) program.GetDispatcher().Dispatch([&] { item->Click(); });
+    program.GetPerson().Pick(*item);
   });
 }
 

@@ -1,0 +1,37 @@
+#include "console/forms/FormsPerson.h"
+
+namespace quillbox {
+
+void FormsPerson::Type(TextBox& field, const Text& characters) {
+  field.PersonFocus();
+  for (const char16_t character : characters) {
+    Control* const focused = dispatcher_.Focused();
+    if (!focused || !focused->IsReachable()) return;
+    if (auto* const into = dynamic_cast<TextBox*>(focused)) {
+      into->PersonCharacter(character);
+    } else if (character == keys::kEnter || character == keys::kSpace || character == keys::kEscape) {
+      focused->PersonKey(KeyEvent{character});
+    }
+  }
+}
+
+void FormsPerson::Select(ListBox& list, const std::vector<int>& rows) {
+  if (rows.empty()) list.PersonSelectNone();
+  for (std::size_t i = 0; i < rows.size(); ++i) list.PersonSelect(rows[i], i > 0);
+}
+
+void FormsPerson::Pick(MenuItem& item) {
+  if (item.Click) dispatcher_.Dispatch([&] { item.Click(); });
+}
+
+std::vector<Person::ShownItem> FormsPerson::Look(MenuItem& root) {
+  std::vector<ShownItem> shown;
+  for (MenuItem* item : root.Children()) {
+    if (!item->GetVisible()) continue;
+    shown.push_back({item->Name(), item->GetCaption(), item->GetChecked()});
+    for (ShownItem& below : Look(*item)) shown.push_back(std::move(below));
+  }
+  return shown;
+}
+
+}  // namespace quillbox
