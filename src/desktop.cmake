@@ -37,7 +37,7 @@ quillbox_precompile(quillbox_wayland <wayland-client.h>)
 # What a person sees: Qt's side of the ports, and the views.
 find_package(Qt6 REQUIRED COMPONENTS Widgets DBus)
 quillbox_library(quillbox_qt platform/qt/base platform/qt/ports platform/qt/widgets platform/qt/views)
-target_link_libraries(quillbox_qt PUBLIC quillbox_core quillbox_linux Qt6::Widgets Qt6::DBus)
+target_link_libraries(quillbox_qt PUBLIC quillbox_core quillbox_linux Qt6::Widgets Qt6::DBus PkgConfig::XCB)
 target_compile_definitions(quillbox_qt PUBLIC QT_NO_KEYWORDS)
 quillbox_precompile(quillbox_qt <QLabel> <QPainter> <QApplication> <QTimer>)
 include(${PROJECT_SOURCE_DIR}/cmake/Icons.cmake)

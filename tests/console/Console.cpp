@@ -53,9 +53,10 @@ std::string Console::Answer(std::string_view line) {
   }
   --depth_;
   if (std::exchange(renew_, false)) Begin();
-  // A request within another one: the screen is still at work.
+  scene_->session.Settle();
+  // Within another request the screen is still at work.
   if (depth_ > 0) return answer;
-  const std::vector<Difference> found = scene_->session.Settle();
+  const std::vector<Difference> found = scene_->session.Rest();
   return found.empty() ? answer : Tell(found.front());
 }
 

@@ -33,10 +33,12 @@ Program& Session::Alive() const {
   return program;
 }
 
-std::vector<Difference> Session::Settle() {
-  if (!program_) return {};
-  if (!program_->Running()) world.timers.StopAll();
-  return program_->GetPerson().Rest();
+void Session::Settle() {
+  if (program_ && !program_->Running()) world.timers.StopAll();
+}
+
+std::vector<Difference> Session::Rest() {
+  return program_ ? program_->GetPerson().Rest() : std::vector<Difference>();
 }
 
 Form* Session::FindForm(std::string_view name) const {

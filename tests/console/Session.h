@@ -23,9 +23,10 @@ class Session {
   Program& Started() const;
   // ConsoleError if the program doesn't run.
   Program& Alive() const;
-  // After each request: an ended program's timers tick no more, and the screen comes to rest. What it shows
-  // otherwise than it should.
-  std::vector<Difference> Settle();
+  // After each request: an ended program's timers tick no more.
+  void Settle();
+  // The screen comes to rest. What it shows otherwise than it should.
+  std::vector<Difference> Rest();
 
   // `frmTray`; null for a form that isn't loaded. ConsoleError for a name that no form has.
   Form* FindForm(std::string_view name) const;

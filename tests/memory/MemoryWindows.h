@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/ports/PixelSize.h"
 #include "platform/ports/WindowManager.h"
 
@@ -11,7 +13,10 @@ class MemoryWindows : public WindowManager {
   PixelSize ScreenSize() override { return screen_; }
   void SetTopmost(Form&, bool, const PixelRect& place) override { topmostPlace_ = place; }
   void SetForeground(Form& form) override { foreground_ = &form; }
-  void OpenPopup(MenuItem& root) override { openMenu_ = &root; }
+  void OpenPopup(MenuItem& root) override {
+    openMenu_ = &root;
+    if (MenuChanged) MenuChanged();
+  }
 
   void SetScreenSize(PixelSize size) { screen_ = size; }
   // The place of the last topmost call.
@@ -20,9 +25,15 @@ class MemoryWindows : public WindowManager {
   const Form* Foreground() const { return foreground_; }
   // The root of the menu that stands open, or null.
   MenuItem* OpenMenu() const { return openMenu_; }
-  void CloseMenu() { openMenu_ = nullptr; }
+  void CloseMenu() {
+    openMenu_ = nullptr;
+    if (MenuChanged) MenuChanged();
+  }
+  // The menu has opened or closed.
+  std::function<void()> MenuChanged;
   // The program's windows and menus are gone.
   void Forget() {
+    MenuChanged = nullptr;
     openMenu_ = nullptr;
     foreground_ = nullptr;
   }

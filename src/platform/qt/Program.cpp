@@ -6,11 +6,6 @@
 #include "base/Utf8.h"
 #include "platform/qt/SessionPorts.h"
 #include "platform/qt/ports/Help.h"
-#include "platform/qt/views/AboutView.h"
-#include "platform/qt/views/MainView.h"
-#include "platform/qt/views/MessageView.h"
-#include "platform/qt/views/SettingsView.h"
-#include "platform/qt/views/StartHelpView.h"
 #include "platform/qt/widgets/FormAccess.h"
 #include "platform/qt/widgets/ReadableStyle.h"
 
@@ -26,7 +21,7 @@ constexpr int kHandOverMilliseconds = 1000;
 }  // namespace
 
 Program::Program(EndingSignals& signals)
-    : views_(dispatcher_),
+    : views_(dispatcher_, tips_, [this] { return trayIcon_.Reachable(); }),
       trayIcon_(presence_),
       windows_(dispatcher_),
       clipboard_(ChooseClipboard(loop_)),
@@ -40,22 +35,12 @@ Program::Program(EndingSignals& signals)
   dispatcher_.OnRefresh = [this] {
     timers_.WakeSleepers();
     views_.Refresh();
-    OnShown();
   };
-  views_.Make = [this](Form& form) {
-    std::unique_ptr<FormView> view = MakeView(form);
-    if (view) view->Help = [this, &form] { OpenHelp(system_.HelpFolder(), HelpPageFor(form)); };
-    return view;
-  };
-  // Without a tray the hidden window stands in the task bar, and must be there for that.
-  views_.IsNeeded = [this](const Form& form) { return &form == &frmTray_->form && !trayIcon_.Reachable(); };
+  views_.Help = [this](const Form& form) { OpenHelp(system_.HelpFolder(), HelpPageFor(form)); };
+  views_.Appeared = [this] { frmTray_->timerPage.CatchUp(); };
   presence_.Changed = [this] {
     trayIcon_.Follow();
-    if (MainView* const main = Main()) {
-      main->FollowTray();
-    } else {
-      views_.Refresh();
-    }
+    views_.FollowTray();
   };
   clipboard_->OnLost([this] { SaveAfterLoss(); });
   files_.MakeOnDemand(system_.DataFolder());
@@ -68,14 +53,12 @@ Program::Program(EndingSignals& signals)
                    [this](QSessionManager&) { End(CloseReason::System); });
 }
 
-Program::~Program() {
-  dispatcher_.OnRefresh = nullptr;
-  views_.Make = nullptr;
-}
+Program::~Program() { dispatcher_.OnRefresh = nullptr; }
 
 bool Program::Start() {
   frmTray_ = std::make_unique<frmTray>(dispatcher_, platform_);
   tips_.Use(frmTray_->toolTips);
+  views_.Use(*frmTray_);
   trayIcon_.HostMenu = [this] {
     TrayMenuView& menu = windows_.MenuFor(frmTray_->menu.mnuBase);
     menu.BeforeHostOpens = [this] {
@@ -95,40 +78,6 @@ bool Program::Start() {
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
   return true;
-}
-
-MainView* Program::Main() const {
-  return frmTray_ ? static_cast<MainView*>(views_.Of(frmTray_->form)) : nullptr;
-}
-
-std::unique_ptr<FormView> Program::MakeView(Form& form) {
-  frmTray& program = *frmTray_;
-  if (&form == &program.form) {
-    return std::make_unique<MainView>(program, tips_, [this] { return trayIcon_.Reachable(); });
-  }
-  if (auto* const dialog = program.settingsDialog.Get(); dialog && &form == &dialog->form) {
-    return MakeSettingsView(*dialog, tips_);
-  }
-  if (auto* const dialog = program.about.Get(); dialog && &form == &dialog->form)
-    return MakeAboutView(*dialog, tips_);
-  if (auto* const dialog = program.startHelp.Get(); dialog && &form == &dialog->form) {
-    return MakeStartHelpView(*dialog, tips_);
-  }
-  if (auto* const dialog = program.message.Get(); dialog && &form == &dialog->form) {
-    return MakeMessageView(*dialog, tips_);
-  }
-  return nullptr;
-}
-
-void Program::OnShown() {
-  if (!frmTray_) return;
-  const Form& form = frmTray_->form;
-  const bool appeared = form.GetVisible() && !mainShown_;
-  mainShown_ = form.GetVisible();
-  if (appeared) frmTray_->timerPage.CatchUp();
-  // A window that appears only because a dialog does stays behind that.
-  if (std::exchange(mainShows_, form.Shows()) == form.Shows() || !form.GetVisible()) return;
-  if (MainView* const main = Main()) main->BringUp();
 }
 
 void Program::End(CloseReason reason) {

@@ -17,11 +17,9 @@
 #include "platform/qt/ports/QtTrayIcon.h"
 #include "platform/qt/ports/QtWindows.h"
 #include "platform/qt/ports/TrayPresence.h"
-#include "platform/qt/views/ViewHost.h"
+#include "platform/qt/views/ProgramViews.h"
 
 namespace quillbox {
-
-class MainView;
 
 // The logic on the real platform: ports, views, and the ways in which the program starts and ends.
 class Program {
@@ -40,15 +38,11 @@ class Program {
   void SaveAfterLoss();
 
  private:
-  std::unique_ptr<FormView> MakeView(Form& form);
-  MainView* Main() const;
-  void OnShown();
-
   QtEventLoop loop_;
   QtTimers timers_;
   Dispatcher dispatcher_;
-  ViewHost views_;
   QtTips tips_;
+  ProgramViews views_;
   TrayPresence presence_;
   QtTrayIcon trayIcon_;
   QtWindows windows_;
@@ -62,8 +56,6 @@ class Program {
   LinuxClock clock_;
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;
-  bool mainShown_ = false;
-  unsigned mainShows_ = 0;
 };
 
 }  // namespace quillbox

@@ -121,6 +121,13 @@ const FormView::Joined* FormView::Of(const QObject* widget) const {
   return nullptr;
 }
 
+QWidget* FormView::WidgetOf(const Control& control) const {
+  for (const Joined& joined : joined_) {
+    if (joined.control == &control) return joined.widget;
+  }
+  return nullptr;
+}
+
 bool FormView::eventFilter(QObject* watched, QEvent* event) {
   // The window manager may tell the size of its frame later than where it has put the window.
   if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) TellPlace();

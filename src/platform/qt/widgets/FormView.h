@@ -20,6 +20,8 @@ class FormView : public QWidget {
   QtTips& Tips() const { return tips_; }
   // Joins a control and the widget that shows it. `draw` is called when the control has changed.
   void Join(Control& control, QWidget& widget, std::function<void()> draw);
+  // The widget that shows a control; null while none does.
+  QWidget* WidgetOf(const Control& control) const;
   // The person asks for help.
   std::function<void()> Help;
   // Draws what has changed since the last time, and shows or hides the window.

@@ -1,0 +1,35 @@
+#include "console/window/WindowProgram.h"
+
+#include <QMenu>
+
+#include "console/window/Hand.h"
+
+namespace quillbox {
+
+WindowProgram::WindowProgram(MemoryWorld& world)
+    : QuillboxProgram(world),
+      views_(dispatcher_, tips_, [] { return true; }),
+      menu_(dispatcher_, tray_->menu.mnuBase),
+      person_(dispatcher_, views_, menu_) {
+  tips_.Use(tray_->toolTips);
+  views_.Use(*tray_);
+  dispatcher_.OnRefresh = [this] { views_.Refresh(); };
+  world.windows.MenuChanged = [this] {
+    if (world_.windows.OpenMenu()) {
+      menu_.OpenAt({});
+    } else {
+      menu_.Menu()->close();
+    }
+  };
+}
+
+WindowProgram::~WindowProgram() {
+  dispatcher_.OnRefresh = nullptr;
+  world_.windows.MenuChanged = nullptr;
+  // What is to be deleted later shows controls that are gone soon.
+  hand::Rest();
+}
+
+std::unique_ptr<Program> MakeWindow(MemoryWorld& world) { return std::make_unique<WindowProgram>(world); }
+
+}  // namespace quillbox
