@@ -1,12 +1,14 @@
 #include "console/Reach.h"
 #include "console/Verbs.h"
+#include "platform/forms/Dispatcher.h"
 
 namespace quillbox {
 
 void AddTipVerbs(VerbTable& table, Session& session) {
   table.Add("settip", 1, 2, [&](const Arguments& arguments, Answer&) {
-    session.Alive();
-    session.GetControl(arguments.Name(0)).SetToolTipText(arguments[1]);
+    Dispatcher& dispatcher = session.Alive().GetDispatcher();
+    Control& control = session.GetControl(arguments.Name(0));
+    dispatcher.Dispatch([&] { control.SetToolTipText(arguments[1]); });
   });
   table.Add("tip", 2, [&](const Arguments& arguments, Answer& answer) {
     Program& program = session.Alive();

@@ -21,10 +21,10 @@ constexpr int kHandOverMilliseconds = 1000;
 }  // namespace
 
 Program::Program(EndingSignals& signals)
-    : views_(dispatcher_, tips_, [this] { return trayIcon_.Reachable(); }),
+    : clipboard_(ChooseClipboard(loop_)),
+      views_(dispatcher_, tips_, *clipboard_, [this] { return trayIcon_.Reachable(); }),
       trayIcon_(presence_),
       windows_(dispatcher_),
-      clipboard_(ChooseClipboard(loop_)),
       keySender_(ChooseKeySender([this] { return ToLosslessUtf8(frmTray_->settings.UserDataDir()); })),
       registry_(RegistryPlaces::FromEnvironment()),
       platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
@@ -35,6 +35,7 @@ Program::Program(EndingSignals& signals)
   dispatcher_.OnRefresh = [this] {
     timers_.WakeSleepers();
     views_.Refresh();
+    FillHostMenu();
   };
   views_.Help = [this](const Form& form) { OpenHelp(system_.HelpFolder(), HelpPageFor(form)); };
   views_.Appeared = [this] { frmTray_->timerPage.CatchUp(); };
@@ -60,12 +61,9 @@ bool Program::Start() {
   tips_.Use(frmTray_->toolTips);
   views_.Use(*frmTray_);
   trayIcon_.HostMenu = [this] {
-    TrayMenuView& menu = windows_.MenuFor(frmTray_->menu.mnuBase);
-    menu.BeforeHostOpens = [this] {
-      frmTray_->menu.AktualisiereContextMnu();
-      frmTray_->menu.AktualisiereContextMnu2();
-    };
-    return menu.Menu();
+    hostMenu_ = &windows_.MenuFor(frmTray_->menu.mnuBase);
+    FillHostMenu();
+    return hostMenu_->Menu();
   };
   frmTray_->Ended = [this] {
     messageBoxes_.CloseAll();
@@ -74,10 +72,17 @@ bool Program::Start() {
   clipboard_->Settle(kSettleMilliseconds);
   dispatcher_.Dispatch([this] { frmTray_->form.Load(); });
   if (!frmTray_->Running()) return false;
+  views_.Begin();
   keySender_->Recover();
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
   return true;
+}
+
+// A host measures the menu before it asks for its items, so they are always up to date.
+void Program::FillHostMenu() {
+  if (!hostMenu_ || !frmTray_->Running()) return;
+  hostMenu_->Follow(true);
 }
 
 void Program::End(CloseReason reason) {

@@ -38,7 +38,10 @@ class Program {
   void SaveAfterLoss();
 
  private:
+  void FillHostMenu();
+
   QtEventLoop loop_;
+  std::unique_ptr<SessionClipboard> clipboard_;
   QtTimers timers_;
   Dispatcher dispatcher_;
   QtTips tips_;
@@ -48,7 +51,6 @@ class Program {
   QtWindows windows_;
   QtMessageBoxes messageBoxes_;
   QtSound sound_;
-  std::unique_ptr<SessionClipboard> clipboard_;
   std::unique_ptr<KeySender> keySender_;
   PosixFiles files_;
   FileRegistry registry_;
@@ -56,6 +58,7 @@ class Program {
   LinuxClock clock_;
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;
+  TrayMenuView* hostMenu_ = nullptr;  // once a host has it that draws it itself
 };
 
 }  // namespace quillbox

@@ -95,10 +95,11 @@ class Glass {
       Side(line->alignment(), field.GetAlignment());
       return;
     }
-    auto& area = Shown<QPlainTextEdit>();
-    String("Text", area.toPlainText(), Lines(text));
-    Number("SelStart", area.textCursor().selectionStart(), BreaksBefore(field, field.GetSelStart()));
-    Number("ReadOnly", area.isReadOnly(), field.IsReadOnly());
+    const auto* const area = qobject_cast<QPlainTextEdit*>(&widget_);
+    if (!area) return;  // a carrier, which nobody sees
+    String("Text", area->toPlainText(), Lines(text));
+    Number("SelStart", area->textCursor().selectionStart(), BreaksBefore(field, field.GetSelStart()));
+    Number("ReadOnly", area->isReadOnly(), field.IsReadOnly());
   }
 
   // What a document gives back of a text: each line end is one break, and some characters are blanks and
@@ -169,7 +170,10 @@ class Glass {
       if (shown.at(0) != text.at(0) && text.at(0).isPrint()) String("List", shown, text);
     }
     String("Selected", marks, shouldBe);
-    Number("TopIndex", view.verticalScrollBar()->value(), list.GetTopIndex());
+    const QScrollBar& bar = *view.verticalScrollBar();
+    const int most = std::min(bar.maximum(), list.GetTopIndex());
+    const bool sees = view.viewport()->rect().intersects(view.visualRect(view.currentIndex()));
+    Number("TopIndex", sees ? most : bar.value(), most);
   }
 
   static constexpr qsizetype kCompared = 80;
@@ -193,7 +197,8 @@ void CompareForm(const Form& form, const FormView& view, std::vector<Difference>
     QWidget* const widget = view.WidgetOf(*control);
     if (widget) {
       Glass(*control, *widget, found).Look();
-    } else if (control->IsShown()) {
+    } else if (control->IsShown() && !dynamic_cast<const Picture*>(control)) {
+      // A picture that only draws a frame may be the window's own.
       found.push_back({form.Name() + "." + control->Name(), "Visible", u"0", u"1"});
     }
   }

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
@@ -15,6 +14,7 @@
 #include "console/ConsoleError.h"
 #include "console/window/Hand.h"
 #include "platform/qt/base/QtText.h"
+#include "platform/qt/widgets/AreaField.h"
 
 namespace quillbox::hand {
 
@@ -54,12 +54,12 @@ Text DragOut(QAbstractItemView& view, int row) {
   QWidget& surface = *view.viewport();
   const QPoint place = PlaceOfRow(view, row);
   Text text;
+  Press(surface, place);
   // A drag waits for its end in a loop of its own.
   QTimer::singleShot(0, &view, [&] {
     if (const auto* const drag = view.findChild<QDrag*>()) text = FromQt(drag->mimeData()->text());
     QDrag::cancel();
   });
-  Press(surface, place);
   MoveTo(surface, place + QPoint(2 * QApplication::startDragDistance(), 0));
   Release(surface, place);
   return text;
@@ -69,9 +69,9 @@ void PasteOverAll(QWidget& field, const Text& text) {
   if (auto* const line = qobject_cast<QLineEdit*>(&field)) {
     line->selectAll();
     line->insert(ToQt(text));
-  } else if (auto* const area = qobject_cast<QPlainTextEdit*>(&field)) {
+  } else if (auto* const area = dynamic_cast<AreaField*>(&field)) {
     area->selectAll();
-    area->insertPlainText(ToQt(text));
+    area->PutIn(text);
   }
 }
 

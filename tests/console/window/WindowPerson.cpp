@@ -43,9 +43,12 @@ void ListActions(const QMenu& menu, std::vector<Person::ShownItem>& shown) {
 }  // namespace
 
 WindowPerson::WindowPerson(Dispatcher& dispatcher, ProgramViews& views, TrayMenuView& menu)
-    : dispatcher_(dispatcher), views_(views), menu_(menu) {
+    : other_(std::make_unique<QWidget>()), dispatcher_(dispatcher), views_(views), menu_(menu) {
   qApp->installEventFilter(this);
+  other_->show();
 }
+
+WindowPerson::~WindowPerson() = default;
 
 bool WindowPerson::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::WindowActivate) return dynamic_cast<FormView*>(watched) != nullptr;
@@ -65,16 +68,20 @@ QWidget& WindowPerson::WidgetOf(const Control& control) const {
   return *widget;
 }
 
+void WindowPerson::Bring(FormView& view) const {
+  for (QWidget* const window : {other_.get(), static_cast<QWidget*>(&view)}) {
+    window->activateWindow();
+    hand::Rest();
+  }
+}
+
 QWidget& WindowPerson::InFront(Control& control) const {
   QWidget& widget = WidgetOf(control);
   if (!control.TakesFocus()) return widget;
   FormView& view = ViewOf(control);
-  if (!view.isActiveWindow()) {
-    view.activateWindow();
-    hand::Rest();
-  }
+  if (!view.isActiveWindow()) Bring(view);
   // The window remembers a focus that the form has lost by now: the control gets it anew.
-  if (!control.HasFocus() && view.focusWidget()) view.focusWidget()->clearFocus();
+  if (!control.HasFocus() && view.focusWidget() == &widget) widget.clearFocus();
   return widget;
 }
 
@@ -106,8 +113,10 @@ void WindowPerson::DoubleClick(Control& control) {
     for (int row = 0; row < list->GetListCount() && !list->HasCheckBoxes(); ++row) {
       alone = alone && list->GetSelected(row) == (row == current);
     }
-    if (current < 0 || !alone) throw ConsoleError("a double click on a list selects the row under it");
-    return DoubleClickRow(*list, current);
+    if (!alone) throw ConsoleError("a double click on a list selects the row under it");
+    if (current >= 0) return DoubleClickRow(*list, current);
+    InFront(*list);
+    return hand::DoubleClick(*RowsOf(*list).viewport(), hand::PlaceBelowRows(RowsOf(*list)));
   }
   if (Is<TextBox>(control)) throw ConsoleError("a double click on a field marks a word");
   if (Is<CommandButton>(control) || Is<CheckBox>(control) || Is<OptionButton>(control)) {

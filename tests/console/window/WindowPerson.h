@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <memory>
 
 #include "console/Person.h"
 #include "platform/forms/Dispatcher.h"
@@ -30,6 +31,7 @@ class TrayMenuView;
 class WindowPerson : public QObject, public Person {
  public:
   WindowPerson(Dispatcher& dispatcher, ProgramViews& views, TrayMenuView& menu);
+  ~WindowPerson() override;
 
   void Focus(Control& control) override;
   void Click(Control& control) override;
@@ -58,10 +60,14 @@ class WindowPerson : public QObject, public Person {
  private:
   FormView& ViewOf(const Control& control) const;
   QWidget& WidgetOf(const Control& control) const;
+  // Brings the window to the front.
+  void Bring(FormView& view) const;
   // The widget, its window in front and ready for a focus change.
   QWidget& InFront(Control& control) const;
   QAbstractItemView& RowsOf(const ListBox& list) const;
 
+  // Another program's window: what is brought to the front comes from behind it.
+  std::unique_ptr<QWidget> other_;
   Dispatcher& dispatcher_;
   ProgramViews& views_;
   TrayMenuView& menu_;

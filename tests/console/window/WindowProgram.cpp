@@ -8,11 +8,13 @@ namespace quillbox {
 
 WindowProgram::WindowProgram(MemoryWorld& world)
     : QuillboxProgram(world),
-      views_(dispatcher_, tips_, [] { return true; }),
+      views_(dispatcher_, tips_, world.clipboard, [] { return true; }),
       menu_(dispatcher_, tray_->menu.mnuBase),
       person_(dispatcher_, views_, menu_) {
   tips_.Use(tray_->toolTips);
   views_.Use(*tray_);
+  // Places that are reckoned with sizes are the same with and without a window.
+  views_.KeepSizes();
   dispatcher_.OnRefresh = [this] { views_.Refresh(); };
   world.windows.MenuChanged = [this] {
     if (world_.windows.OpenMenu()) {

@@ -1,7 +1,6 @@
 #include "platform/qt/ports/TrayMenuView.h"
 
 #include <QAction>
-#include <QTimer>
 
 #include "platform/qt/base/QtText.h"
 
@@ -42,21 +41,9 @@ TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
     : dispatcher_(dispatcher), menu_(std::make_unique<QMenu>()) {
   menu_->setObjectName(QString::fromStdString(root.Name()));
   AddActions(*menu_, root);
-  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(), [this] {
-    if (following_ || !BeforeHostOpens) return;
-    BeforeHostOpens();
-    Follow(true);
-  });
 }
 
 TrayMenuView::~TrayMenuView() = default;
-
-QMenu* TrayMenuView::Menu() {
-  // Hosts take the menu's size from what they see before it opens, and the lists are read after the icon is
-  // made.
-  QTimer::singleShot(0, menu_.get(), [this] { Follow(true); });
-  return menu_.get();
-}
 
 void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
   for (MenuItem* item : parent.Children()) {
@@ -69,6 +56,8 @@ void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
       action = sub->menuAction();
     } else {
       action = menu.addAction(QString());
+      // A host asks once whether an item has a mark: when it sees it first.
+      action->setCheckable(item->Name() == "mnuOnTop");
       QObject::connect(action, &QAction::triggered, menu_.get(), [this, item] {
         if (item->Click) dispatcher_.Dispatch(item->Click);
       });
@@ -85,18 +74,13 @@ void TrayMenuView::Follow(bool forHost) {
     // A tab would begin a shortcut's column; captions hold none.
     const QString caption = ToQt(item->GetCaption());
     action->setText(forHost ? HostText(caption) : caption);
-    if (item->Name() == "mnuOnTop") {
-      action->setCheckable(true);
-      action->setChecked(item->GetChecked());
-    }
+    if (action->isCheckable()) action->setChecked(item->GetChecked());
   }
 }
 
 void TrayMenuView::OpenAt(const QPoint& place) {
   Follow(false);
-  following_ = true;
   menu_->popup(place);
-  following_ = false;
 }
 
 }  // namespace quillbox

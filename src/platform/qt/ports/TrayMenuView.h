@@ -18,9 +18,7 @@ class TrayMenuView {
   // Takes over captions, visibility and check marks.
   void Follow(bool forHost);
   void OpenAt(const QPoint& place);
-  QMenu* Menu();
-  // Before a host that draws the menu itself shows it: the items are brought up to date.
-  std::function<void()> BeforeHostOpens;
+  QMenu* Menu() const { return menu_.get(); }
 
  private:
   void AddActions(QMenu& menu, const MenuItem& parent);
@@ -28,7 +26,6 @@ class TrayMenuView {
   Dispatcher& dispatcher_;
   std::unique_ptr<QMenu> menu_;
   std::vector<std::pair<MenuItem*, QAction*>> actions_;
-  bool following_ = false;
 };
 
 }  // namespace quillbox

@@ -19,7 +19,7 @@ constexpr int kCharactersAcross = 46;
 
 class AboutView : public DialogView {
  public:
-  AboutView(frmAbout& dialog, QtTips& tips) : DialogView(dialog.form, tips) {
+  AboutView(frmAbout& dialog, const ViewTools& tools) : DialogView(dialog.form, tools) {
     setWindowIcon(WindowIcon());
     auto* const layout = new QHBoxLayout(this);
     layout->setSpacing(16);
@@ -79,8 +79,8 @@ class AboutView : public DialogView {
 
 }  // namespace
 
-std::unique_ptr<FormView> MakeAboutView(frmAbout& dialog, QtTips& tips) {
-  return std::make_unique<AboutView>(dialog, tips);
+std::unique_ptr<FormView> MakeAboutView(frmAbout& dialog, const ViewTools& tools) {
+  return std::make_unique<AboutView>(dialog, tools);
 }
 
 }  // namespace quillbox

@@ -9,6 +9,6 @@ namespace quillbox {
 class frmAbout;
 
 // The Info dialog.
-std::unique_ptr<FormView> MakeAboutView(frmAbout& dialog, QtTips& tips);
+std::unique_ptr<FormView> MakeAboutView(frmAbout& dialog, const ViewTools& tools);
 
 }  // namespace quillbox

@@ -99,6 +99,7 @@ QWidget* MakePending(FormView& view, TextBox& operation, TextBox& left) {
 
 QWidget* MakeDisplay(FormView& view, TextBox& text) {
   auto* const display = new LineField(&view, text);
+  display->TakeCommandsAsCharacters();
   display->setAccessibleName(QStringLiteral("Display"));
   display->setFont(Scaled(DigitFont(display->font()), 1.8));
   // The longest number, and the longest message in its size.

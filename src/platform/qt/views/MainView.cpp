@@ -20,8 +20,8 @@
 
 namespace quillbox {
 
-MainView::MainView(frmTray& program, QtTips& tips, std::function<bool()> trayReachable)
-    : FormView(program.form, tips), program_(program), trayReachable_(std::move(trayReachable)) {
+MainView::MainView(frmTray& program, const ViewTools& tools, std::function<bool()> trayReachable)
+    : FormView(program.form, tools), program_(program), trayReachable_(std::move(trayReachable)) {
   setWindowIcon(WindowIcon());
   auto* const layout = new QVBoxLayout(this);
   tabs_ = new QTabBar(this);

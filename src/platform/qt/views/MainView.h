@@ -16,7 +16,7 @@ class MainView : public FormView {
  public:
   // `trayReachable`: whether a person can bring the window back through the tray. While that isn't so the
   // window goes to the task bar instead of hiding.
-  MainView(frmTray& program, QtTips& tips, std::function<bool()> trayReachable);
+  MainView(frmTray& program, const ViewTools& tools, std::function<bool()> trayReachable);
 
   // A tray has come or gone: a window that is away moves between tray and task bar.
   void FollowTray();

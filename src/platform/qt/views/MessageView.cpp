@@ -78,7 +78,8 @@ class MessageText : public QPlainTextEdit {
 
 class MessageView : public DialogView {
  public:
-  MessageView(frmMessage& dialog, QtTips& tips) : DialogView(dialog.form, tips, Coming::WithoutFocus) {
+  MessageView(frmMessage& dialog, const ViewTools& tools)
+      : DialogView(dialog.form, tools, Coming::WithoutFocus) {
     setWindowIcon(WindowIcon());
     auto* const layout = new QVBoxLayout(this);
     layout->setSpacing(10);
@@ -129,8 +130,8 @@ class MessageView : public DialogView {
 
 }  // namespace
 
-std::unique_ptr<FormView> MakeMessageView(frmMessage& dialog, QtTips& tips) {
-  return std::make_unique<MessageView>(dialog, tips);
+std::unique_ptr<FormView> MakeMessageView(frmMessage& dialog, const ViewTools& tools) {
+  return std::make_unique<MessageView>(dialog, tools);
 }
 
 }  // namespace quillbox

@@ -9,6 +9,6 @@ namespace quillbox {
 class frmMessage;
 
 // The window that tells that the timer is due.
-std::unique_ptr<FormView> MakeMessageView(frmMessage& dialog, QtTips& tips);
+std::unique_ptr<FormView> MakeMessageView(frmMessage& dialog, const ViewTools& tools);
 
 }  // namespace quillbox

@@ -11,8 +11,9 @@
 
 namespace quillbox {
 
-ProgramViews::ProgramViews(Dispatcher& dispatcher, QtTips& tips, std::function<bool()> trayReachable)
-    : host_(dispatcher), tips_(tips), trayReachable_(std::move(trayReachable)) {
+ProgramViews::ProgramViews(Dispatcher& dispatcher, QtTips& tips, Clipboard& clipboard,
+                           std::function<bool()> trayReachable)
+    : host_(dispatcher), fields_(clipboard), tools_{tips, fields_}, trayReachable_(std::move(trayReachable)) {
   host_.Make = [this](Form& form) {
     std::unique_ptr<FormView> view = Make(form);
     if (view) {
@@ -22,26 +23,27 @@ ProgramViews::ProgramViews(Dispatcher& dispatcher, QtTips& tips, std::function<b
     }
     return view;
   };
-  // Without a tray the hidden window stands in the task bar, and must be there for that.
+  // Without a tray the hidden window stands in the task bar, and must be there for that; but not behind what
+  // is said at the start, when the program may be the second one.
   host_.IsNeeded = [this](const Form& form) {
-    return program_ && &form == &program_->form && !trayReachable_();
+    return begun_ && &form == &program_->form && !trayReachable_();
   };
 }
 
 std::unique_ptr<FormView> ProgramViews::Make(Form& form) {
   if (!program_) return nullptr;
-  if (&form == &program_->form) return std::make_unique<MainView>(*program_, tips_, trayReachable_);
+  if (&form == &program_->form) return std::make_unique<MainView>(*program_, tools_, trayReachable_);
   if (auto* const dialog = program_->settingsDialog.Get(); dialog && &form == &dialog->form) {
-    return MakeSettingsView(*dialog, tips_);
+    return MakeSettingsView(*dialog, tools_);
   }
   if (auto* const dialog = program_->about.Get(); dialog && &form == &dialog->form) {
-    return MakeAboutView(*dialog, tips_);
+    return MakeAboutView(*dialog, tools_);
   }
   if (auto* const dialog = program_->startHelp.Get(); dialog && &form == &dialog->form) {
-    return MakeStartHelpView(*dialog, tips_);
+    return MakeStartHelpView(*dialog, tools_);
   }
   if (auto* const dialog = program_->message.Get(); dialog && &form == &dialog->form) {
-    return MakeMessageView(*dialog, tips_);
+    return MakeMessageView(*dialog, tools_);
   }
   return nullptr;
 }

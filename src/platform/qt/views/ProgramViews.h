@@ -4,21 +4,26 @@
 #include <memory>
 
 #include "platform/qt/views/ViewHost.h"
+#include "platform/qt/widgets/FieldClipboard.h"
 
 namespace quillbox {
 
 class MainView;
-class QtTips;
 class frmTray;
 
 // The views of all forms of the program: which form has which, and when the main window comes up.
 class ProgramViews {
  public:
   // `trayReachable`: see MainView.
-  ProgramViews(Dispatcher& dispatcher, QtTips& tips, std::function<bool()> trayReachable);
+  ProgramViews(Dispatcher& dispatcher, QtTips& tips, Clipboard& clipboard,
+               std::function<bool()> trayReachable);
 
   // From now on its forms are shown. It outlives the views.
   void Use(frmTray& program) { program_ = &program; }
+  // The forms keep the sizes that they have without a window.
+  void KeepSizes() { tools_.tellSizes = false; }
+  // It has started: from now on its window may stand in the task bar.
+  void Begin() { begun_ = true; }
   // The person asks for help in the window of a form.
   std::function<void(const Form&)> Help;
   // The main window has appeared.
@@ -36,9 +41,11 @@ class ProgramViews {
   MainView* Main() const;
 
   ViewHost host_;
-  QtTips& tips_;
+  FieldClipboard fields_;
+  ViewTools tools_;
   std::function<bool()> trayReachable_;
   frmTray* program_ = nullptr;
+  bool begun_ = false;
   bool mainShown_ = false;
   unsigned mainShows_ = 0;
 };

@@ -21,6 +21,7 @@
 #include "platform/qt/base/Icons.h"
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/Bindings.h"
+#include "platform/qt/widgets/FieldClipboard.h"
 #include "platform/qt/widgets/LineField.h"
 #include "platform/qt/widgets/ViewParts.h"
 
@@ -32,7 +33,10 @@ namespace {
 class BrowseButton : public QPushButton {
  public:
   BrowseButton(FormView& view, TextBox& path, QWidget& field)
-      : QPushButton(QStringLiteral("..."), &view), path_(path), field_(field) {
+      : QPushButton(QStringLiteral("..."), &view),
+        clipboard_(view.Tools().clipboard),
+        path_(path),
+        field_(field) {
     setAutoDefault(false);
     setAccessibleName(QStringLiteral("Look for a sound file"));
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('M'));
@@ -62,18 +66,23 @@ class BrowseButton : public QPushButton {
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString& path) { path_.PersonSetText(FromQt(path)); });
     dialog->open();
+    // The toolkit's own dialog has a field for the name.
+    for (QLineEdit* field : dialog->findChildren<QLineEdit*>()) clipboard_.Serve(*field);
   }
 
+  FieldClipboard& clipboard_;
   TextBox& path_;
   QWidget& field_;
 };
 
 class SettingsView : public DialogView {
  public:
-  SettingsView(frmSettings& dialog, QtTips& tips) : DialogView(dialog.form, tips), dialog_(dialog) {
+  SettingsView(frmSettings& dialog, const ViewTools& tools)
+      : DialogView(dialog.form, tools), dialog_(dialog) {
     setWindowIcon(WindowIcon());
     auto* const layout = new QVBoxLayout(this);
     auto* const tabs = new QTabWidget(this);
+    tabs->tabBar()->setFocusPolicy(Qt::StrongFocus);
     tabs->setAccessibleName(QStringLiteral("Groups of settings"));
     layout->addWidget(tabs, 1);
     QWidget* const pages[] = {MakeGeneral(), MakeMaxNumbers(), MakeAdvanced()};
@@ -208,8 +217,8 @@ class SettingsView : public DialogView {
 
 }  // namespace
 
-std::unique_ptr<FormView> MakeSettingsView(frmSettings& dialog, QtTips& tips) {
-  return std::make_unique<SettingsView>(dialog, tips);
+std::unique_ptr<FormView> MakeSettingsView(frmSettings& dialog, const ViewTools& tools) {
+  return std::make_unique<SettingsView>(dialog, tools);
 }
 
 }  // namespace quillbox

@@ -9,6 +9,6 @@ namespace quillbox {
 class frmSettings;
 
 // The settings dialog.
-std::unique_ptr<FormView> MakeSettingsView(frmSettings& dialog, QtTips& tips);
+std::unique_ptr<FormView> MakeSettingsView(frmSettings& dialog, const ViewTools& tools);
 
 }  // namespace quillbox

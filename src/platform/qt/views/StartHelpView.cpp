@@ -45,7 +45,7 @@ void SizeFor(const Text& text, QPlainTextEdit& area) {
 
 class StartHelpView : public DialogView {
  public:
-  StartHelpView(frmStartHelp& dialog, QtTips& tips) : DialogView(dialog.form, tips) {
+  StartHelpView(frmStartHelp& dialog, const ViewTools& tools) : DialogView(dialog.form, tools) {
     setWindowIcon(WindowIcon());
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(MakeHeading(dialog));
@@ -81,8 +81,8 @@ class StartHelpView : public DialogView {
 
 }  // namespace
 
-std::unique_ptr<FormView> MakeStartHelpView(frmStartHelp& dialog, QtTips& tips) {
-  return std::make_unique<StartHelpView>(dialog, tips);
+std::unique_ptr<FormView> MakeStartHelpView(frmStartHelp& dialog, const ViewTools& tools) {
+  return std::make_unique<StartHelpView>(dialog, tools);
 }
 
 }  // namespace quillbox

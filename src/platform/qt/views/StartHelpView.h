@@ -9,6 +9,6 @@ namespace quillbox {
 class frmStartHelp;
 
 // The introduction for new users.
-std::unique_ptr<FormView> MakeStartHelpView(frmStartHelp& dialog, QtTips& tips);
+std::unique_ptr<FormView> MakeStartHelpView(frmStartHelp& dialog, const ViewTools& tools);
 
 }  // namespace quillbox

@@ -64,17 +64,46 @@ void AreaField::mousePressEvent(QMouseEvent* event) {
   if (box_.Click) box_.PersonClick();
 }
 
-bool AreaField::canInsertFromMimeData(const QMimeData* source) const { return source->hasText(); }
+Text AreaField::MarkedText() const { return box_.GetText().substr(box_.GetSelStart(), box_.GetSelLength()); }
+
+void AreaField::PutIn(const Text& text) {
+  // No field takes more than an entry holds; a huge text isn't laid out first.
+  const Text in(CutTo(text, limits::kEntryLength + 1));
+  QTextCursor cursor = textCursor();
+  const std::size_t from = PlaceInText(drawnText_, cursor.selectionStart());
+  const std::size_t to = PlaceInText(drawnText_, cursor.selectionEnd());
+  // The text keeps its own line ends; what is shown of them is the field's business.
+  Text edited = drawnText_;
+  edited.replace(from, to - from, in);
+  drawing_ = true;
+  cursor.insertText(ShownText(in));
+  setTextCursor(cursor);
+  drawing_ = false;
+  drawnText_ = edited;
+  shown_ = toPlainText();
+  box_.PersonEdit(edited, from + in.size());
+}
+
+// What holds no text is taken too: the control has its rule for it.
+bool AreaField::canInsertFromMimeData(const QMimeData*) const { return true; }
 
 void AreaField::insertFromMimeData(const QMimeData* source) {
-  // No field takes more than an entry holds; a huge text isn't laid out first.
-  insertPlainText(ToQt(CutTo(FromQt(source->text()), limits::kEntryLength + 1)));
+  // Of a drag within the field itself; a drop from elsewhere is the control's.
+  PutIn(FromQt(source->text()));
 }
 
 void AreaField::dropEvent(QDropEvent* event) {
-  if (!box_.OLEDragDrop) return QPlainTextEdit::dropEvent(event);
+  if (event->source() && (event->source() == this || event->source() == viewport())) {
+    return QPlainTextEdit::dropEvent(event);
+  }
+  // The control's doing alone: the field's own would edit it and take the focus.
+  if (!box_.OLEDragDrop) {
+    const int place = cursorForPosition(event->position().toPoint()).position();
+    box_.SetSelStart(PlaceInText(drawnText_, place));
+  }
   box_.PersonDrop(DroppedText(*event));
-  event->acceptProposedAction();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
 }
 
 }  // namespace quillbox

@@ -11,6 +11,10 @@ class AreaField : public QPlainTextEdit {
  public:
   AreaField(QWidget* parent, TextBox& box);
   void Draw();
+  // What is marked, with its own line ends.
+  Text MarkedText() const;
+  // By the person, in place of what is marked.
+  void PutIn(const Text& text);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

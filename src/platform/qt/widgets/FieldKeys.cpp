@@ -3,6 +3,8 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QUrl>
+#include <algorithm>
 
 #include "platform/forms/TextBox.h"
 #include "platform/qt/base/QtText.h"
@@ -87,9 +89,18 @@ bool HandKeyOver(TextBox& box, const QKeyEvent& event) {
   return true;
 }
 
+bool OffersText(const QMimeData& data) { return data.hasFormat(QStringLiteral("text/plain")); }
+
 DragData DroppedText(const QDropEvent& event) {
-  if (!event.mimeData()->hasText()) return std::nullopt;
-  return FromQt(event.mimeData()->text());
+  const QMimeData& data = *event.mimeData();
+  if (!OffersText(data)) return std::nullopt;
+  if (data.hasUrls()) {
+    const QList<QUrl> addresses = data.urls();
+    const bool files =
+        std::all_of(addresses.begin(), addresses.end(), [](const QUrl& url) { return url.isLocalFile(); });
+    if (files && !addresses.isEmpty()) return std::nullopt;
+  }
+  return FromQt(data.text());
 }
 
 }  // namespace quillbox

@@ -4,6 +4,7 @@
 
 class QDropEvent;
 class QKeyEvent;
+class QMimeData;
 
 namespace quillbox {
 
@@ -13,7 +14,9 @@ class TextBox;
 KeyEvent KeyOf(const QKeyEvent& event);
 // Hands a key to a field's own rules where it has any for it. False: the widget is to edit as any field does.
 bool HandKeyOver(TextBox& box, const QKeyEvent& event);
-// The plain text of what was dropped; nothing if it holds none.
+// Whether plain text is offered; asks the source for nothing.
+bool OffersText(const QMimeData& data);
+// The plain text of what was dropped; nothing if it holds none. Addresses of files are no text.
 DragData DroppedText(const QDropEvent& event);
 
 }  // namespace quillbox

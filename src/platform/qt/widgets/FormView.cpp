@@ -11,10 +11,12 @@
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/base/WindowHints.h"
 #include "platform/qt/ports/QtTips.h"
+#include "platform/qt/widgets/FieldClipboard.h"
+#include "platform/qt/widgets/FieldKeys.h"
 
 namespace quillbox {
 
-FormView::FormView(Form& form, QtTips& tips) : form_(form), tips_(tips) {
+FormView::FormView(Form& form, const ViewTools& tools) : form_(form), tools_(tools) {
   setObjectName(QString::fromStdString(form.Name()));
   setWindowTitle(ToQt(form.GetCaption()));
   // The focus and the activation are the person's business, not a side effect of drawing.
@@ -24,6 +26,7 @@ FormView::FormView(Form& form, QtTips& tips) : form_(form), tips_(tips) {
 void FormView::Join(Control& control, QWidget& widget, std::function<void()> draw) {
   if (widget.objectName().isEmpty()) widget.setObjectName(QString::fromStdString(control.Name()));
   widget.installEventFilter(this);
+  tools_.clipboard.Serve(widget);
   joined_.push_back({&control, &widget, std::move(draw)});
   control.TakeDirty();
   Draw(joined_.back());
@@ -47,7 +50,7 @@ void FormView::Draw(const Joined& joined) {
 void FormView::Finish() {
   adjustSize();
   setFixedSize(sizeHint().expandedTo(minimumSizeHint()));
-  form_.SetSize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+  if (tools_.tellSizes) form_.SetSize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
 }
 
 void FormView::Refresh() {
@@ -137,8 +140,8 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
     if (joined && !joined->control->HasFocus()) joined->control->PersonFocus();
   } else if (event->type() == QEvent::ToolTip) {
     if (const Joined* const joined = Of(watched)) {
-      tips_.Show(joined->control->GetToolTipText(), static_cast<QHelpEvent*>(event)->globalPos(),
-                 *joined->widget);
+      tools_.tips.Show(joined->control->GetToolTipText(), static_cast<QHelpEvent*>(event)->globalPos(),
+                       *joined->widget);
       return true;
     }
   }
@@ -151,13 +154,19 @@ void FormView::closeEvent(QCloseEvent* event) {
 }
 
 void FormView::keyPressEvent(QKeyEvent* event) {
-  CommandButton* button = nullptr;
-  if (event->key() == Qt::Key_Escape) button = form_.CancelButton();
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) button = form_.DefaultButton();
+  const KeyEvent key = KeyOf(*event);
   if (event->key() == Qt::Key_F1) {
     if (Help) Help();
-  } else if (button && button->IsReachable()) {
-    button->PersonClick();
+  } else if (key.code == keys::kEscape || key.code == keys::kEnter) {
+    // What no widget has taken is the form's: for the control with the focus, the default or the cancel
+    // button.
+    Control* const focused = form_.GetDispatcher().Focused();
+    CommandButton* const button = key.code == keys::kEscape ? form_.CancelButton() : form_.DefaultButton();
+    if (focused && &focused->Owner() == &form_) {
+      focused->PersonKey(key);
+    } else if (button && button->IsReachable()) {
+      button->PersonClick();
+    }
   } else {
     QWidget::keyPressEvent(event);
   }

@@ -8,16 +8,25 @@
 
 namespace quillbox {
 
+class FieldClipboard;
 class QtTips;
+
+// What all views share.
+struct ViewTools {
+  QtTips& tips;
+  FieldClipboard& clipboard;
+  // Whether the forms are told how large windows and lists are; else they keep the sizes of their own.
+  bool tellSizes = true;
+};
 
 // The window of a form. It holds no state of its own: it draws the form's controls and turns what a person
 // does into calls on them.
 class FormView : public QWidget {
  public:
-  FormView(Form& form, QtTips& tips);
+  FormView(Form& form, const ViewTools& tools);
 
   Form& GetForm() const { return form_; }
-  QtTips& Tips() const { return tips_; }
+  const ViewTools& Tools() const { return tools_; }
   // Joins a control and the widget that shows it. `draw` is called when the control has changed.
   void Join(Control& control, QWidget& widget, std::function<void()> draw);
   // The widget that shows a control; null while none does.
@@ -53,7 +62,7 @@ class FormView : public QWidget {
   const Joined* Of(const QObject* widget) const;
 
   Form& form_;
-  QtTips& tips_;
+  const ViewTools& tools_;
   std::deque<Joined> joined_;  // grows while it is drawn: a page is made when it is first in front
   unsigned long drawn_ = 0;
   const Control* followed_ = nullptr;  // the focus that the window has taken over last

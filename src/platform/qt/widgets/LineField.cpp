@@ -14,6 +14,7 @@ namespace quillbox {
 LineField::LineField(QWidget* parent, TextBox& box) : QLineEdit(parent), box_(box) {
   setFocusPolicy(Qt::StrongFocus);
   setReadOnly(box.IsReadOnly());
+  setDragEnabled(true);
   connect(this, &QLineEdit::textEdited, this, [this] { Edited(); });
   connect(this, &QLineEdit::selectionChanged, this, [this] {
     if (!drawing_ && hasSelectedText()) {
@@ -58,6 +59,14 @@ void LineField::inputMethodEvent(QInputMethodEvent* event) {
   for (const char16_t unit : FromQt(event->commitString())) box_.PersonCharacter(unit);
 }
 
+bool LineField::TakesAsCharacter(const QKeyEvent& event) {
+  const bool withCtrl =
+      event.modifiers() == Qt::ControlModifier && event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z;
+  if (!takesCommands_ || !withCtrl) return false;
+  box_.PersonCharacter(static_cast<char16_t>(event.key() - Qt::Key_A + 1));
+  return true;
+}
+
 void LineField::focusInEvent(QFocusEvent* event) {
   entered_ = event->reason() == Qt::MouseFocusReason;
   QLineEdit::focusInEvent(event);
@@ -69,11 +78,17 @@ void LineField::mousePressEvent(QMouseEvent* event) {
   const auto selected = static_cast<int>(box_.GetSelLength());
   QLineEdit::mousePressEvent(event);
   if (std::exchange(entered_, false) && selected > 0) setSelection(start, selected);
-  box_.PersonClick();
+  if (event->button() == Qt::LeftButton) box_.PersonClick();
 }
 
 void LineField::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasText()) event->acceptProposedAction();
+  QLineEdit::dragEnterEvent(event);
+  event->acceptProposedAction();
+}
+
+void LineField::dragMoveEvent(QDragMoveEvent* event) {
+  QLineEdit::dragMoveEvent(event);
+  event->acceptProposedAction();
 }
 
 void LineField::dropEvent(QDropEvent* event) {

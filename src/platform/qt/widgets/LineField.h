@@ -11,13 +11,19 @@ class LineField : public QLineEdit {
  public:
   LineField(QWidget* parent, TextBox& box);
   void Draw();
+  // The keys of copy, cut and paste with Ctrl are characters here, for the control's own rules.
+  void TakeCommandsAsCharacters() { takesCommands_ = true; }
+  // True if it has taken such a key as one.
+  bool TakesAsCharacter(const QKeyEvent& event);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  // What holds no text is taken too: the control has its rule for it.
   void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
@@ -26,6 +32,7 @@ class LineField : public QLineEdit {
   TextBox& box_;
   bool drawing_ = false;
   bool entered_ = false;  // the press that comes next has brought the focus here
+  bool takesCommands_ = false;
 };
 
 }  // namespace quillbox

@@ -7,6 +7,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
+#include <utility>
 
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/Bindings.h"
@@ -101,17 +102,17 @@ void ListView::Draw() {
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
   }
   if (verticalScrollBar()->value() != list_.GetTopIndex()) verticalScrollBar()->setValue(list_.GetTopIndex());
-  if (index.isValid()) scrollTo(index);
+  // A row that becomes the current one is seen; what the person scrolls to afterwards stays.
+  if (index.isValid() && std::exchange(drawnIndex_, current) != current) scrollTo(index);
+  drawnIndex_ = current;
   drawing_ = false;
-  // What doesn't fit that way is where the scroll bar says.
-  if (verticalScrollBar()->value() != list_.GetTopIndex()) list_.SetTopIndex(verticalScrollBar()->value());
   TellShownRows();
   viewport()->update();
 }
 
 void ListView::TellShownRows() {
   const int height = sizeHintForRow(0);
-  if (height > 0) list_.SetShownRows(viewport()->height() / height);
+  if (tellsRows_ && height > 0) list_.SetShownRows(viewport()->height() / height);
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {
@@ -208,7 +209,7 @@ void ListView::StartDrag() {
 }
 
 void ListView::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->source() == this || !event->mimeData()->hasText()) {
+  if (event->source() == this) {
     event->ignore();
   } else {
     event->setDropAction(Qt::CopyAction);
@@ -240,6 +241,7 @@ void ListView::paintEvent(QPaintEvent* event) {
 
 QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty) {
   auto* const widget = new ListView(&view, list, whenEmpty);
+  widget->TellRows(view.Tools().tellSizes);
   widget->setAccessibleName(name);
   view.Join(list, *widget, [widget] { widget->Draw(); });
   return widget;

@@ -29,6 +29,8 @@ class ListView : public QListView {
  public:
   ListView(QWidget* parent, ListBox& list, const QString& whenEmpty);
   void Draw();
+  // Whether the control is told how many rows are shown.
+  void TellRows(bool tells) { tellsRows_ = tells; }
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
@@ -54,6 +56,8 @@ class ListView : public QListView {
   QString whenEmpty_;
   bool drawing_ = false;
   bool pressedHere_ = false;  // the last press was on this list: a double click may follow
+  int drawnIndex_ = -1;
+  bool tellsRows_ = false;
   // A press on a selected row, which may begin a drag: it selects when it is released.
   int pressed_ = -1;
   QPoint pressedAt_;

@@ -17,6 +17,7 @@ QWidget* MakeStatus(FormView& view, StatusArea& status) {
   QLabel* const label = MakeLabel(view, status.GetLabel(), QStringLiteral("Status"));
   // What it does for the mouse is done elsewhere by keyboard.
   label->setFocusPolicy(Qt::NoFocus);
+  label->unsetCursor();
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("  Refreshed  ")));
   layout->addWidget(MakeLine(view, status.UpperLine()));
   layout->addWidget(label, 0, Qt::AlignHCenter);

@@ -157,7 +157,7 @@ QLabel* MakeElidedLabel(FormView& view, Label& label) {
 
 void GiveHint(FormView& view, const Control& control, QWidget& widget, const QString& hint) {
   // The filter that was installed last sees the event first.
-  widget.installEventFilter(new HintFilter(widget, view.Tips(), control, hint));
+  widget.installEventFilter(new HintFilter(widget, view.Tools().tips, control, hint));
 }
 
 void LookLikeLink(QLabel& label) {

@@ -24,8 +24,8 @@ class DialogView : public FormView {
  public:
   // What is to happen whenever somebody wants to see the dialog, also while it is open.
   enum class Coming { ToFrontWithFocus, WithoutFocus };
-  DialogView(Form& form, QtTips& tips, Coming coming = Coming::ToFrontWithFocus)
-      : FormView(form, tips), coming_(coming) {}
+  DialogView(Form& form, const ViewTools& tools, Coming coming = Coming::ToFrontWithFocus)
+      : FormView(form, tools), coming_(coming) {}
   void setVisible(bool visible) override;
 
  protected:
