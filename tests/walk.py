@@ -205,7 +205,7 @@ class Program(Hand):
         self.wants("clip rows and slots", clips == slots[:len(clips)], clips, slots)
         rest = slots[len(clips):] + pads[len(names):]
         self.wants("a slot without a row", self.leftovers or not any(rest), slots, pads)
-        return Lists(names, pads[:len(names)], clips, tasks, marks)
+        return Lists(names, pads[:len(names)], clips, tasks, [str(mark == "1") for mark in marks])
 
     def step(self):
         """Does something, and says what it may cost."""
@@ -303,8 +303,7 @@ class Program(Hand):
         return now
 
     def is_saved(self, file, now):
-        marks = ["True" if mark == "1" else "False" for mark in now.marks]
-        entries = list(zip(*{"P": (now.names, now.pads), "C": (now.clips,), "T": (marks, now.tasks)}[file[0]]))
+        entries = list(zip(*{"P": (now.names, now.pads), "C": (now.clips,), "T": (now.marks, now.tasks)}[file[0]]))
         state = self.writes[file], entries
         if self.compared.get(file) != state and self.holds(file, entries):  # written since, or changed in memory
             self.compared[file] = state
@@ -473,6 +472,8 @@ class Calc(Hand):
 
 class Damage(Hand):
     SHARE = 5
+    NOISE = (b"\r\n", b"\r", b"\n", b"\0", b"True", b"\xBD" * 5, f"{MARK} [CLIP ENTRY 1] {MARK}".encode("cp1252"),
+             datafiles.UTF8, b"\xF0\x9F", b"text")
 
     def show(self, file):
         """The list of the file, each entry all its lines."""
@@ -480,9 +481,8 @@ class Damage(Hand):
             f"get {PAD} List ; slots PadEntries ; get {CLIP} List ; slots ClipEntries ; get {TODO} List ; "
             f"get {TODO} Selected")
         self.wants("rows and slots", clips == slots[:len(clips)], clips, slots)
-        columns = {"PadData.qbx": (names, texts), "ClipData.qbx": (clips,),
-                   "ToDoData.qbx": (["True" if mark == "1" else "False" for mark in marks], tasks)}
-        return [list(entry) for entry in zip(*columns[file])]
+        marks = [str(mark == "1") for mark in marks]
+        return [list(entry) for entry in zip(*{"P": (names, texts), "C": (clips,), "T": (marks, tasks)}[file[0]])]
 
     def make_step(self):
         file = self.one(*FILES)
@@ -504,9 +504,7 @@ class Damage(Hand):
                 whole[self.random.randrange(len(whole)):][:self.random.randrange(200)] + whole[at:])
         elif how == "noise":
             at = 0
-            damaged = b"".join(self.random.choices(
-                [b"\r\n", b"\r", b"\n", b"\0", b"True", b"\xBD" * 5, b"\xBD" * 5 + b" [CLIP ENTRY 1] " + b"\xBD" * 5,
-                 b"\xEF\xBB\xBF", b"\xF0\x9F", b"text"], k=self.random.randrange(200)))
+            damaged = b"".join(self.random.choices(self.NOISE, k=self.random.randrange(200)))
         for each in FILES:
             (self.folder / each).unlink(missing_ok=True)
         (self.folder / file).write_bytes(damaged)
@@ -551,11 +549,11 @@ class Lines(Hand):
         line = "\t".join([self.one(*self.VERBS), *self.random.choices(self.WORDS, k=self.random.randrange(5))]).encode()
         if self.chance(20):
             at = self.random.randrange(len(line) + 1)
-            line = line[:at] + self.random.randbytes(self.random.randrange(6)).replace(b"\n", b"") + line[at:]
+            line = line[:at] + self.random.randbytes(self.random.randrange(6)) + line[at:]
         elif self.chance(2):
-            line = self.random.randbytes(self.random.randrange(300)).replace(b"\n", b"")
-        if line.split(b"\t")[0] in (b"advance", b"folder"):  # a year of ticks, or files anywhere
-            line = b""
+            line = self.random.randbytes(self.random.randrange(300))
+        # No year of ticks, and no files anywhere.
+        line = re.sub(rb"^(advance|folder)(?=\t|$)", b"", line.replace(b"\n", b""))
         answer, running = self.send(line, b"running")
         self.wants("an answer", re.match(rb"(ok|error\t.+)(\t|$)", answer) and running in (b"ok\t0", b"ok\t1"), answer)
         if running == b"ok\t0" and self.chance(30):
