@@ -100,23 +100,19 @@ void Character(QWidget& widget, const QString& character) {
   if (focused) QCoreApplication::sendEvent(focused, &event);
 }
 
-void Drop(QWidget& widget, const QPoint& place, QMimeData& data) {
+bool Drop(QWidget& widget, const QPoint& place, QMimeData& data) {
   const QPointer<QWidget> target(&widget);
   QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
   QApplication::sendEvent(&widget, &enter);
-  if (!target || !enter.isAccepted()) return;
+  if (!target || !enter.isAccepted()) return false;
   QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
   move.setDropAction(enter.dropAction());
   move.accept();
   QApplication::sendEvent(&widget, &move);
-  if (!target) return;
-  if (!move.isAccepted()) {
-    QDragLeaveEvent leave;
-    QApplication::sendEvent(&widget, &leave);
-    return;
-  }
+  if (!target || !move.isAccepted()) return false;
   QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
   QApplication::sendEvent(&widget, &drop);
+  return true;
 }
 
 void Rest() {

@@ -21,8 +21,8 @@ void Release(QWidget& widget, const QPoint& place);
 void Key(QWidget& widget, const KeyEvent& key);
 void Character(QWidget& widget, const QString& character);
 
-// Dragged from another program to the place and let go there.
-void Drop(QWidget& widget, const QPoint& place, QMimeData& data);
+// Dragged from another program to the place and let go there. False if it isn't welcome.
+bool Drop(QWidget& widget, const QPoint& place, QMimeData& data);
 
 // Everything that waits in Qt is done.
 void Rest();

@@ -180,7 +180,8 @@ void WindowPerson::Drop(Control& control, const DragData& data) {
     dragged.setData(QStringLiteral("image/png"), QByteArray("picture"));
   }
   const QPoint caret = widget.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
-  hand::Drop(surface, Is<TextBox>(control) ? caret : surface.rect().center(), dragged);
+  const QPoint place = Is<TextBox>(control) ? caret : surface.rect().center();
+  if (!hand::Drop(surface, place, dragged)) control.PersonDrop(std::nullopt);
 }
 
 QAbstractItemView& WindowPerson::RowsOf(const ListBox& list) const {

@@ -19,7 +19,8 @@ class TrayMenuView;
 //
 // There is no window manager: which window is in front is the forms' word alone, a window that Qt brings to
 // the front by itself brings nothing about, and a window that isn't shown is closed on its form. An item that
-// the tray menu doesn't show is carried out by its action.
+// the tray menu doesn't show is carried out by its action, and what a window refuses to take is dropped on
+// the control.
 //
 // What a window can't do as the forms do it is refused (ConsoleError), each with its reason:
 // - a double click on a field marks a word, one on a button is two clicks, one on a list selects the row

@@ -84,8 +84,7 @@ void AreaField::PutIn(const Text& text) {
   box_.PersonEdit(edited, from + in.size());
 }
 
-// What holds no text is taken too: the control has its rule for it.
-bool AreaField::canInsertFromMimeData(const QMimeData*) const { return true; }
+bool AreaField::canInsertFromMimeData(const QMimeData* source) const { return OffersText(*source); }
 
 void AreaField::insertFromMimeData(const QMimeData* source) {
   // Of a drag within the field itself; a drop from elsewhere is the control's.

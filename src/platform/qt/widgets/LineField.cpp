@@ -82,13 +82,7 @@ void LineField::mousePressEvent(QMouseEvent* event) {
 }
 
 void LineField::dragEnterEvent(QDragEnterEvent* event) {
-  QLineEdit::dragEnterEvent(event);
-  event->acceptProposedAction();
-}
-
-void LineField::dragMoveEvent(QDragMoveEvent* event) {
-  QLineEdit::dragMoveEvent(event);
-  event->acceptProposedAction();
+  if (OffersText(*event->mimeData())) event->acceptProposedAction();
 }
 
 void LineField::dropEvent(QDropEvent* event) {

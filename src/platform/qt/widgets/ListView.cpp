@@ -209,7 +209,7 @@ void ListView::StartDrag() {
 }
 
 void ListView::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->source() == this) {
+  if (event->source() == this || !OffersText(*event->mimeData())) {
     event->ignore();
   } else {
     event->setDropAction(Qt::CopyAction);
