@@ -38,6 +38,9 @@ def rows(table, with_peers=True, idle_seconds=scenes.IDLE_SECONDS):
     hang = scenes.after_hang(program)
     table.add("copy after a hanging owner", "20 ms", milliseconds(hang["median"]), hang["median"] < 0.02,
               best(peers, "hang", milliseconds))
+    stop = scenes.stops(program)
+    table.add("longest stop of the window, owners at their worst", "50 ms", milliseconds(stop), stop <= 0.05,
+              "one hangs, one hands over 50 MB, 200 changes a second")
     large = scenes.large(program)
     table.add("peak RSS of a copy of 50 MB", "120 MiB", mebibytes(large["peak"]), large["peak"] <= 120,
               best(peers, "large peak", mebibytes))

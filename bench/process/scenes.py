@@ -1,11 +1,15 @@
 """What is measured from outside, the same for every program."""
+import json
+import pathlib
 import statistics
+import subprocess
 import sys
 import time
 
 import desktop as desktops
 import processes
 from owners import Owner, wait_served
+from person import Person
 from trays import Tray
 
 STARTS = 7
@@ -192,3 +196,33 @@ def large(program, size=50_000_000):
         result = {"peak": peak, "stays": processes.rss(scene.pid) - before, "read": read}
         owner.close()
         return result
+
+
+def stops(program, seconds=3):
+    """The longest stop of the window, in seconds, beyond what the machine is late itself: while an owner hangs, while
+    one hands over 50 MB, and while the clipboard changes 200 times a second."""
+    with Scene(program) as scene:
+        scene.start()
+        Person(scene).press_icon(1)
+        window = desktops.wait_for("the window", lambda: scene.desktop.window("Quillbox"))
+        scene.settle()
+        hanging, healthy = Owner(scene.desktop.name, hangs=True), Owner(scene.desktop.name)
+        asking = subprocess.Popen([sys.executable, str(pathlib.Path(__file__).with_name("ping.py")), str(window.id)],
+                                  env=scene.desktop.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        try:
+            if asking.stdout.readline() != "ready\n":
+                raise RuntimeError("the window could not be asked")
+            hanging.copy("never given")
+            time.sleep(seconds)
+            healthy.copy(b"x" * 50_000_000)
+            wait_served(healthy, 30)
+            for number in range(200 * seconds):
+                healthy.copy(f"change {number}")
+                time.sleep(0.005)
+            asking.stdin.close()
+            return json.loads(asking.stdout.readline())["worst"] / 1000
+        finally:
+            asking.kill()
+            asking.wait()
+            hanging.close()
+            healthy.close()

@@ -1,23 +1,27 @@
-"""What the tests on a desktop have in common."""
+"""What the tests on a desktop have in common: the program's windows, lists and files as a person sees them."""
 import contextlib
-import json
 import pathlib
 import subprocess
 import sys
 import time
+import traceback
 import unittest
 
 import datafiles
 from desktop import Desktop, wait_for
+from screenreader import ScreenReader, nodes
 
-TRIES = 3  # of a measurement; a busy machine may spoil one or two
+TEMPLATES = pathlib.Path(__file__).parents[2] / "templates"
+PAGES = ("Clip", "Pad", "Calc", "Timer", "ToDo")
+SETTINGS, INFO, HELP = "Quillbox Settings", "Quillbox 4.31 Info", "General Starting Information on Quillbox"
 
 
 class DesktopCase(unittest.TestCase):
-    """A test with a desktop of its own; `DESKTOP` holds the arguments, `SETTINGS` those of the program."""
+    """A test with a desktop of its own; `DESKTOP` holds its arguments, `SETTINGS` those of the program."""
 
     DESKTOP = {}
     SETTINGS = {}
+    maxDiff = None
 
     def setUp(self):
         self.desktop = Desktop(**self.DESKTOP)
@@ -29,64 +33,92 @@ class DesktopCase(unittest.TestCase):
         try:
             return super()._callTestMethod(method)
         except AssertionError:
-            self.show_failure()
+            traceback.print_exc()  # the runner leaves out what lies below this frame
+            if self.desktop.display:
+                with contextlib.suppress(subprocess.SubprocessError):
+                    print("picture:", self.desktop.picture(f"failed-{self.id()}"), file=sys.stderr)
+            print("quillbox said:", self.desktop.log("quillbox"), file=sys.stderr)
             raise
 
-    def show_failure(self):
-        name = f"failed-{type(self).__name__}-{self._testMethodName}"
-        if self.desktop.display:
-            with contextlib.suppress(subprocess.SubprocessError):
-                print("picture:", self.desktop.picture(name), file=sys.stderr)
-        print("quillbox said:", self.desktop.log("quillbox"), file=sys.stderr)
+    def start_reading(self, page=None):
+        """Starts the program with a screen reader beside it; with `page` its window stands open there."""
+        self.desktop.start_program()
+        self.reader = ScreenReader(self.desktop)
+        self.addCleanup(self.reader.close)
+        if page:
+            self.window = self.desktop.show_window()
+            self.desktop.xdotool("windowactivate", "--sync", self.window.id)
+            self.desktop.key(*["ctrl+Tab"] * PAGES.index(page))
 
-    def newest_becomes(self, text, seconds=15):
+    # --- windows
+
+    def titled(self, title):
+        return wait_for(f"the window {title}",
+                        lambda: (w := self.desktop.window(title)) and self.desktop.is_viewable(w) and w)
+
+    def gone(self, title):
+        wait_for(f"the end of {title}",
+                 lambda: not ((w := self.desktop.window(title)) and self.desktop.is_viewable(w)))
+
+    def shown(self):
+        window = self.desktop.window("Quillbox")
+        return bool(window and self.desktop.is_viewable(window))
+
+    def active(self):
+        """The id of the window that has the keyboard, as the window manager tells it."""
+        return (list(self.desktop.property(self.desktop.root, "_NET_ACTIVE_WINDOW") or []) or [0])[0]
+
+    def stacking(self):
+        """Ids of the windows, the highest last."""
+        return list(self.desktop.property(self.desktop.root, "_NET_CLIENT_LIST_STACKING") or [])
+
+    def state(self, window, name):
+        """Whether the window's state has _NET_WM_STATE_`name`."""
+        atom = self.desktop.display.intern_atom(f"_NET_WM_STATE_{name}")
+        return atom in list(self.desktop.property(window, "_NET_WM_STATE") or [])
+
+    def open_from_menu(self, key):
+        self.desktop.open_menu()
+        self.desktop.key(key)
+        wait_for("the menu's end", lambda: not self.desktop.menu())
+
+    def answer(self, title, key="Return"):
+        """Waits for a message box and presses a key in it."""
+        box = self.titled(title)
+        self.desktop.xdotool("windowactivate", "--sync", box.id, "key", key)
+        self.gone(title)
+
+    def middle(self, role, name):
+        """The middle of a control of the main window, or of a row where it begins."""
+        node = next(node for node, _ in nodes(self.reader.window("Quillbox")) if (node["role"], node["name"]) == (role, name))
+        x, y, width, height = node["place"]
+        return x + min(width // 2, 60), y + height // 2
+
+    # --- texts
+
+    def copy(self, *texts):
+        for text in texts:
+            self.desktop.copy(text)
+            self.newest_becomes(text)
+
+    def pastes(self, text):
+        wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text.encode())
+
+    def newest_becomes(self, text):
         """Waits until `text` is the newest entry on the disk."""
-        try:
-            wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text, seconds)
-        except AssertionError as error:
-            found = datafiles.newest(self.desktop)
-            raise AssertionError(f"{error}; it is {found and found[:60]!r}") from None
+        wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text)
 
-    def next_copy_is_taken(self, seconds=15):
+    def next_copy_is_taken(self):
         """A normal copy, as by any program, reaches the list."""
-        text = f"normal copy {time.monotonic_ns()}"
-        self.desktop.copy(text)
-        self.newest_becomes(text, seconds)
+        self.copy(f"normal copy {time.monotonic_ns()}")
 
-    @contextlib.contextmanager
-    def answering(self, window, report):
-        """Asks the window all the time; what was measured is put into the dict `report`."""
-        process = subprocess.Popen(
-            [sys.executable, str(pathlib.Path(__file__).with_name("ping.py")), str(window.id)],
-            env=self.desktop.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    def file(self, name):
+        """The entries of a list; those that every user begins with while nothing has been saved."""
+        saved = self.desktop.data / f"{name}Data.qbx"
+        return datafiles.entries(saved if saved.exists() else TEMPLATES / saved.name)
+
+    def file_becomes(self, name, wanted):
         try:
-            self.assertEqual("ready\n", process.stdout.readline())
-            yield
-            process.stdin.close()
-            report.update(json.loads(process.stdout.readline()))
-        finally:
-            process.stdout.close()
-            with contextlib.suppress(OSError):
-                process.stdin.close()
-            with contextlib.suppress(subprocess.TimeoutExpired):
-                process.wait(10)
-            process.kill()
-            process.wait()
-
-    def measured(self, what, measure, limit):
-        """Runs `measure()`, which returns a number, until it stays below the limit; three times at most."""
-        found = []
-        for _ in range(TRIES):
-            found.append(measure())
-            if found[-1] <= limit:
-                return
-        self.fail(f"{what}: {found}, allowed are {limit}")
-
-    def show_timer_page(self):
-        """The window with its clock running."""
-        window = self.desktop.show_window()
-        self.desktop.xdotool("windowactivate", "--sync", window.id)
-        for _ in range(3):
-            self.desktop.key("ctrl+Tab")
-        time.sleep(0.5)
-        return window
+            wait_for(name, lambda: self.file(name) == wanted)
+        except AssertionError:
+            self.assertEqual(wanted, self.file(name))

@@ -13,9 +13,10 @@ CHUNK = 200_000  # bytes
 
 
 class Owner:
-    """Owns CLIPBOARD and serves `offers`, target name -> bytes. Subclasses misbehave."""
+    """Owns a selection, CLIPBOARD unless told otherwise, and serves `offers`, target name -> bytes. Subclasses misbehave."""
 
-    def __init__(self, name, offers):
+    def __init__(self, name, offers, selection="CLIPBOARD"):
+        self.display_name, self.selection = name, selection
         self.display = Xlib.display.Display(name)
         self.display.set_error_handler(lambda *_: None)
         self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
@@ -47,7 +48,7 @@ class Owner:
         while (stamp := self.display.next_event()).type != X.PropertyNotify:
             pass
         self.time = stamp.time
-        self.window.set_selection_owner(self.atom("CLIPBOARD"), self.time)
+        self.window.set_selection_owner(self.atom(self.selection), self.time)
         self.display.sync()
 
     def clear(self):
@@ -58,7 +59,7 @@ class Owner:
             raise AssertionError("the owner did not give the clipboard up")
 
     def _give_up(self):
-        request.SetSelectionOwner(display=self.display.display, window=X.NONE, selection=self.atom("CLIPBOARD"),
+        request.SetSelectionOwner(display=self.display.display, window=X.NONE, selection=self.atom(self.selection),
                                   time=X.CurrentTime)
         self.display.sync()
         self.cleared.set()
@@ -157,34 +158,6 @@ class Silent(Owner):
         pass
 
 
-class Trickle(Owner):
-    """Hands its text over a byte at a time."""
-
-    PAUSE = 0.05
-    waiting = None
-
-    def answer(self, question, target):
-        if target in self.offers:
-            data = self.offers[target]
-            self.begin(question, target, [data[at:at + 1] for at in range(len(data))], len(data))
-        else:
-            super().answer(question, target)
-
-    def go_on(self, window, at):
-        if (window.id, at) in self.transfers:
-            self.waiting = (time.monotonic() + self.PAUSE, window, at)
-
-    def tick(self):
-        if not self.waiting:
-            return None
-        due, window, at = self.waiting
-        if (left := due - time.monotonic()) > 0:
-            return left
-        self.waiting = None
-        super().go_on(window, at)
-        return 0
-
-
 class DiesInTheMiddle(Owner):
     """Begins to hand over in parts and is gone after the second one."""
 
@@ -206,50 +179,6 @@ class DiesInTheMiddle(Owner):
     def _run(self):
         super()._run()
         self.display.close()
-
-
-class Liar(Owner):
-    """Answers with wrong types, widths and lengths; `lie` is one of LIES."""
-
-    LIES = ("targets as text", "text as numbers", "text of 16-bit units", "no property", "other target",
-            "incr too short", "incr too long", "incr of numbers", "incr without length", "incr twice")
-
-    def __init__(self, name, lie):
-        self.lie = lie
-        super().__init__(name, {"UTF8_STRING": b"a lie: " + lie.encode()})
-
-    def answer(self, question, target):
-        lie, data = self.lie, self.offers.get(target)
-        if target == "TARGETS" and lie == "targets as text":
-            self.put(question, Xatom.STRING, 8, b"UTF8_STRING")
-        elif data is None:
-            super().answer(question, target)
-        elif lie == "text as numbers":
-            self.put(question, Xatom.INTEGER, 32, [1, 2, 3])
-        elif lie == "text of 16-bit units":
-            self.put(question, self.atom("UTF8_STRING"), 16, [65, 66, 67])
-        elif lie == "no property":
-            self.notify(question, question.property)
-        elif lie == "other target":
-            self.put(question, self.atom("image/png"), 8, data)
-        elif lie == "incr too short":
-            self.begin(question, target, [b"more than was said"] * 1000, 3)
-        elif lie == "incr too long":
-            self.begin(question, target, [data], 0x7FFFFFFF)
-        elif lie == "incr of numbers":
-            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(question.requestor.id, question.property)] = (Xatom.INTEGER, iter([data, b""]))
-            self.put(question, self.atom("INCR"), 32, [len(data)])
-        elif lie == "incr without length":
-            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(question.requestor.id, question.property)] = (self.atom(target), iter([data, b""]))
-            self.put(question, self.atom("INCR"), 8, b"")
-        elif lie == "incr twice":
-            question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-            self.transfers[(question.requestor.id, question.property)] = (self.atom("INCR"), iter([b"", b""]))
-            self.put(question, self.atom("INCR"), 32, [5])
-        else:
-            super().answer(question, target)
 
 
 class Reader:

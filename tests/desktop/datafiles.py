@@ -65,3 +65,11 @@ def newest(desktop):
     """The newest entry in the Clip file; None if the file is missing, broken or without entries."""
     found = entries(desktop.data / "ClipData.qbx")
     return found[0] if found else None
+
+
+def pad_file(*entries):
+    """The bytes of a Pad file with these names and texts."""
+    lines = [f"{M} [PAD ENTRY FILE 4.31, DO NOT EDIT] {M}"]
+    for number, (name, text) in enumerate(entries):
+        lines += [f"{M} [PAD ENTRY {number}] {M}", name, text]
+    return b"\xef\xbb\xbf" + "\r\n".join([*lines, f"{M} [PAD ENTRY FILE END] {M}", ""]).encode()

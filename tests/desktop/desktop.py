@@ -14,10 +14,10 @@ import time
 
 import Xlib.display
 import Xlib.error
-from Xlib.protocol import event
+
+from screen import PICTURES, Screen, wait_for  # noqa: F401
 
 PROGRAM = os.environ.get("QUILLBOX", "")
-PICTURES = pathlib.Path(os.environ.get("QUILLBOX_PICTURES", "pictures"))
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 libc = ctypes.CDLL(None, use_errno=True)
@@ -53,25 +53,11 @@ USED_BEFORE = """REGEDIT4
 """
 
 
-def wait_for(what, condition, seconds=15.0, pause=0.01):
-    """Waits until `condition()` is true and returns its value; AssertionError after `seconds`."""
-    end = time.monotonic() + seconds
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(f"waited {seconds} s in vain: {what}")
-        time.sleep(pause)
-
-
-
-
 def _dies_with_its_test():
     libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
 
 
-class Desktop:
+class Desktop(Screen):
     """Starts the parts that it is asked for; `with Desktop() as desktop:`."""
 
     def __init__(self, window_manager=True, panel=True, bus=True, accessibility=False,
@@ -83,7 +69,6 @@ class Desktop:
         self.program = None
         self.program_file = PROGRAM
         self.display = None
-        self.last_click = 0.0
         self.user = os.getuid()  # whose data and settings they are
         try:
             self._start(window_manager, panel, bus, accessibility, screen)
@@ -282,134 +267,3 @@ class Desktop:
         if window and self.is_viewable(window):
             return "window"
         return "taskbar" if window and window.id in self.client_list() else ""
-
-    # --- windows
-
-    def property(self, window, name):
-        found = window.get_full_property(self.display.intern_atom(name), Xlib.X.AnyPropertyType)
-        return found.value if found else None
-
-    def client_list(self):
-        value = self.property(self.root, "_NET_CLIENT_LIST")
-        return list(value) if value is not None else []
-
-    def windows(self):
-        """All windows of the program, each with its attributes and its geometry on the screen."""
-        found = []
-
-        def walk(window, x, y, depth, shown):
-            try:
-                attributes = window.get_attributes()
-                geometry = window.get_geometry()
-                shown = shown and attributes.map_state == Xlib.X.IsViewable
-                x, y = x + geometry.x + geometry.border_width, y + geometry.y + geometry.border_width
-                name = window.get_wm_class() if depth else None
-                if name and name[0] == "quillbox":
-                    found.append((window, attributes, (x, y, geometry.width, geometry.height), depth))
-                for child in window.query_tree().children:
-                    walk(child, x, y, depth + 1, shown)
-            except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
-                pass  # gone while we looked
-
-        walk(self.root, 0, 0, 0, True)
-        return found
-
-    def window(self, title):
-        """The program's window of that title, shown or not; None if there is none."""
-        for window, attributes, geometry, _ in self.windows():
-            if attributes.override_redirect or geometry[2] < 100:
-                continue
-            name = self.property(window, "_NET_WM_NAME")
-            if name is not None and bytes(name).decode() == title:
-                return window
-        return None
-
-    def is_viewable(self, window):
-        try:
-            return window.get_attributes().map_state == Xlib.X.IsViewable
-        except Xlib.error.BadWindow:
-            return False
-
-    def place(self, window):
-        """Left, top, width and height of a window on the screen, in pixels."""
-        geometry = window.get_geometry()
-        place = window.translate_coords(self.root, 0, 0)
-        return -place.x, -place.y, geometry.width, geometry.height
-
-    def icons(self):
-        """The places of the program's icons in XEmbed trays."""
-        return [
-            geometry for window, attributes, geometry, depth in self.windows()
-            if depth > 1 and geometry[2] < 100 and attributes.map_state == Xlib.X.IsViewable
-        ]
-
-    def menu(self):
-        """The place of the open popup menu, None while there is none."""
-        for _, attributes, geometry, depth in self.windows():
-            # A tip is a window of this kind too, but never as high.
-            if (depth == 1 and attributes.override_redirect and attributes.map_state == Xlib.X.IsViewable
-                    and geometry[3] > 150):
-                return geometry
-        return None
-
-    def picture(self, name, folder=None):
-        """Saves what the screen shows."""
-        folder = pathlib.Path(folder or PICTURES)
-        folder.mkdir(parents=True, exist_ok=True)
-        path = folder / f"{name}.png"
-        subprocess.run(["import", "-window", "root", str(path)], env=self.environment, check=True,
-                       stdin=subprocess.DEVNULL)
-        return path
-
-    # --- a person
-
-    def xdotool(self, *arguments):
-        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=20,
-                       stdin=subprocess.DEVNULL)
-
-    def click(self, x, y, button=1, times=1):
-        arguments = ["mousemove", x, y]
-        arguments += ["click", "--repeat", times, "--delay", 60, button] if times > 1 else ["click", button]
-        self.xdotool(*arguments)
-
-    def click_icon(self, button=1, times=1):
-        x, y, width, height = wait_for("the icon", self.icons)[0]
-        # A press within the time of a double click after the one before would make one of both.
-        time.sleep(max(0.0, self.last_click + 0.5 - time.monotonic()))
-        self.click(x + width // 2, y + height // 2, button, times)
-        self.last_click = time.monotonic()
-
-    def key(self, *keys):
-        self.xdotool("key", *keys)
-
-    def open_menu(self):
-        self.click_icon(3)
-        return wait_for("the menu", self.menu)
-
-    def show_window(self):
-        """A click on the icon brings up the main window."""
-        window = self.window("Quillbox")
-        if not (window and self.is_viewable(window)):
-            self.click_icon(1)
-        wait_for("the main window", lambda: (w := self.window("Quillbox")) and self.is_viewable(w))
-        return self.window("Quillbox")
-
-    def close_box(self, window):
-        """A click into the close box, as the window manager's decoration tells it."""
-        message = event.ClientMessage(window=window, client_type=self.display.intern_atom("_NET_CLOSE_WINDOW"),
-                                      data=(32, [Xlib.X.CurrentTime, 2, 0, 0, 0]))
-        self.root.send_event(message, Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
-        self.display.flush()
-
-    def copy(self, text, target=None):
-        """Copies a text in another program (xclip), which serves it in the background."""
-        data = text if isinstance(text, bytes) else text.encode()
-        command = ["xclip", "-selection", "clipboard", "-in"] + (["-target", target] if target else [])
-        with open(self.folder / "xclip.log", "ab") as log:
-            subprocess.run(command, input=data, env=self.environment, check=True, timeout=10, stdout=log, stderr=log)
-
-    def paste(self, target="UTF8_STRING", seconds=10):
-        """What another program gets when it pastes, as bytes; None if it gets nothing."""
-        result = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", target],
-                                env=self.environment, capture_output=True, timeout=seconds)
-        return result.stdout if result.returncode == 0 else None

@@ -1,116 +1,44 @@
 #!/usr/bin/env python3
-"""The list pages as a person uses them: by mouse, by keyboard alone, and by drag and drop with another program."""
-import pathlib
+"""The pages as a person uses them: by keyboard alone, with texts pasted into every field, and by drag and drop."""
 import unittest
 
-import datafiles
-from case import DesktopCase
+from case import DesktopCase, INFO, SETTINGS
+from clients import Silent
 from desktop import wait_for
 from dragging import DragSource, DropTarget
-from screenreader import ScreenReader, nodes
+from screenreader import nodes
 
-TEMPLATES = pathlib.Path(__file__).parents[2] / "templates"
 PNG = b"\x89PNG\r\n\x1a\n" + bytes(40)
+DELETE = "Delete selected entries?"
 
 
-class Pages(DesktopCase):
+class Keyboard(DesktopCase):
     DESKTOP = {"accessibility": True}
 
-    def start(self, page="Clip"):
-        self.desktop.start_program()
-        self.reader = ScreenReader(self.desktop)
-        self.addCleanup(self.reader.close)
-        self.window = self.desktop.show_window()
-        self.desktop.xdotool("windowactivate", "--sync", self.window.id)
-        for _ in range(("Clip", "Pad", "Calc", "Timer", "ToDo").index(page)):
-            self.desktop.key("ctrl+Tab")
-
-    def copy(self, *texts):
-        for text in texts:
-            self.desktop.copy(text)
-            self.newest_becomes(text)
-
-    def file(self, name):
-        """The entries of a list; those that every user begins with while nothing has been saved."""
-        name = f"{name}Data.qbx"
-        saved = self.desktop.data / name
-        return datafiles.entries(saved if saved.exists() else TEMPLATES / name)
-
-    def file_becomes(self, name, wanted):
-        try:
-            wait_for(name, lambda: self.file(name) == wanted, 5)
-        except AssertionError:
-            self.assertEqual(wanted, self.file(name))
-
-    def pastes(self, text):
-        wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text.encode(), 5)
-
-    def node(self, role, name):
-        return next(node for node, _ in nodes(self.reader.window("Quillbox")) if (node["role"], node["name"]) == (role, name))
-
-    def middle(self, role, name):
-        x, y, width, height = self.node(role, name)["place"]
-        return x + min(width // 2, 60), y + height // 2
-
-    def type(self, text):
-        self.desktop.xdotool("type", "--delay", 5, text)
-
-    def question_is_answered(self, title, key="Return"):
-        box = wait_for(title, lambda: (w := self.desktop.window(title)) and self.desktop.is_viewable(w) and w, 5)
-        self.desktop.xdotool("windowactivate", "--sync", box.id, "key", key)
-        wait_for("the question's end", lambda: not self.desktop.is_viewable(box))
-
-
-class Mouse(Pages):
-    def test_double_click_puts_an_entry_on_the_clipboard(self):
-        self.start()
-        self.copy("first", "second", "third")
-        before = self.file("Clip")
-        self.desktop.click(*self.middle("list item", "first"), times=2)
-        self.pastes("first")
-        self.file_becomes("Clip", ["first", "third", "second", *before[3:]])
-
-    def test_double_click_exchanges_where_the_settings_say_so(self):
-        self.desktop.settings(Insert="1")
-        self.start()
-        self.copy("first", "second", "third")
-        before = self.file("Clip")
-        self.desktop.click(*self.middle("list item", "first"), times=2)
-        self.pastes("first")
-        self.file_becomes("Clip", ["first", "second", "third", *before[3:]])
-
-
-class Keyboard(Pages):
     def test_clip(self):
-        self.start()
+        self.start_reading("Clip")
         self.copy("first", "second", "third")
-        before = self.file("Clip")
+        rest = self.file("Clip")[3:]
         self.reader.tab_to("Clip-List")
         self.desktop.key("Home", "Down", "Return")
         self.pastes("second")
-        self.file_becomes("Clip", ["second", "third", *before[2:]])
+        self.file_becomes("Clip", ["second", "third", "first", *rest])
         self.desktop.key("Down", "Down", "Delete")
-        self.question_is_answered("Delete selected entries?")
-        self.file_becomes("Clip", ["second", "third", *before[3:]])
-        self.reader.tab_to("Current clipboard text")
-        self.desktop.key("ctrl+a")
-        self.type("typed")
-        self.pastes("typed")
+        self.answer(DELETE)
+        self.file_becomes("Clip", ["second", "third", *rest])
+        self.desktop.click(*self.middle("list item", "third"), times=2)
+        self.pastes("third")
         self.reader.tab_to("Clear clipboard", True)
         self.desktop.key("space")
-        wait_for("an empty clipboard", lambda: not self.desktop.paste(), 5)
+        wait_for("an empty clipboard", lambda: not self.desktop.paste())
 
     def test_pad(self):
-        self.start("Pad")
-        self.reader.tab_to("Name of the Pad entry")
-        self.type("Greeting")
-        self.desktop.key("Return")
-        self.type("Dear all,")
-        self.desktop.key("Return")
-        self.type("hello")
-        self.reader.tab_to("Add")
+        self.start_reading("Pad")
         before = self.file("Pad")
-        self.desktop.key("space")
+        self.reader.tab_to("Name of the Pad entry")
+        self.desktop.type("Greeting\nDear all,\nhello")
+        self.reader.tab_to("Add")
+        self.desktop.key("Return")  # the focused button, and no default one
         self.file_becomes("Pad", ["Greeting\r\nDear all,\nhello", *before])
         self.reader.tab_to("Pad-List", True)
         self.desktop.key("Home")
@@ -121,66 +49,101 @@ class Keyboard(Pages):
         self.desktop.key("ctrl+End")
         self.file_becomes("Pad", [*before, "Greeting\r\nDear all,\nhello"])
         self.desktop.key("Delete")
-        self.question_is_answered("Delete selected entries?")
+        self.answer(DELETE)
         self.file_becomes("Pad", before)
 
     def test_todo(self):
-        self.start("ToDo")
-        self.reader.tab_to("Text of the ToDo entry")
+        self.start_reading("ToDo")
         before = self.file("ToDo")
-        self.type("water the plants")
-        self.desktop.key("Return")
-        wait_for("the task", lambda: len(self.file("ToDo")) == len(before) + 1, 5)
+        self.reader.tab_to("Text of the ToDo entry")
+        self.desktop.type("water the plants\n")
+        wait_for("the task", lambda: len(self.file("ToDo")) == len(before) + 1)
         self.reader.tab_to("ToDo-List", True)
         self.desktop.key("End", "space", "ctrl+Home")
-        wait_for("the marked task on top", lambda: "water the plants" in self.file("ToDo")[0], 5)
-        self.assertIn("CHECKED", self.node("list item", "water the plants")["states"])
+        wait_for("the marked task on top", lambda: "water the plants" in self.file("ToDo")[0])
+        rows = {node["name"]: node["states"] for node, _ in nodes(self.reader.window("Quillbox"))}
+        self.assertIn("CHECKED", rows["water the plants"])
         self.reader.tab_to("Refresh")
         self.desktop.key("space")
-        wait_for("no marked task", lambda: not any("water the plants" in entry for entry in self.file("ToDo")), 5)
-
-    def in_front(self, title):
-        window = self.desktop.window(title)
-        active = self.desktop.property(self.desktop.root, "_NET_ACTIVE_WINDOW")
-        return window and self.desktop.is_viewable(window) and list(active or ()) == [window.id]
+        wait_for("no marked task", lambda: not any("water the plants" in entry for entry in self.file("ToDo")))
 
     def test_a_dialog_gives_the_focus_back(self):
-        self.start()
-        for button, title in (("Settings...", "Quillbox Settings"), ("Info...", "Quillbox 4.31 Info")):
+        self.start_reading("Clip")
+        for button, title in (("Settings...", SETTINGS), ("Info...", INFO)):
             self.reader.tab_to(button, True)
             self.desktop.key("space")
-            wait_for(f"{title} in front", lambda: self.in_front(title), 5)
+            wait_for(f"{title} in front", lambda: self.active() == self.titled(title).id)
             self.desktop.key("Escape")
-            wait_for(f"Quillbox in front after {title}", lambda: self.in_front("Quillbox"), 5)
+            wait_for(f"Quillbox in front after {title}", lambda: self.active() == self.window.id)
 
 
-class DragAndDrop(Pages):
-    def drop(self, offers, list_name):
+class Fields(DesktopCase):
+    """Each field pastes what the one before has copied: the clipboard is another program's once, then our own."""
+
+    DESKTOP = {"accessibility": True}
+    FIELDS = (("Clip", "Current clipboard text"), ("Pad", "Name of the Pad entry"), ("Pad", "Text of the Pad entry"),
+              ("Timer", "Message of the timer"), ("ToDo", "Text of the ToDo entry"))
+
+    def test_paste_and_copy_in_every_field(self):
+        self.start_reading("Clip")
+        self.copy("seed")
+        page, text = "Clip", "seed"
+        for number, (there, field) in enumerate(self.FIELDS):
+            self.to_page(page, there)
+            page = there
+            self.reader.tab_to(field)
+            paste, copy = (("ctrl+v", "ctrl+c"), ("shift+Insert", "ctrl+Insert"))[number % 2]
+            self.desktop.key("ctrl+a", paste, "End", str(number), "ctrl+a", copy)
+            text += str(number)
+            self.pastes(text)
+            self.newest_becomes(text)
+        with Silent(self.desktop.name, {"UTF8_STRING": b"never"}) as owner:
+            wait_for("the question to the owner", lambda: owner.asked)
+            # Nothing can be pasted, and nobody waits for that.
+            self.desktop.key("ctrl+a", "ctrl+v", "shift+Insert", "End", "z", "ctrl+a", "ctrl+c")
+            self.pastes(text + "z")
+        self.next_copy_is_taken()
+
+    def to_page(self, page, there):
+        order = ("Clip", "Pad", "Calc", "Timer", "ToDo")
+        self.desktop.key(*["ctrl+Tab"] * (order.index(there) - order.index(page)))
+
+    def test_a_sum_goes_to_the_clipboard(self):
+        self.start_reading("Calc")
+        for keys, result in ((("1", "2", "asterisk", "3", "plus", "6", "Return"), "42"),
+                             (("KP_9", "KP_Divide", "KP_4", "KP_Subtract", "KP_1", "KP_Enter"), "1.25")):
+            self.reader.tab_to("Display")
+            self.desktop.key(*keys)
+            self.reader.tab_to("copy result to clipboard")
+            self.desktop.key("space")
+            self.pastes(result)
+            self.newest_becomes(result)
+
+
+class DragAndDrop(DesktopCase):
+    DESKTOP = {"accessibility": True}
+    LISTS = (("Clip", "Clip-List"), ("Pad", "Pad-List"), ("ToDo", "ToDo-List"))
+
+    def drop(self, list_name, offers):
+        """Drops what another program offers on a list; whether that takes it."""
         with DragSource(self.desktop.name, offers) as source:
             return source.drop(self.window, *self.middle("list", list_name))
 
-    def text(self, text):
-        return {"text/plain;charset=utf-8": text.encode(), "UTF8_STRING": text.encode()}
-
     def test_texts_from_another_program(self):
-        self.start()
-        clip, pad, todo = self.file("Clip"), self.file("Pad"), self.file("ToDo")
-        pages = (("Clip-List", "Clip"), ("Pad-List", "Pad"), ("ToDo-List", "ToDo"))
-        for page, (name, _) in enumerate(pages):
-            if page:
-                self.desktop.key(*["ctrl+Tab"] * (1, 3)[page - 1])  # from the first page to the second and the fifth
-            before = [self.file(file) for file in ("Clip", "Pad", "ToDo")]
-            self.assertFalse(self.drop({"image/png": PNG}, name), "a picture")
-            self.assertEqual(before, [self.file(file) for file in ("Clip", "Pad", "ToDo")])
-            self.assertTrue(self.drop(self.text(f"dropped ä on {name}"), name), "a text")
-            if page == 0:
-                self.file_becomes("Clip", ["dropped ä on Clip-List", *clip])
-                self.pastes("dropped ä on Clip-List")
-            elif page == 1:
-                self.file_becomes("Pad", ["[No Name]\r\ndropped ä on Pad-List", *pad])
-            else:
-                wait_for("the task", lambda: len(self.file("ToDo")) == len(todo) + 1, 5)
-                self.assertIn("dropped ä on ToDo-List", self.file("ToDo")[-1])
+        self.start_reading("Clip")
+        refused = {"image/png": PNG}, {"text/uri-list": b"file:///etc/hosts\r\n"}
+        for page, name in self.LISTS:
+            if page != "Clip":
+                self.desktop.key(*["ctrl+Tab"] * {"Pad": 1, "ToDo": 3}[page])
+            before = {file: self.file(file) for file, _ in self.LISTS}
+            for offers in refused:
+                self.drop(name, offers)
+                self.assertEqual(before, {file: self.file(file) for file, _ in self.LISTS}, offers)
+            text = f"dropped ä on {name}"
+            self.assertTrue(self.drop(name, {"text/plain;charset=utf-8": text.encode(), "UTF8_STRING": text.encode()}))
+            wait_for("the entry", lambda: any(text in entry for entry in self.file(page)))
+            self.assertEqual(len(before[page]) + 1, len(self.file(page)))
+        self.next_copy_is_taken()
 
     def drag(self, item):
         """Drags a row of a list to another program and returns the text that it gets."""
@@ -193,7 +156,7 @@ class DragAndDrop(Pages):
             return target.texts
 
     def test_texts_to_another_program(self):
-        self.start()
+        self.start_reading("Clip")
         self.copy("a text\nof two lines")
         self.assertEqual(["a text\nof two lines"], self.drag("a text↵of two lines"))
         self.desktop.key("ctrl+Tab")

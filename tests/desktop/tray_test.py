@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
-"""Trays that are missing, late, or go away and come back: the program stays in reach, with one icon at most."""
+"""The icon, and trays that are missing, late, or go away and come back: the program stays in reach, with one icon."""
 import re
 import threading
 import time
 import unittest
 
-from case import DesktopCase
+import datafiles
+from case import DesktopCase, SETTINGS
 from desktop import wait_for
 from statusnotifier import StatusNotifierHost
 
-GRACE = 1.0  # seconds in which a window may take the place of a lost tray
+GRACE = 10.0  # seconds in which a window must have taken the place of a lost tray
 
 
 def drawn(label):
@@ -17,89 +18,107 @@ def drawn(label):
     return re.sub("_(.)", r"\1", label)
 
 
-class Watch:
-    """Looks all the time how the program can be reached and how many icons it has."""
+class Icon(DesktopCase):
+    SETTINGS = {"AlwaysOnTop": "2"}
 
-    def __init__(self, desktop, statusnotifier=lambda: 0):
-        self.desktop, self.statusnotifier = desktop, statusnotifier
-        self.longest, self.most = 0.0, 0
-        self.last = time.monotonic()
+    def in_front(self):
+        """The window has the keyboard, and no button in the task bar."""
+        window = self.titled("Quillbox")
+        wait_for("the keyboard at the window", lambda: self.desktop.display.get_input_focus().focus == window)
+        wait_for("no button", lambda: self.state(window, "SKIP_TASKBAR"))
+        return window
 
-    def look(self):
-        now = time.monotonic()
-        icons = len(self.desktop.icons()) + self.statusnotifier()
-        self.most = max(self.most, icons)
-        if icons or self.desktop.reach():
-            self.last = now
-        else:
-            self.longest = max(self.longest, now - self.last)
+    def test_left_and_right_press(self):
+        self.desktop.start_program()
+        self.assertFalse(self.shown())
+        self.desktop.click_icon(1)
+        for away in (self.desktop.close_box, self.minimise):
+            away(self.in_front())
+            wait_for("the window in the tray", lambda: not self.shown())
+            self.desktop.click_icon(1)
+        other = self.desktop.other_window()
+        wait_for("the other program in front", lambda: self.active() == other.id)
+        self.desktop.click_icon(1)
+        wait_for("the covered window in front", lambda: self.active() == self.window_id())
+        for close in (lambda: self.desktop.key("Escape"), lambda: self.desktop.click(100, 100)):
+            self.desktop.open_menu()
+            close()
+            wait_for("the menu's end", lambda: not self.desktop.menu())
+        self.open_from_menu("s")
+        wait_for("the dialog in front", lambda: self.active() == self.titled(SETTINGS).id)
 
-    def until(self, what, condition, seconds=15):
-        def looked():
-            self.look()
-            return condition()
+    def window_id(self):
+        return self.desktop.window("Quillbox").id
 
-        return wait_for(what, looked, seconds)
+    def minimise(self, window):
+        """The minimise box of the window's frame."""
+        self.desktop.xdotool("windowminimize", window.id)
 
-    def during(self, seconds):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            self.look()
-            time.sleep(0.02)
+    def test_double_click_where_the_settings_say_so(self):
+        self.desktop.settings(ClicksToShow="2")
+        self.desktop.start_program()
+        self.desktop.click_icon(1)
+        self.next_copy_is_taken()
+        self.assertFalse(self.shown())
+        self.desktop.click_icon(1, times=2)
+        self.titled("Quillbox")
+
+    def test_the_icon_lives_while_a_message_is_open(self):
+        self.desktop.data.mkdir(mode=0o700, parents=True)
+        (self.desktop.data / "PadData.qbx").write_bytes(datafiles.pad_file(("name", "text"))[:-60])
+        self.desktop.start_program(wait=False)
+        message = wait_for("a message about the damaged file", self.desktop.message)
+        self.desktop.open_menu()
+        self.desktop.key("Escape")
+        wait_for("the menu's end", lambda: not self.desktop.menu())
+        self.desktop.click_icon(1)
+        self.titled("Quillbox")
+        self.answer(message)
+
+    def test_the_tip_is_plain_text(self):
+        self.desktop.start_program()
+        self.copy("a <b>bold</b> &amp; more")
+        x, y, width, height = self.desktop.icons()[0]
+        self.desktop.xdotool("mousemove", x + width // 2 - 3, y + height // 2, "mousemove", x + width // 2, y + height // 2)
+        wait_for("the tip", self.desktop.tip)
+        self.desktop.picture("tip-of-the-icon")
 
 
 class WithoutTray(DesktopCase):
     DESKTOP = {"panel": False}
 
-    def reached_by(self):
-        return self.desktop.reach()
-
-    def check(self, watch):
-        self.assertLessEqual(watch.longest, GRACE, "seconds out of reach")
-        self.assertLessEqual(watch.most, 1, "icons at once")
-
     def close_window(self):
         self.desktop.close_box(self.desktop.window("Quillbox"))
+        wait_for("the task bar", lambda: self.desktop.reach() == "taskbar")
 
     def test_start_shows_the_window_and_closing_minimises_it(self):
         self.desktop.start_program()
-        self.assertEqual("window", self.reached_by())
+        self.assertEqual("window", self.desktop.reach())
         self.close_window()
-        wait_for("the window in the task bar", lambda: self.reached_by() == "taskbar")
         window = self.desktop.window("Quillbox")
-        skip = self.desktop.display.intern_atom("_NET_WM_STATE_SKIP_TASKBAR")
-        self.assertNotIn(skip, list(self.desktop.property(window, "_NET_WM_STATE") or []))
+        self.assertFalse(self.state(window, "SKIP_TASKBAR"))
         self.desktop.xdotool("windowactivate", "--sync", window.id)
-        wait_for("the window again", lambda: self.reached_by() == "window")
+        wait_for("the window again", lambda: self.desktop.reach() == "window")
         self.next_copy_is_taken()
+        self.close_window()
+        self.assertEqual(0, self.desktop.stop_program())
+        wait_for("the window's end", lambda: not self.desktop.windows())
 
     def test_tray_that_comes_later_and_goes_and_comes_back(self):
         self.desktop.start_program()
-        watch = Watch(self.desktop)
         self.close_window()
-        watch.until("the task bar", lambda: self.reached_by() == "taskbar")
         for _ in range(2):
             self.desktop.start_panel()
-            watch.until("the icon", self.desktop.icons)
-            watch.until("the task bar's end",
-                        lambda: (w := self.desktop.window("Quillbox")) is None or w.id not in self.desktop.client_list())
-            watch.during(0.5)
+            wait_for("the icon", self.desktop.icons)
+            wait_for("the task bar's end", lambda: (w := self.desktop.window("Quillbox")) is None
+                     or w.id not in self.desktop.client_list())
+            self.assertEqual(1, len(self.desktop.icons()))
             self.desktop.stop_panel()
-            watch.until("the task bar again", lambda: self.reached_by() in ("taskbar", "window"))
-            watch.during(0.5)
+            wait_for("the task bar again", lambda: self.desktop.reach() in ("taskbar", "window"), GRACE)
         self.desktop.start_panel()
-        watch.until("the icon", self.desktop.icons)
-        self.check(watch)
+        wait_for("the icon", self.desktop.icons)
         self.desktop.click_icon(1)
-        wait_for("the window", lambda: (w := self.desktop.window("Quillbox")) and self.desktop.is_viewable(w))
-        self.desktop.picture("tray-came-back")
-
-    def test_exit_from_a_minimised_window_leaves_nothing(self):
-        self.desktop.start_program()
-        self.close_window()
-        wait_for("the task bar", lambda: self.reached_by() == "taskbar")
-        self.assertEqual(0, self.desktop.stop_program())
-        wait_for("the window's end", lambda: not self.desktop.windows())
+        self.titled("Quillbox")
 
 
 class WithoutBus(DesktopCase):
@@ -116,90 +135,75 @@ class StatusNotifier(DesktopCase):
 
     def host(self):
         host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
-        closed = threading.Event()
+        ended = threading.Event()
 
-        def close():
-            if not closed.is_set():
-                closed.set()
+        def end():
+            if not ended.is_set():
+                ended.set()
                 host.close()
 
-        self.addCleanup(close)
-        host.end = close
+        self.addCleanup(end)
+        host.end = end
         return host
-
-    def shown(self):
-        window = self.desktop.window("Quillbox")
-        return bool(window and self.desktop.is_viewable(window))
 
     def start_with_host(self):
         host = self.host()
         self.desktop.start_program(wait=False)
         host.wait_for_item()
+        self.assertFalse(self.shown())
         return host
 
-    def test_activation_shows_the_window(self):
-        host = self.start_with_host()
-        self.assertFalse(self.shown())
-        host.activate()
-        wait_for("the window", self.shown)
+    def labels(self, host):
+        return {drawn(properties.get("label", "-")): (number, properties) for number, properties in host.menu()}
 
-    def test_exported_menu_shows_the_newest_and_picks(self):
+    def test_exported_menu_and_tip(self):
         host = self.start_with_host()
-        for text in ("one", "two & a_half", "three"):
-            self.desktop.copy(text)
-            self.newest_becomes(text)
-        menu = host.menu()
-        shown = {drawn(properties.get("label", "-")): number for number, properties in menu}
-        self.assertEqual(["1:  three", "2:  two & a_half", "3:  one"],
+        self.copy("one", "two & a_half", "three <b>&amp;")
+        shown = self.labels(host)
+        self.assertEqual(["1:  three <b>&amp;", "2:  two & a_half", "3:  one"],
                          [label for label in shown if label[:2] in ("1:", "2:", "3:")][:3])
         self.assertIn("Exit Quillbox", shown)
-        host.pick(shown["2:  two & a_half"])
-        wait_for("the picked text in another program", lambda: self.desktop.paste() == b"two & a_half")
+        self.assertEqual("checkmark", shown["Always on Top"][1].get("toggle-type"))
+        wait_for("the tip", lambda: "(L:14)" in "".join(map(str, host.get("ToolTip"))))
+        host.pick(shown["2:  two & a_half"][0])
+        self.pastes("two & a_half")
         self.newest_becomes("two & a_half")
+        host.context_menu()
+        wait_for("the menu", self.desktop.menu)
 
-    def test_tip_tells_the_newest_text(self):
+    def test_activations(self):
         host = self.start_with_host()
-        self.desktop.copy("a <b>&amp; c")
-        self.newest_becomes("a <b>&amp; c")
-        wait_for("the tip", lambda: "(L:12)" in "".join(map(str, host.get("ToolTip"))))
+        host.activate()
+        self.titled("Quillbox")
+        self.assertEqual(0, self.desktop.stop_program())
+        self.desktop.settings(ClicksToShow="2")
+        self.desktop.start_program(wait=False)
+        host.wait_for_item()
+        host.activate()
+        self.next_copy_is_taken()
+        self.assertFalse(self.shown())
+        time.sleep(1)  # beyond the time of a double click
+        host.activate()
+        host.activate()
+        self.titled("Quillbox")
 
     def test_host_that_goes_away_leaves_the_program_in_reach(self):
         host = self.start_with_host()
-        self.assertFalse(self.shown())
         host.end()
-        wait_for("the program in reach", self.desktop.reach, GRACE + 4)
+        wait_for("the program in reach", self.desktop.reach, GRACE)
         again = self.host()
         again.wait_for_item()
         self.assertEqual(1, len(again.items))
         again.activate()
-        wait_for("the window", self.shown)
-
-    def test_two_activations_in_time_are_a_double_click(self):
-        self.desktop.settings(ClicksToShow="2")
-        host = self.start_with_host()
-        host.activate()
-        time.sleep(1.5)
-        self.assertFalse(self.shown())
-        host.activate()
-        host.activate()
-        wait_for("the window", self.shown)
+        self.titled("Quillbox")
 
     def test_both_kinds_of_tray_show_one_icon(self):
         host = self.host()
         self.desktop.start_panel()
         self.desktop.start_program(wait=False)
         host.wait_for_item()
-        time.sleep(1)
+        self.next_copy_is_taken()
         self.assertEqual(1, len(host.items) + len(self.desktop.icons()))
-
-    def test_host_that_comes_after_the_other_tray(self):
-        self.desktop.start_panel()
-        self.desktop.start_program()
-        host = self.host()
-        watch = Watch(self.desktop, lambda: len(host.items))
-        watch.during(2)
-        self.assertLessEqual(watch.most, 1, "icons at once")
-        self.assertLessEqual(watch.longest, GRACE)
 
 
 if __name__ == "__main__":

@@ -1,24 +1,25 @@
 #!/usr/bin/env python3
-"""Every window in every look: nothing leaves its window, nothing overlaps, everything has a name and a role."""
+"""Every window in every look: nothing leaves its window, nothing overlaps, everything has a name and a role; and where
+windows and tips stand."""
 import subprocess
 import time
 import unittest
 
 import themes
-from case import DesktopCase
+from case import DesktopCase, HELP, INFO, PAGES, SETTINGS
 from desktop import PICTURES, wait_for
-from screenreader import ScreenReader, nodes
+from screenreader import nodes
 
 BUTTONS = {"push button", "check box", "radio button", "toggle button", "combo box"}
 CONTROLS = BUTTONS | {"image", "text", "password text", "list", "label", "scroll bar", "spin button", "page tab", "page tab list"}
+MESSAGE = "Quillbox Timer Message"
 UNREACHED = "Message of the timer"  # in the message's window Enter and Escape stay with the buttons
-PAGES = ("Clip", "Pad", "Calc", "Timer", "ToDo")
 TEXTS = ("Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln")
 
 
-def inside(place, around):
-    return (place[0] >= around[0] and place[1] >= around[1] and place[0] + place[2] <= around[0] + around[2]
-            and place[1] + place[3] <= around[1] + around[3])
+def holds(outer, inner):
+    return (outer[0] <= inner[0] and outer[1] <= inner[1] and inner[0] + inner[2] <= outer[0] + outer[2]
+            and inner[1] + inner[3] <= outer[1] + outer[3])
 
 
 def overlap(one, other):
@@ -29,15 +30,15 @@ def overlap(one, other):
 def faults(window):
     """What is wrong with a window, in words."""
     found = []
-    for node, above in nodes(window):
-        what = f"{node['role']} {node['name'][:30]!r}"
+    for node, _ in nodes(window):
+        what = f"{node['role']} {node['name'][:30]!r} at {node['place']}"
         if node["role"] in CONTROLS:
-            if not inside(node["place"], window["place"]):
-                found.append(f"{what} at {node['place']} leaves its window {window['place']}")
+            if not holds(window["place"], node["place"]):
+                found.append(f"{what} leaves its window {window['place']}")
             if not node["name"].strip() and "FOCUSABLE" in node["states"]:
-                found.append(f"{what} at {node['place']} has no name")
+                found.append(f"{what} has no name")
             if node["place"][2] < 4 or node["place"][3] < 4:
-                found.append(f"{what} has no room: {node['place']}")
+                found.append(f"{what} has no room")
         elif "FOCUSABLE" in node["states"] and node["role"] != "list item" and not any(
                 child["role"] == "page tab list" for child in node["children"]):
             found.append(f"{what} takes the focus and has no usual role")
@@ -50,99 +51,65 @@ def faults(window):
 class Look(DesktopCase):
     """The default look; the others below."""
 
-    maxDiff = None
     DESKTOP = {"accessibility": True}
     LOOK = {}
     NAME = "light"
 
-    def setUp(self):
-        super().setUp()
-        themes.choose(self.desktop, **self.LOOK)
-        self.found = {}
-
-    def start(self):
-        self.desktop.start_program()
-        self.reader = ScreenReader(self.desktop)
-        self.addCleanup(self.reader.close)
-
     def see(self, title, name):
         """Saves the picture of a window and notes what is wrong with it."""
-        window = self.in_front(title)
+        window = self.titled(title)
+        self.desktop.xdotool("windowactivate", "--sync", window.id)
         time.sleep(0.25)  # for the last drawing
         PICTURES.mkdir(parents=True, exist_ok=True)
         subprocess.run(["import", "-window", str(window.id), str(PICTURES / f"window-{self.NAME}-{name}.png")],
                        env=self.desktop.environment, check=True, stdin=subprocess.DEVNULL)
         tree = wait_for(f"{title} in the tree", lambda: self.reader.window(title))
-        controls = [node for node, _ in nodes(tree) if node["role"] in CONTROLS]
-        self.assertGreater(len(controls), 1, name)
-        if wrong := faults(tree):
-            self.found[name] = wrong
+        self.assertGreater(sum(node["role"] in CONTROLS for node, _ in nodes(tree)), 1, name)
+        wrong = faults(tree) + (self.unreached(tree) if self.NAME == "light" else [])
         if tree["role"] not in ("frame", "window", "dialog"):
-            self.found.setdefault(name, []).append(f"the window is a {tree['role']}")
-        self.look_closer(name, tree)
+            wrong.append(f"the window is a {tree['role']}")
+        if wrong:
+            self.found[name] = wrong
         return window
 
-    def look_closer(self, name, tree):
+    def unreached(self, tree):
         """Tab goes to every control; of options to the chosen one, and from the tabs to none of them."""
-        if self.NAME != "light":
-            return
         reached = {node["name"] for node in self.reader.round() if node}
-        for node, _ in nodes(tree):
-            if (node["role"] in CONTROLS - {"page tab"} and {"FOCUSABLE", "ENABLED"} <= set(node["states"])
-                    and (node["role"] != "radio button" or "CHECKED" in node["states"])
-                    and node["name"] != UNREACHED and node["name"] not in reached):
-                self.found.setdefault(name, []).append(f"Tab doesn't reach {node['role']} {node['name']!r}")
+        return [f"Tab doesn't reach {node['role']} {node['name']!r}" for node, _ in nodes(tree)
+                if node["role"] in CONTROLS - {"page tab"} and {"FOCUSABLE", "ENABLED"} <= set(node["states"])
+                and (node["role"] != "radio button" or "CHECKED" in node["states"])
+                and node["name"] not in reached | {UNREACHED}]
 
-    def in_front(self, title):
-        window = wait_for(title, lambda: (w := self.desktop.window(title)) and self.desktop.is_viewable(w) and w)
-        self.desktop.xdotool("windowactivate", "--sync", window.id)
-        return window
-
-    def leave(self, window, key="Escape"):
+    def leave(self, title, key="Escape"):
         self.desktop.key(key)
-        wait_for("the window's end", lambda: not self.desktop.is_viewable(window))
-
-    def open_from_menu(self, key):
-        self.desktop.open_menu()
-        self.desktop.key(key)
-        wait_for("the menu's end", lambda: not self.desktop.menu())
+        self.gone(title)
 
     def test_windows(self):
-        self.start()
-        for text in TEXTS:
-            self.desktop.copy(text)
-            self.newest_becomes(text)
-        self.desktop.show_window()
+        themes.choose(self.desktop, **self.LOOK)
+        self.found = {}
+        self.start_reading("Clip")
+        self.copy(*TEXTS)
         for page in PAGES:
             self.see("Quillbox", page.lower())
             self.desktop.key("ctrl+Tab")
         self.desktop.key(*["ctrl+Tab"] * PAGES.index("Timer"))
-        self.start_countdown()
-        self.leave(self.see("Quillbox Timer Message", "message"), "Return")
-        self.leave(self.in_front("Quillbox"), "alt+F4")
-        self.open_from_menu("s")
-        self.settings()
-        self.open_from_menu("i")
-        self.leave(self.see("Quillbox 4.31 Info", "info"))
-        self.open_from_menu("h")
-        self.leave(self.see("General Starting Information on Quillbox", "help"))
-        self.assertEqual({}, self.found)
-
-    def start_countdown(self):
-        """A message of the timer, with its buttons."""
         self.reader.tab_to("Seconds")
         self.desktop.key("ctrl+a", "1")
         self.reader.tab_to("Activate Countdown")
         self.desktop.key("space")
-        title = "Quillbox Timer Message"
         wait_for("the message with its buttons", lambda: any(
-            node["name"] == "OK" for node, _ in nodes(self.reader.window(title))), 10)
-
-    def settings(self):
-        for tab in range(3):
-            window = self.see("Quillbox Settings", f"settings-{tab}")
-            self.desktop.key("ctrl+Tab")
-        self.leave(window)
+            node["name"] == "OK" for node, _ in nodes(self.reader.window(MESSAGE))))
+        self.see(MESSAGE, "message")
+        self.leave(MESSAGE, "Return")
+        self.desktop.xdotool("windowactivate", "--sync", self.window.id)
+        self.leave("Quillbox", "alt+F4")
+        for key, title, tabs in (("s", SETTINGS, 3), ("i", INFO, 1), ("h", HELP, 1)):
+            self.open_from_menu(key)
+            for tab in range(tabs):
+                self.see(title, f"{title.split()[-1].lower()}-{tab}")
+                self.desktop.key("ctrl+Tab")
+            self.leave(title)
+        self.assertEqual({}, self.found)
 
 
 class DarkHighResolution(Look):
@@ -153,6 +120,82 @@ class DarkHighResolution(Look):
 class LargeFont(Look):
     DESKTOP = {"accessibility": True, "screen": "1920x1080x24"}
     NAME, LOOK = "large-font", {"points": 20}
+
+
+class Places(DesktopCase):
+    DESKTOP = {"accessibility": True}
+
+    def test_always_on_top_is_switched_in_the_menu(self):
+        self.desktop.start_program()
+        main = self.desktop.show_window()
+        for above in (True, False, True):
+            wait_for(f"above the others: {above}", lambda: self.state(main, "ABOVE") == above)
+            self.open_from_menu("a")
+
+    def test_only_the_button_keeps_the_place(self):
+        self.start_reading("Clip")
+        x, _, width, _ = self.desktop.place(self.window)
+        self.assertLess(abs(x + width / 2 - 640), 30, "centred at first")
+        kept = self.move(100, 120)
+        self.desktop.click(*self.middle("push button", "Minimize Quillbox"))
+        wait_for("the window in the tray", lambda: not self.shown())
+        self.desktop.show_window()
+        self.stands(kept)
+        self.move(300, 50)  # the close box keeps nothing
+        self.desktop.close_box(self.titled("Quillbox"))
+        wait_for("the window in the tray", lambda: not self.shown())
+        self.desktop.show_window()
+        self.stands(kept)
+
+    def move(self, x, y):
+        before = self.desktop.place(self.titled("Quillbox"))[:2]
+        self.desktop.xdotool("windowmove", "--sync", self.titled("Quillbox").id, x, y)
+        return wait_for("the move", lambda: (place := self.desktop.place(self.titled("Quillbox"))[:2]) != before and place)
+
+    def stands(self, place):
+        wait_for(f"the window at {place}", lambda: self.desktop.place(self.titled("Quillbox"))[:2] == place)
+
+
+class FirstStart(DesktopCase):
+    SETTINGS = None
+
+    def test_start_help_stands_before_the_main_window(self):
+        self.desktop.start_program()
+        dialog, main = self.titled(HELP), self.titled("Quillbox")
+        wait_for("the help in front", lambda: {main.id, dialog.id} <= set(self.stacking())
+                 and self.stacking().index(main.id) < self.stacking().index(dialog.id))
+
+
+class Tips(DesktopCase):
+    """On two monitors, the second one lower than the first: a tip stays on its own and beside what it is about."""
+
+    DESKTOP = {"accessibility": True}
+    MONITORS = {"first": (0, 0, 640, 1024), "second": (640, 124, 640, 900)}
+    # Where the dialog stands, and from which side of the check box its tip is asked for.
+    PLACES = {("first", "left"): (-120, 300), ("first", "right"): (500, 300), ("second", "left"): (530, 300),
+              ("second", "right"): (1140, 300), ("second", "bottom"): (700, 854)}
+
+    def test_settings_at_the_edges(self):
+        for (name, (left, top, width, height)), output in zip(self.MONITORS.items(), ("screen", "none")):
+            self.desktop.start("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{left}+{top}",
+                               output).wait(10)
+        self.start_reading("Clip")
+        self.reader.tab_to("Settings...")
+        self.desktop.key("space")
+        window = self.titled(SETTINGS)
+        for (monitor, edge), place in self.PLACES.items():
+            with self.subTest(monitor=monitor, edge=edge):
+                self.desktop.xdotool("mousemove", 640, 10, "windowmove", "--sync", window.id, *place)
+                wait_for("no tip", lambda: not self.desktop.tip())
+                box = next(node for node, _ in nodes(self.reader.window(SETTINGS)) if node["role"] == "check box")
+                area = self.MONITORS[monitor]
+                x, y, wide, high = box["place"]
+                at = (max(x, area[0]) + 5 if edge == "left" else min(x + wide, area[0] + area[2]) - 5, y + high // 2)
+                self.desktop.xdotool("mousemove", at[0] + 1, at[1], "sleep", 0.1, "mousemove", *at)
+                tip = wait_for("the tip", self.desktop.tip)
+                self.assertGreater(tip[3], 40, "a tip of several lines")
+                self.assertTrue(holds(area, tip), f"{tip} in {area}")
+                self.assertFalse(holds(tip, (*at, 1, 1)), "the tip covers what it is about")
 
 
 if __name__ == "__main__":

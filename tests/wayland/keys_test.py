@@ -10,7 +10,7 @@ import unittest
 from sway import Sway, wait_for
 
 sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
-from script_test import pad_file  # noqa: E402
+from datafiles import pad_file  # noqa: E402
 
 # Notes each byte that the terminal sends.
 RECORDER = """

@@ -6,7 +6,7 @@ import unittest
 sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
 from desktop import Desktop, wait_for  # noqa: E402
 from portal import Portal  # noqa: E402
-from script_test import pad_file  # noqa: E402
+from datafiles import pad_file  # noqa: E402
 from statusnotifier import StatusNotifierHost  # noqa: E402
 
 SHIFT, CONTROL, ENTER, TAB, LEFT = 0xFFE1, 0xFFE3, 0xFF0D, 0xFF09, 0xFF51

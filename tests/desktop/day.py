@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
-"""A short session on a virtual desktop, as a person would have it: demo.py PROGRAM FOLDER
+"""A short session on a virtual desktop, as a person would have it: day.py PROGRAM FOLDER
 
 Screenshots go to FOLDER. Prints what it does and what stands in the data files afterwards.
 """
 import pathlib
 import shutil
+import signal
 import sys
 import time
 
+import datafiles
 import desktop
-from datafiles import decode
 from desktop import Desktop, wait_for
 
 TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "Καλημέρα κόσμε",
@@ -40,20 +41,24 @@ class Session:
         self.look_at_the_tip()
         self.pick_from_the_menu()
         self.open_the_pages()
+        self.tell("kill -9, as in a power cut, and a new start: nothing is lost")
+        before = datafiles.entries(self.screen.data / "ClipData.qbx")
+        screen.stop_program(signal.SIGKILL)
+        screen.start_program()
+        self.copy("after the power cut")
+        assert datafiles.entries(self.screen.data / "ClipData.qbx") == ["after the power cut", *before]
         self.tell("SIGTERM: the lists are written and the program ends")
         code = screen.stop_program()
-        self.tell(f"exit code {code}")
-        return code == 0
+        assert code == 0, f"exit code {code}"
 
     def copy_texts(self):
         for text in TEXTS:
             self.tell(f"another program copies {text!r}")
-            self.screen.copy(text)
-            wait_for("the text in ClipData.qbx", lambda: text in self.clip_file())
+            self.copy(text)
 
-    def clip_file(self):
-        path = self.screen.data / "ClipData.qbx"
-        return decode(path.read_bytes()) if path.exists() else ""
+    def copy(self, text):
+        self.screen.copy(text)
+        wait_for("the text in ClipData.qbx", lambda: datafiles.newest(self.screen) == text)
 
     def look_at_the_tip(self):
         self.tell("the mouse rests on the icon: its tip")
@@ -91,18 +96,16 @@ def main(program, folder):
     shutil.rmtree(folder, ignore_errors=True)
     desktop.PROGRAM = str(pathlib.Path(program).resolve())
     with Desktop() as screen:
-        session = Session(screen, folder)
-        good = session.run()
+        Session(screen, folder).run()
         for name in ("ClipData.qbx", "PadData.qbx", "ToDoData.qbx"):
             path = screen.data / name
             print(f"== {name}, {path.stat().st_size} bytes")
-            lines = decode(path.read_bytes()).splitlines()
+            lines = datafiles.decode(path.read_bytes()).splitlines()
             print("\n".join("  " + line for line in lines[:30]))
             if len(lines) > 30:
                 print(f"  ... {len(lines) - 30} more lines")
     print(f"== the screenshots are in {folder}")
-    return 0 if good else 1
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1], sys.argv[2]))
+    main(*sys.argv[1:])

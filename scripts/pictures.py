@@ -5,7 +5,9 @@ import subprocess
 import sys
 import time
 
-import desktop
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
+
+import desktop  # noqa: E402
 import themes
 from desktop import Desktop, wait_for
 from screenreader import ScreenReader
