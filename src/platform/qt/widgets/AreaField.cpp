@@ -17,6 +17,8 @@ AreaField::AreaField(QWidget* parent, TextBox& box) : QPlainTextEdit(parent), bo
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect(this, &QPlainTextEdit::textChanged, this, [this] { Edited(); });
   connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { CaretMoved(); });
+  // "Select all" with the caret at the end already moves nothing and selects all the same.
+  connect(this, &QPlainTextEdit::selectionChanged, this, [this] { CaretMoved(); });
 }
 
 void AreaField::Draw() {

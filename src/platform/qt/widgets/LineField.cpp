@@ -17,8 +17,12 @@ LineField::LineField(QWidget* parent, TextBox& box) : QLineEdit(parent), box_(bo
   setDragEnabled(true);
   connect(this, &QLineEdit::textEdited, this, [this] { Edited(); });
   connect(this, &QLineEdit::selectionChanged, this, [this] {
-    if (!drawing_ && hasSelectedText()) {
+    if (drawing_) return;
+    if (hasSelectedText()) {
       box_.Select(static_cast<std::size_t>(selectionStart()), static_cast<std::size_t>(selectionLength()));
+    } else {
+      // "End" in a text that is marked up to its end unmarks it and moves no caret.
+      box_.SetSelStart(static_cast<std::size_t>(cursorPosition()));
     }
   });
   connect(this, &QLineEdit::cursorPositionChanged, this, [this](int, int now) {
