@@ -96,7 +96,6 @@ class Fields(DesktopCase):
             self.desktop.key("ctrl+a", paste, "End", str(number), "ctrl+a", copy)
             text += str(number)
             self.pastes(text)
-            self.newest_becomes(text)
         with Silent(self.desktop.name, {"UTF8_STRING": b"never"}) as owner:
             wait_for("the question to the owner", lambda: owner.asked)
             # Nothing can be pasted, and nobody waits for that.

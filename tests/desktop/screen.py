@@ -65,10 +65,17 @@ class Screen:
         for window, attributes, geometry, _ in self.windows():
             if attributes.override_redirect or geometry[2] < 100:
                 continue
-            name = self.property(window, "_NET_WM_NAME")
-            if name is not None and bytes(name).decode() == title:
+            if self.title(window) == title:
                 return window
         return None
+
+    def title(self, window):
+        """None for a window without one, or that has gone while we looked."""
+        try:
+            name = self.property(window, "_NET_WM_NAME")
+        except Xlib.error.BadWindow:
+            return None
+        return None if name is None else bytes(name).decode()
 
     def message(self):
         """The title of an open message box, None while there is none."""

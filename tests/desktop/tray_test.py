@@ -44,7 +44,10 @@ class Icon(DesktopCase):
             self.desktop.open_menu()
             close()
             wait_for("the menu's end", lambda: not self.desktop.menu())
-        self.open_from_menu("s")
+        self.desktop.open_menu()
+        self.desktop.click_icon(3)  # closes the menu and opens it anew
+        wait_for("the menu again", self.desktop.menu)
+        self.desktop.key("s")
         wait_for("the dialog in front", lambda: self.active() == self.titled(SETTINGS).id)
 
     def window_id(self):

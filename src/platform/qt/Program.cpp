@@ -65,6 +65,9 @@ bool Program::Start() {
     FillHostMenu();
     return hostMenu_->Menu();
   };
+  windows_.MenuFor(frmTray_->menu.mnuBase).RightPressBeside = [this](const QPoint& place) {
+    trayIcon_.RightPressAt(place);
+  };
   frmTray_->Ended = [this] {
     messageBoxes_.CloseAll();
     QApplication::exit(0);

@@ -1,8 +1,9 @@
 #include "platform/qt/ports/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QWindow>
 #include <algorithm>
 
 #include "platform/qt/base/Icons.h"
@@ -24,7 +25,48 @@ QMessageBox::Icon IconOf(BoxCode code) {
   }
 }
 
+// What a person does to a window.
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+    case QEvent::Close:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// The icon is a window of its own in trays of the older kind; Qt names it so.
+bool IsTrayIcon(const QWindow& window) {
+  return window.objectName().startsWith(QStringLiteral("QSystemTrayIconSys"));
+}
+
 }  // namespace
+
+QMessageBox* QtMessageBoxes::Front() const {
+  for (auto box = open_.rbegin(); box != open_.rend(); ++box)
+    if (*box) return *box;
+  return nullptr;
+}
+
+bool QtMessageBoxes::eventFilter(QObject* watched, QEvent* event) {
+  if (!watched->isWindowType() || !IsInput(event->type())) return false;
+  const auto& window = *static_cast<QWindow*>(watched);
+  QMessageBox* const box = Front();
+  if (!box || &window == box->windowHandle() || window.type() == Qt::Popup || IsTrayIcon(window))
+    return false;
+  event->ignore();
+  box->raise();
+  return true;
+}
 
 BoxAnswer QtMessageBoxes::Show(const Text& text, BoxCode code, const Text& title) {
   QString shown = ToQt(text);
@@ -46,14 +88,20 @@ BoxAnswer QtMessageBoxes::Show(const Text& text, BoxCode code, const Text& title
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   if (asks) box.setEscapeButton(QMessageBox::No);
   const QPointer<QWidget> from = QApplication::activeWindow();
+  if (open_.empty()) qApp->installEventFilter(this);
   open_.emplace_back(&box);
-  const int pressed = box.exec();
+  QEventLoop answered;
+  connect(&box, &QMessageBox::finished, &answered, &QEventLoop::quit);
+  box.setModal(false);
+  box.show();
+  answered.exec();
   // The focus goes back to where the question came from; not every window manager sees to that.
   if (from && from->isVisible()) ActivateWindow(*from);
   open_.erase(
       std::remove_if(open_.begin(), open_.end(), [&](const auto& other) { return !other || other == &box; }),
       open_.end());
-  return !asks ? BoxAnswer::Ok : pressed == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+  if (open_.empty()) qApp->removeEventFilter(this);
+  return !asks ? BoxAnswer::Ok : box.result() == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
 }
 
 void QtMessageBoxes::CloseAll() {

@@ -73,11 +73,15 @@ void QtTrayIcon::Draw() {
   if (icon_->toolTip() != tip) icon_->setToolTip(tip);
 }
 
+void QtTrayIcon::RightPressAt(const QPoint& place) {
+  if (icon_ && icon_->geometry().contains(place)) Tell(mouse::kRightDown);
+}
+
 void QtTrayIcon::Activated(QSystemTrayIcon::ActivationReason reason) {
   switch (reason) {
     case QSystemTrayIcon::Context:
-      // A host of this kind opens the menu by itself.
-      if (kind_ == TrayPresence::Kind::XEmbed || !icon_->contextMenu()) Tell(mouse::kRightDown);
+      // A host that draws the exported menu by itself doesn't ask for one.
+      Tell(mouse::kRightDown);
       break;
     case QSystemTrayIcon::DoubleClick:
       lastActivation_ = 0;

@@ -1,6 +1,8 @@
 #include "platform/qt/ports/TrayMenuView.h"
 
 #include <QAction>
+#include <QMouseEvent>
+#include <QTimer>
 
 #include "platform/qt/base/QtText.h"
 
@@ -35,10 +37,30 @@ QString HostText(const QString& caption) {
   return text;
 }
 
+// Tells of presses beside it.
+class Popup : public QMenu {
+ public:
+  explicit Popup(const std::function<void(const QPoint&)>& rightPressBeside) : beside_(rightPressBeside) {}
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    const bool beside = event->button() == Qt::RightButton && !rect().contains(event->position().toPoint());
+    const QPoint place = event->globalPosition().toPoint();
+    QMenu::mousePressEvent(event);
+    if (!beside) return;
+    QTimer::singleShot(0, this, [this, place] {
+      if (beside_) beside_(place);
+    });
+  }
+
+ private:
+  const std::function<void(const QPoint&)>& beside_;
+};
+
 }  // namespace
 
 TrayMenuView::TrayMenuView(Dispatcher& dispatcher, MenuItem& root)
-    : dispatcher_(dispatcher), menu_(std::make_unique<QMenu>()) {
+    : dispatcher_(dispatcher), menu_(std::make_unique<Popup>(RightPressBeside)) {
   menu_->setObjectName(QString::fromStdString(root.Name()));
   AddActions(*menu_, root);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,9 @@ class TrayMenuView {
   void Follow(bool forHost);
   void OpenAt(const QPoint& place);
   QMenu* Menu() const { return menu_.get(); }
+  // A press of the right button beside the open menu has closed it, at this place of the screen. The press
+  // reaches nobody else: an open menu takes the whole mouse.
+  std::function<void(const QPoint&)> RightPressBeside;
 
  private:
   void AddActions(QMenu& menu, const MenuItem& parent);
