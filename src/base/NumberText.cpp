@@ -1,6 +1,7 @@
 #include "base/NumberText.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -216,6 +217,7 @@ Text MakeTextFromNumber(double value, char16_t decimalSeparator) {
 }
 
 double RoundToDecimals(double value, int decimals) {
+  assert(decimals >= 0);
   if (!std::isfinite(value)) return value;
   char buffer[32];
   const auto end = std::to_chars(buffer, std::end(buffer), value, std::chars_format::scientific).ptr;

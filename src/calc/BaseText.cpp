@@ -1,6 +1,7 @@
 #include "calc/BaseText.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -49,6 +50,7 @@ bool IsCompleteNumber(TextView text) {
 }  // namespace
 
 Text BaseTextFromDecimal(TextView decimal, NumberBase base) {
+  assert(base != NumberBase::Decimal);
   if (!IsCompleteNumber(decimal)) throw RuntimeError(errors::kTypeMismatch, "Type mismatch");
   const double value = std::nearbyint(GetNumberFromText(decimal));
   if (value < INT32_MIN || value > INT32_MAX) throw RuntimeError(errors::kOverflow, "Overflow");

@@ -1,5 +1,7 @@
 #include "clip/ClipPage.h"
 
+#include <cassert>
+
 #include "clip/UrlCut.h"
 #include "core/window/DeleteKey.h"
 #include "pad/PadRoom.h"
@@ -171,6 +173,7 @@ void ClipPage::List2_OLEDragDrop(const DragData& data) {
 }
 
 void ClipPage::ClearTop() {
+  assert(!window_.poll.Runs());
   clipboard_.Clear();
   Text0.SetText(u"");
   clip_.ReplaceTop(SharedText());

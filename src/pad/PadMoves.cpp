@@ -1,6 +1,7 @@
 #include "pad/PadMoves.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace quillbox {
 
@@ -14,6 +15,7 @@ constexpr int kScrollUpFrom = 1;
 }  // namespace
 
 PadMoves::Entry PadMoves::TakeCurrent() {
+  assert(Current() >= 0);
   const int row = Current();
   Entry entry{pad_.List1.GetList(row), pad_.PadEntries(row), pad_.List1.GetSelected(row)};
   pad_.DeleteEntry1(row);

@@ -38,6 +38,7 @@ void PadUse::ExecuteShown() {
 }
 
 void PadUse::CopyText(const SharedText& text) {
+  assert(!window_.poll.Runs());
   clipboard_.Clear();
   clipboard_.Put(text.Get());
   window_.MinimizeIfSet();

@@ -23,7 +23,7 @@ class PadUse {
 
   // The field's text, whether it is in the list or not.
   void UseShown();
-  // The current row's entry, which the fields show.
+  // The current row's entry, which the fields show. There must be a current row.
   void UseCurrent();
 
  private:

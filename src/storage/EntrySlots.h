@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "base/RuntimeError.h"
@@ -25,14 +26,17 @@ class EntrySlots {
   }
   void EmptyAll() { slots_.fill(SharedText()); }
 
-  // Makes room at `index` in a list whose last row is `last` now, and fills it. By value: the text may stand
-  // in a slot that moves.
+  // Makes room at `index`, one of the rows up to `last`, in a list whose last row is `last` now, and fills
+  // it. By value: the text may stand in a slot that moves.
   void Insert(int index, SharedText text, int last) {
+    assert(index >= 0 && index <= last);
     for (int i = last; i > index; --i) Set(i, (*this)(i - 1));
     Set(index, std::move(text));
   }
-  // Closes the gap at `index` in a list whose last row is `last` now.
+  // Closes the gap at `index`, at most the one behind the last row, in a list whose last row is `last` now;
+  // -1 for an empty one.
   void Remove(int index, int last) {
+    assert(index >= 0 && index <= last + 1);
     for (int i = index; i <= last; ++i) Set(i, (*this)(i + 1));
     Set(last + 1, SharedText());
   }

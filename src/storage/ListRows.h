@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <vector>
 
 #include "platform/forms/ListBox.h"
@@ -42,9 +43,10 @@ int DeleteSelected(ListBox& list, const DeleteRow& deleteRow) {
   return selected;
 }
 
-// The row from `first` on of which `isIt` is true, the last of several; -1 if there is none.
+// The row from `first` on (0 or more) of which `isIt` is true, the last of several; -1 if there is none.
 template <class IsIt>
 int LastRow(const ListBox& list, int first, const IsIt& isIt) {
+  assert(first >= 0);
   for (int row = list.GetListCount() - 1; row >= first; --row) {
     if (isIt(row)) return row;
   }

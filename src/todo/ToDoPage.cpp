@@ -1,5 +1,7 @@
 #include "todo/ToDoPage.h"
 
+#include <cassert>
+
 #include "core/window/DeleteKey.h"
 #include "storage/ListRows.h"
 
@@ -65,6 +67,7 @@ void ToDoPage::Command2_Click() {
 }
 
 bool ToDoPage::PutIn(int old) {
+  assert(old < List3.GetListCount());
   const Text text = Text1.GetText();
   const bool update = old >= 0;
   const int others = List3.GetListCount() - (update ? 1 : 0);

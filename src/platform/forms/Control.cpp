@@ -1,5 +1,7 @@
 #include "platform/forms/Control.h"
 
+#include <cassert>
+
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
@@ -8,6 +10,7 @@
 namespace quillbox {
 
 Control::Control(const Place& place, std::string_view name) : place_(place), name_(name) {
+  assert(!place.tabs || (place.page >= 0 && place.page < static_cast<int>(place.tabs->Captions().size())));
   Owner().AddControl(*this);
 }
 

@@ -21,7 +21,7 @@ using DragData = std::optional<Text>;
 enum class Color { Default, Blue, ButtonText, Window, Menu };
 enum class Alignment { Left = 0, Right = 1, Center = 2 };
 
-// Where a control stands: on a form, and there perhaps on a page of its tabs.
+// Where a control stands: on a form, and there perhaps on a page of its tabs, which are numbered from 0.
 struct Place {
   Place(Form& on) : form(&on) {}
   Place(Form& on, TabControl& of, int number) : form(&on), tabs(&of), page(number) {}

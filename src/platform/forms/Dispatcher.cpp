@@ -1,6 +1,7 @@
 #include "platform/forms/Dispatcher.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "platform/forms/Form.h"
 
@@ -15,6 +16,7 @@ Dispatcher::Pause::Pause(Dispatcher& dispatcher)
 }
 
 Dispatcher::Pause::~Pause() {
+  assert(dispatcher_.paused_ == this && "pauses lie within one another");
   dispatcher_.paused_ = outer_;
   dispatcher_.depth_ = depth_;
   changes_.swap(dispatcher_.changes_);
@@ -24,6 +26,12 @@ Dispatcher::Pause::~Pause() {
 void Dispatcher::Pause::Forget(const Form& form) {
   Erase(changes_, form);
   if (outer_) outer_->Forget(form);
+}
+
+Dispatcher::~Dispatcher() {
+  // A form that was let go leaves this dispatcher only now.
+  released_.clear();
+  assert(forms_.empty() && "the dispatcher outlives its forms");
 }
 
 void Dispatcher::Erase(std::deque<FocusChange>& changes, const Form& form) {

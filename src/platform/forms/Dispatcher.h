@@ -26,10 +26,12 @@ class TimerHost {
 };
 
 // Takes the person's inputs and the timers' ticks one at a time, delivers the focus changes that handlers
-// have asked for when the outermost one has ended, and then lets the views draw. One a program.
+// have asked for when the outermost one has ended, and then lets the views draw. One a program, which
+// outlives its forms.
 class Dispatcher {
  public:
   Dispatcher() = default;
+  ~Dispatcher();
   Dispatcher(const Dispatcher&) = delete;
   Dispatcher& operator=(const Dispatcher&) = delete;
 
@@ -123,7 +125,6 @@ class Dispatcher {
   std::vector<Form*> forms_;
   TimerHost* timerHost_ = nullptr;
   Pause* paused_ = nullptr;  // the innermost
-  // The last member: what is let go still leaves this dispatcher.
   std::vector<std::shared_ptr<void>> released_;
 };
 

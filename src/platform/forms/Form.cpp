@@ -1,6 +1,7 @@
 #include "platform/forms/Form.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Dispatcher.h"
@@ -12,7 +13,10 @@ Form::Form(Dispatcher& dispatcher, std::string_view name, const Text& caption)
   dispatcher_.Join(*this);
 }
 
-Form::~Form() { dispatcher_.Leave(*this); }
+Form::~Form() {
+  assert(controls_.empty() && "a form outlives its controls");
+  dispatcher_.Leave(*this);
+}
 
 void Form::SetCaption(const Text& caption) {
   caption_ = caption;
@@ -103,7 +107,9 @@ Control* Form::Find(std::string_view name) const {
 
 void Form::AddControl(Control& control) {
   controls_.push_back(&control);
-  byName_.emplace(control.Name(), &control);
+  const bool isNew = byName_.emplace(control.Name(), &control).second;
+  assert(isNew && "two controls of one form have the same name");
+  static_cast<void>(isNew);
   Touch();
 }
 

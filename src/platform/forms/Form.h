@@ -20,7 +20,8 @@ enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
 // Why a form is being closed. 0 is the person's close command.
 enum class CloseReason { Person = 0, Code = 1, System = 2 };
 
-// A window of the program: its state and its controls, whether something draws it or not.
+// A window of the program: its state and its controls, whether something draws it or not. It outlives its
+// controls, no two of which have the same name.
 class Form {
  public:
   Form(Dispatcher& dispatcher, std::string_view name, const Text& caption);

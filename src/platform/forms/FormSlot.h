@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <functional>
 #include <memory>
 
@@ -13,6 +14,7 @@ namespace quillbox {
 template <class T>
 class FormSlot {
  public:
+  // `make` gives a new form, never null.
   FormSlot(Dispatcher& dispatcher, std::function<std::unique_ptr<T>()> make)
       : dispatcher_(dispatcher), make_(std::move(make)) {}
 
@@ -20,6 +22,7 @@ class FormSlot {
   T& Load() {
     if (!object_) {
       object_ = make_();
+      assert(object_);
       object_->form.Unloaded = [this] {
         // The unloading handler is still running in it.
         dispatcher_.Release(std::move(object_));

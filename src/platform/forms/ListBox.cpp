@@ -1,6 +1,7 @@
 #include "platform/forms/ListBox.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Dispatcher.h"
@@ -8,7 +9,9 @@
 namespace quillbox {
 
 ListBox::ListBox(const Place& place, std::string_view name, Kind kind, int visibleRows)
-    : Control(place, name), kind_(kind), visibleRows_(visibleRows) {}
+    : Control(place, name), kind_(kind), visibleRows_(visibleRows) {
+  assert(visibleRows > 0);
+}
 
 void ListBox::Check(int row) const {
   if (row < 0 || row >= GetListCount()) throw RuntimeError(errors::kBadIndex, "Invalid property array index");

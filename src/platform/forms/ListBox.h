@@ -14,7 +14,7 @@ namespace quillbox {
 class ListBox : public Control {
  public:
   enum class Kind { ExtendedSelection, CheckBoxes };
-  // `visibleRows`: rows that the list shows at once until its view says how many there are.
+  // `visibleRows`: rows that the list shows at once until its view says how many there are; at least 1.
   ListBox(const Place& place, std::string_view name, Kind kind, int visibleRows);
 
   bool TakesFocus() const override { return true; }
@@ -47,7 +47,7 @@ class ListBox : public Control {
   int GetTopIndex() const { return top_; }
   void SetTopIndex(int row);
   int GetVisibleRows() const { return visibleRows_; }
-  // Told by the view: whole rows that it shows at once, at least 1.
+  // Told by the view: whole rows that it shows at once. A window too low for one counts as one row.
   void SetShownRows(int rows) { shownRows_ = std::max(rows, 1); }
   // How far a page goes: what the view shows less one row; 7 without a view.
   int PageRows() const { return shownRows_ > 0 ? std::max(shownRows_ - 1, 1) : kPageWithoutView; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cassert>
 #include <vector>
 
 #include "platform/forms/Control.h"
@@ -11,7 +13,7 @@ class OptionButton;
 // Option buttons of which one at most is selected.
 class OptionGroup {
  public:
-  void Add(OptionButton& option) { options_.push_back(&option); }
+  void Add(OptionButton& option);
   const std::vector<OptionButton*>& Options() const { return options_; }
 
  private:
@@ -52,5 +54,12 @@ class OptionButton : public Control {
   OptionGroup& group_;
   bool value_;
 };
+
+inline void OptionGroup::Add(OptionButton& option) {
+  assert((!option.GetValue() || std::none_of(options_.begin(), options_.end(),
+                                             [](const OptionButton* other) { return other->GetValue(); })) &&
+         "two options of a group begin as selected");
+  options_.push_back(&option);
+}
 
 }  // namespace quillbox

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 
 #include "platform/forms/Control.h"
 #include "platform/forms/Dispatcher.h"
@@ -16,7 +17,9 @@ class ScrollBar : public Control {
         maximum_(maximum),
         small_(small),
         large_(large),
-        value_(minimum) {}
+        value_(minimum) {
+    assert(minimum <= maximum);
+  }
 
   bool TakesFocus() const override { return true; }
   int GetMin() const { return minimum_; }

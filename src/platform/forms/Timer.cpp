@@ -1,5 +1,7 @@
 #include "platform/forms/Timer.h"
 
+#include <cassert>
+
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
 
@@ -7,6 +9,7 @@ namespace quillbox {
 
 Timer::Timer(const Place& place, std::string_view name, int interval, bool enabled)
     : Control(place, name), interval_(interval) {
+  assert(interval > 0);
   Control::SetEnabled(enabled);
   if (enabled && Dispatch().Timers()) Dispatch().Timers()->Started(*this);
 }

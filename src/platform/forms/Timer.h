@@ -9,10 +9,11 @@ namespace quillbox {
 // A periodic tick. A tick never overlaps a tick of the same timer.
 class Timer : public Control {
  public:
+  // `interval`: milliseconds, at least 1.
   Timer(const Place& place, std::string_view name, int interval, bool enabled);
   ~Timer() override;
 
-  int GetInterval() const { return interval_; }  // milliseconds
+  int GetInterval() const { return interval_; }
   // Starting a stopped timer begins a whole period; enabling an enabled one changes nothing.
   void SetEnabled(bool enabled) override;
 

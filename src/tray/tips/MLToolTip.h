@@ -29,7 +29,7 @@ class MLToolTip {
  public:
   // Takes over the tips, without a limit of their width. Nothing if it has them already.
   void MLToolTipInstall();
-  // Pixels of text. Must follow the installation.
+  // Pixels of text. An installation that comes later takes it away again.
   void MLToolTipSetMaxWidth(int width) { MLToolTipMaxWidth = width; }
   void MLToolTipRemove() { installed_ = false; }
   bool IsInstalled() const { return installed_; }

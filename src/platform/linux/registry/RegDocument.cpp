@@ -1,11 +1,17 @@
 #include "platform/linux/registry/RegDocument.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace quillbox {
 namespace {
 
 constexpr std::string_view kSignature = "REGEDIT4";
+
+// As FoldCase gives it.
+[[maybe_unused]] bool IsFolded(TextView text) {
+  return std::none_of(text.begin(), text.end(), [](char16_t unit) { return unit >= u'A' && unit <= u'Z'; });
+}
 
 bool EndsLine(const std::string& text, std::size_t at) { return at == 0 || text[at - 1] == '\n'; }
 
@@ -62,6 +68,7 @@ void RegDocument::DeleteKeys(const Text& path) {
 }
 
 const RegDocument::Entry* RegDocument::Find(const Text& path, const Text& name) const {
+  assert(IsFolded(path) && IsFolded(name));
   const auto key = keys_.find(path);
   if (key == keys_.end()) return nullptr;
   const auto value = key->second.values.find(name);
@@ -69,6 +76,7 @@ const RegDocument::Entry* RegDocument::Find(const Text& path, const Text& name) 
 }
 
 bool RegDocument::HasKey(const Text& path) const {
+  assert(IsFolded(path));
   if (keys_.contains(path)) return true;
   const auto below = keys_.lower_bound(path + u'\\');
   return below != keys_.end() && below->first.starts_with(path + u'\\');

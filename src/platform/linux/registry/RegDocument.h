@@ -33,7 +33,7 @@ class RegDocument {
 
   // Path and name folded. The entry may be a mark that the value is deleted.
   const Entry* Find(const Text& path, const Text& name) const;
-  // A key is there if it or a key below it has a section.
+  // Path folded. A key is there if it or a key below it has a section.
   bool HasKey(const Text& path) const;
 
   // Nothing if path or name can't stand in such a file.
