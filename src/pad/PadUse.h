@@ -2,7 +2,7 @@
 
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
-#include "pad/ScriptEntry.h"
+#include "pad/ScriptRunner.h"
 #include "storage/DataFiles.h"
 #include "storage/PadList.h"
 

@@ -1,4 +1,4 @@
-#include "pad/ScriptEntry.h"
+#include "pad/ScriptRunner.h"
 
 #include <algorithm>
 
