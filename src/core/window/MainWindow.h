@@ -23,17 +23,17 @@ class MainWindow {
   MainWindow(Form& form, Norvane& settings, Platform& platform);
 
   Form& form;
-  TabControl SSTab1;
-  CommandButton Command47;
-  CommandButton Command48;
-  CommandButton Command6;
+  TabControl SSTab1;        // the five pages
+  CommandButton Command47;  // opens the settings
+  CommandButton Command48;  // opens the Info dialog
+  CommandButton Command6;   // saves all and sends the window to the tray
   // "X": the next focus handler of a text field leaves the status label alone, a button has just written to
   // it.
   TextBox Text2;
   // "NoShow": the refresh of the ToDo-List shows no status word.
   TextBox Text4;
   ClipboardPoll poll;  // Timer1
-  Timer Timer2;        // the clock
+  Timer Timer2;        // the clock of the Timer page
 
   // Where the controls of a page stand.
   Place On(Page page) { return {form, SSTab1, static_cast<int>(page)}; }

@@ -16,25 +16,26 @@ class TrayMenu {
  public:
   TrayMenu(ClipList& clip, PadList& pad, SysTray& tray, Norvane& settings, const Text& programName);
 
-  MenuItem mnuBase;
-  MenuItem mnuShow;
-  MenuItem mnuClear;
+  // From the top. A "Trennlinie" is a separator.
+  MenuItem mnuBase;   // the menu itself
+  MenuItem mnuShow;   // shows the main window
+  MenuItem mnuClear;  // clears the clipboard
   MenuItem mnuTrennlinie3;
-  std::deque<MenuItem> mnuClip;  // 1 to limits::kMenuItems, from index 0
-  MenuItem mnuClips;
-  std::deque<MenuItem> mnuClipSub;  // 1 to limits::kSubMenuItems, from index 0
+  std::deque<MenuItem> mnuClip;     // Clip entries: items 1 to limits::kMenuItems, from index 0
+  MenuItem mnuClips;                // opens the submenu of more of them
+  std::deque<MenuItem> mnuClipSub;  // its items 1 to limits::kSubMenuItems, from index 0
   MenuItem mnuTrennlinie5;
-  std::deque<MenuItem> mnuPad;
-  MenuItem mnuPads;
-  std::deque<MenuItem> mnuPadSub;
+  std::deque<MenuItem> mnuPad;     // the same of the Pad-List
+  MenuItem mnuPads;                // opens the submenu
+  std::deque<MenuItem> mnuPadSub;  // its items
   MenuItem mnuTrennlinie4;
-  MenuItem mnuOnTop;
-  MenuItem mnuSettings;
+  MenuItem mnuOnTop;     // the main window stays above all others, or doesn't
+  MenuItem mnuSettings;  // opens the settings
   MenuItem mnuTrennlinie;
-  MenuItem mnuInfo;
-  MenuItem mnuStartHelp;
+  MenuItem mnuInfo;       // opens the Info dialog
+  MenuItem mnuStartHelp;  // opens the introduction
   MenuItem mnuTrennlinie2;
-  MenuItem mnuEnd;
+  MenuItem mnuEnd;  // ends the program
 
   // The Clip part, from the slots alone, and the tip of the icon.
   void AktualisiereContextMnu();
