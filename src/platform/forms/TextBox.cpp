@@ -132,16 +132,18 @@ void TextBox::Insert(char16_t character) {
 void TextBox::OwnKey(const KeyEvent& key, char16_t character) {
   if (key.ctrl || key.alt) return;
   const std::size_t end = text_.size();
-  // A step over a surrogate pair is one step.
+  // A step over a surrogate pair, or over a line end of two units, is one step, as it is in the view's field.
+  const auto isPair = [this](std::size_t at) {
+    return (IsHighSurrogate(text_[at]) && IsLowSurrogate(text_[at + 1])) ||
+           (text_[at] == u'\r' && text_[at + 1] == u'\n');
+  };
   const auto before = [&](std::size_t at) {
-    return at >= 2 && IsLowSurrogate(text_[at - 1]) && IsHighSurrogate(text_[at - 2]) ? at - 2
-           : at > 0                                                                   ? at - 1
-                                                                                      : 0;
+    if (at >= 2 && isPair(at - 2)) return at - 2;
+    return at > 0 ? at - 1 : 0;
   };
   const auto after = [&](std::size_t at) {
-    return at + 1 < end && IsHighSurrogate(text_[at]) && IsLowSurrogate(text_[at + 1])
-               ? at + 2
-               : std::min(at + 1, end);
+    if (at + 1 < end && isPair(at)) return at + 2;
+    return std::min(at + 1, end);
   };
   switch (key.code) {
     case keys::kBackspace:
