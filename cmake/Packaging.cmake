@@ -9,8 +9,9 @@ if(TARGET quillbox)
   install(TARGETS quillbox RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 if(TARGET quillbox-sound)
-  # Beside the program's own folder, where it looks for it.
-  install(TARGETS quillbox-sound LIBRARY DESTINATION lib/quillbox)
+  # Beside the program's own folder, where it looks for it. Not below lib, where the package would have to tell the
+  # linker of a library that nobody links.
+  install(TARGETS quillbox-sound LIBRARY DESTINATION libexec/quillbox)
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/templates/ DESTINATION ${QUILLBOX_SHARE}/templates
   FILES_MATCHING PATTERN "*.qbx")
@@ -19,6 +20,20 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${QUILLBOX_SHARE}/help
 install(FILES ${PACKAGING_FOLDER}/quillbox.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PACKAGING_FOLDER}/quillbox.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillbox RENAME copyright)
+
+# What a Debian package has to bring: a manual page and a changelog, both packed, and the reasons for what its checker
+# finds otherwise. Packed without a time, so that two builds are the same.
+find_program(GZIP gzip REQUIRED)
+function(quillbox_packed SOURCE NAME DESTINATION)
+  set(made ${PROJECT_BINARY_DIR}/packaging/${NAME})
+  configure_file(${PACKAGING_FOLDER}/${SOURCE} ${made} @ONLY)
+  execute_process(COMMAND ${GZIP} -9nkf ${made} COMMAND_ERROR_IS_FATAL ANY)
+  install(FILES ${made}.gz DESTINATION ${DESTINATION})
+endfunction()
+quillbox_packed(quillbox.1 quillbox.1 ${CMAKE_INSTALL_MANDIR}/man1)
+quillbox_packed(debian-changelog changelog ${CMAKE_INSTALL_DATADIR}/doc/quillbox)
+install(FILES ${PACKAGING_FOLDER}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+  RENAME quillbox)
 
 # The icon in the theme of last resort, as a drawing and in the sizes that panels ask for.
 set(HICOLOR ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
@@ -43,7 +58,9 @@ endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillbox)
 set(CPACK_PACKAGE_VENDOR "The Quillbox authors")
-set(CPACK_PACKAGE_CONTACT "The Quillbox authors <quillbox@localhost>")
+set(QUILLBOX_MAINTAINER "The Quillbox authors <maintainers@quillbox.example>" CACHE STRING
+  "Who answers for the package: name and address of whoever builds it for others")
+set(CPACK_PACKAGE_CONTACT ${QUILLBOX_MAINTAINER})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "clipboard history, text snippets, calculator, timer and tasks in the tray")
 set(CPACK_PACKAGE_DESCRIPTION
 "Quillbox lives in the tray and keeps the texts that were copied last, so that
@@ -60,6 +77,8 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${CPACK_PACKAGE_CONTACT}")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+  WORLD_READ WORLD_EXECUTE)
 # Qt's side on X11, which no library names; and what opens the manual in the user's browser.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS qt6-qpa-plugins)
 # And on Wayland, for sessions without XWayland.

@@ -13,7 +13,7 @@ namespace quillbox {
 namespace {
 
 // Where the module lies: beside the program in a build, among the libraries when installed.
-constexpr const char* kPlaces[] = {"/quillbox-sound.so", "/../lib/quillbox/quillbox-sound.so"};
+constexpr const char* kPlaces[] = {"/quillbox-sound.so", "/../libexec/quillbox/quillbox-sound.so"};
 
 SoundPlayer* LoadPlayer() {
   for (const char* place : kPlaces) {
