@@ -1,136 +1,73 @@
+#include <memory>
+
+#include "base/RuntimeError.h"
 #include "platform/forms/FormSlot.h"
 #include "unit/FormsFixture.h"
 
 namespace quillbox {
 namespace {
 
-using Log = std::vector<std::string>;
-
-class FormsFocus : public FormsFixture {
- protected:
-  FormsFocus() {
-    for (Control* control : form.Controls()) Record(*control);
-  }
-  void Record(Control& control) {
-    const std::string name = control.Name();
-    control.GotFocus = [this, name] { log.push_back(name + " got"); };
-    control.LostFocus = [this, name] { log.push_back(name + " lost"); };
-    control.Click = [this, name] { log.push_back(name + " click"); };
-  }
-
-  // Gives an event that is logged another handler.
-  static void Instead(Event<>& event, const std::function<void()>& handler) {
-    event = nullptr;
-    event = handler;
-  }
-
-  Log log;
-  TextBox first{form, "first", TextBox::Lines::One};
-  TextBox second{form, "second", TextBox::Lines::One};
-  CommandButton button{form, "button", u"Button"};
-  Label label{form, "label"};
-};
-
-TEST_F(FormsFocus, OutsideOfHandlersItMovesAtOnce) {
-  first.PersonFocus();
-  log.clear();
-  EXPECT_FALSE(first.SetFocus()) << "it has it already";
+TEST_F(Forms, TheFocusMovesAtOnceOrAfterTheOutermostHandler) {
+  line.PersonFocus();
+  EXPECT_FALSE(line.SetFocus()) << "it has it already";
   EXPECT_FALSE(label.SetFocus());
-  EXPECT_TRUE(second.SetFocus());
-  EXPECT_EQ(log, (Log{"first lost", "second got"}));
-  log.clear();
+  EXPECT_TRUE(block.SetFocus());
+  EXPECT_EQ(TakeLog(), "to line, from line, to block");
+  label.Click = Note("label");
+  button.Click = [this] {
+    EXPECT_TRUE(line.SetFocus());
+    EXPECT_FALSE(line.SetFocus()) << "it will have it, and that counts";
+    dispatcher.Post(Note("posted"));
+    dispatcher.Dispatch(Note("inner"));
+    form.Hide();  // raises nothing, and what is queued is delivered
+    Note("end")();
+  };
+  Instead(line.GotFocus, [this] {
+    Note("to line")();
+    block.SetFocus();
+  });
   button.PersonClick();
   label.PersonClick();
-  EXPECT_EQ(log, (Log{"second lost", "button got", "button click", "label click"}));
-  EXPECT_EQ(dispatcher.Focused(), &button);
+  EXPECT_EQ(TakeLog(),
+            "from block, to button, inner, end, from button, to line, from line, to block, posted, label");
+  EXPECT_EQ(dispatcher.Focused(), &block);
 }
 
-TEST_F(FormsFocus, SetFocusInAHandlerComesAfterTheOutermostHandler) {
-  Instead(button.Click, [this] {
-    EXPECT_TRUE(first.SetFocus());
-    // The one that will have the focus has it already, as far as a further call goes.
-    EXPECT_FALSE(first.SetFocus());
-    dispatcher.Dispatch([this] { log.push_back("inner"); });
-    log.push_back("end of click");
-  });
-  Instead(first.GotFocus, [this] {
-    log.push_back("first got");
-    second.SetFocus();
-  });
-  button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "inner", "end of click", "button lost", "first got", "first lost",
-                      "second got"}));
-  EXPECT_EQ(dispatcher.Focused(), &second);
-}
-
-TEST_F(FormsFocus, AFailureEndsItsHandlerAlone) {
-  first.PersonFocus();
-  Instead(first.LostFocus, [] { throw RuntimeError(errors::kBadIndex, "no row"); });
-  Instead(second.GotFocus, [] { throw RuntimeError(errors::kBadIndex, "no row"); });
-  second.DblClick = [this] { log.push_back("second dblclick"); };
-  log.clear();
-  second.PersonDoubleClick();
-  EXPECT_EQ(log, (Log{"second click", "second dblclick"}));
+TEST_F(Forms, AFailureEndsItsHandlerAlone) {
+  line.PersonFocus();
+  for (Event<>* event : {&line.LostFocus, &block.GotFocus}) {
+    Instead(*event, [] { throw RuntimeError(errors::kBadIndex, "no row"); });
+  }
+  TakeLog();
+  block.Click = Note("click");
+  block.DblClick = Note("double click");
+  block.PersonDoubleClick();
+  EXPECT_EQ(TakeLog(), "click, double click");
   EXPECT_FALSE(dispatcher.Busy());
 }
 
-TEST_F(FormsFocus, WhatAHandlerAsksForComesBeforeWhatItPosts) {
-  Instead(button.Click, [this] {
-    dispatcher.Post([this] { log.push_back("posted"); });
-    first.SetFocus();
-    form.Hide();  // raises nothing, and the queued change is delivered
-  });
-  button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "button lost", "first got", "posted"}));
-}
-
-TEST_F(FormsFocus, AnotherFormInFrontTakesTheFocusAndAnUnloadedOneHasNone) {
-  Form dialog(dispatcher, "dialog", u"Dialog");
-  TextBox field(dialog, "field", TextBox::Lines::One);
-  Record(field);
-  first.PersonFocus();
-  log.clear();
-  dialog.Show();
-  EXPECT_EQ(log, (Log{"first lost", "field got"}));
-  log.clear();
-  dialog.Unload();
-  EXPECT_EQ(dispatcher.Focused(), nullptr);
-  second.PersonFocus();
-  EXPECT_EQ(log, Log{"second got"});
-}
-
 // While a message box stands open, each input is one of its own; what the waiting handler has asked for
-// still comes after it.
-TEST_F(FormsFocus, InputsWhileAHandlerWaits) {
-  Instead(button.Click, [this] {
-    first.SetFocus();
+// still comes after it. Views draw before a wait and after the outermost handler.
+TEST_F(Forms, InputsWhileAHandlerWaits) {
+  dispatcher.OnRefresh = Note("drawn");
+  button.Click = [this] {
+    line.SetFocus();
     dispatcher.WhileWaiting([this] {
       EXPECT_FALSE(dispatcher.Busy());
-      second.PersonFocus();
-      dispatcher.Post([this] { log.push_back("posted"); });
+      block.PersonFocus();
+      dispatcher.Post(Note("posted"));
     });
     EXPECT_TRUE(dispatcher.Busy());
-    log.push_back("end of click");
-  });
-  button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "button lost", "second got", "posted", "end of click", "second lost",
-                      "first got"}));
-}
-
-TEST_F(FormsFocus, ViewsDrawAfterTheOutermostHandlerAndBeforeAWait) {
-  dispatcher.OnRefresh = [this] { log.push_back("drawn"); };
-  Instead(button.Click, [this] {
     dispatcher.Dispatch([] {});
-    log.push_back("before");
-    dispatcher.WhileWaiting([this] { log.push_back("waiting"); });
-    log.push_back("after");
-  });
+    Note("end")();
+  };
   button.PersonClick();
-  EXPECT_EQ(log, (Log{"button got", "before", "drawn", "waiting", "after", "drawn"}));
+  EXPECT_EQ(TakeLog(),
+            "to button, drawn, from button, to block, drawn, posted, drawn, end, from block, to line, drawn");
 }
 
 // A dialog that is unloaded while one of its handlers waits lives until that handler has ended.
-TEST_F(FormsFocus, AFormClosedWhileItsHandlerWaitsStaysUntilTheHandlerEnds) {
+TEST_F(Forms, AFormClosedWhileItsHandlerWaitsStaysUntilTheHandlerEnds) {
   struct Dialog {
     explicit Dialog(Dispatcher& of, bool& isGone) : form(of, "dialog", u"Dialog"), gone(isGone) {}
     ~Dialog() { gone = true; }
