@@ -63,6 +63,8 @@ FormView& WindowPerson::ViewOf(const Control& control) const {
 }
 
 QWidget& WindowPerson::WidgetOf(const Control& control) const {
+  // A menu that stands open would take the first click for itself.
+  while (QWidget* const popup = QApplication::activePopupWidget()) popup->close();
   QWidget* const widget = ViewOf(control).WidgetOf(control);
   if (!widget) throw ConsoleError("no widget shows the control");
   return *widget;

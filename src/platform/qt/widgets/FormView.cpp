@@ -85,6 +85,9 @@ void FormView::AppearOrGo() {
 }
 
 void FormView::ShowWindow() {
+  // A window that goes away under a click leaves its focus to another widget.
+  followed_ = nullptr;
+  FollowFocus();
   const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
   move(place);
   // The place is the frame's. A window that comes back has no frame yet, and Qt would put its content there.
@@ -105,7 +108,10 @@ void FormView::FollowFocus() {
   const Control* const focused = form_.GetDispatcher().Focused();
   // Only a change is followed: between two, a person may go through the labels, which the form knows nothing
   // of.
-  if (!focused || focused == followed_) return;
+  if (focused == followed_) return;
+  // One that nobody can see yet is followed when it appears.
+  followed_ = nullptr;
+  if (!focused) return;
   for (const Joined& joined : joined_) {
     if (joined.control == focused && joined.control->IsReachable()) {
       followed_ = focused;
