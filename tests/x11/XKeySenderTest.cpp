@@ -150,7 +150,7 @@ TEST(XKeySender, AKeyboardThatIsUsedMeanwhile) {
     person.UseGroup(0);
     KeyReceiver receiver({.answersPings = true});
     receiver.TakeFocus();
-    std::thread meanwhile([&] {
+    std::thread meanwhile([&receiver, &disturb = disturb] {
       while (receiver.Presses().size() < 1000) Sleep(1);
       disturb();
     });
