@@ -23,7 +23,12 @@ class MenuItem {
   bool GetVisible() const { return visible_; }
   void SetVisible(bool visible) { visible_ = visible; }
   bool GetChecked() const { return checked_; }
-  void SetChecked(bool checked) { checked_ = checked; }
+  void SetChecked(bool checked) {
+    checked_ = checked;
+    checkable_ = true;
+  }
+  // Whether it is an item that has a mark at times.
+  bool IsCheckable() const { return checkable_; }
   bool IsSeparator() const { return caption_ == u"-"; }
 
   void Add(MenuItem& child) { children_.push_back(&child); }
@@ -45,6 +50,7 @@ class MenuItem {
   Text caption_;
   bool visible_;
   bool checked_ = false;
+  bool checkable_ = false;
   std::vector<MenuItem*> children_;
 };
 

@@ -37,7 +37,7 @@ Program::Program(EndingSignals& signals)
     views_.Refresh();
     FillHostMenu();
   };
-  views_.Help = [this](const Form& form) { OpenHelp(system_.HelpFolder(), HelpPageFor(form)); };
+  views_.Help = [this](const Form& form) { ShowHelp(form); };
   views_.Appeared = [this] { frmTray_->timerPage.CatchUp(); };
   presence_.Changed = [this] {
     trayIcon_.Follow();
@@ -80,6 +80,24 @@ bool Program::Start() {
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
   return true;
+}
+
+const char* Program::HelpPage(const Form& form) const {
+  // In the order of the tabs.
+  constexpr const char* kPages[] = {"clip.html", "pad.html", "calc.html", "timer.html", "todo.html"};
+  const frmTray& program = *frmTray_;
+  if (const auto* const dialog = program.settingsDialog.Get(); dialog && &form == &dialog->form)
+    return "settings.html";
+  if (const auto* const message = program.message.Get(); message && &form == &message->form)
+    return "timer.html";
+  return &form == &program.form ? kPages[program.window.SSTab1.GetTab()] : "index.html";
+}
+
+void Program::ShowHelp(const Form& form) {
+  if (OpenHelp(system_.HelpFolder(), QLatin1String(HelpPage(form)))) return;
+  Text text = u"The manual can't be opened: it isn't in ";
+  text.append(system_.HelpFolder()).append(u", or xdg-open, which finds your browser, isn't installed.");
+  dispatcher_.Dispatch([&] { frmTray_->window.MessageBox(text, BoxCode::Information, u"Quillbox Manual"); });
 }
 
 // A host measures the menu before it asks for its items, so they are always up to date.

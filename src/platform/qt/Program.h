@@ -39,6 +39,9 @@ class Program {
 
  private:
   void FillHostMenu();
+  // The page of the manual about what a form has in front.
+  const char* HelpPage(const Form& form) const;
+  void ShowHelp(const Form& form);
 
   QtEventLoop loop_;
   std::unique_ptr<SessionClipboard> clipboard_;

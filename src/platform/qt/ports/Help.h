@@ -6,11 +6,8 @@
 
 namespace quillbox {
 
-class Form;
-
-// The page of the manual about what a form has in front, as a file name.
-QString HelpPageFor(const Form& form);
-// Opens a page of the manual in the user's browser. Nothing if the manual isn't there.
-void OpenHelp(const Text& folder, const QString& page);
+// Opens a page of the manual, a file name in that folder, in the user's browser. False if the manual isn't
+// there, or nothing that opens it.
+bool OpenHelp(const Text& folder, const QString& page);
 
 }  // namespace quillbox

@@ -79,7 +79,7 @@ void TrayMenuView::AddActions(QMenu& menu, const MenuItem& parent) {
     } else {
       action = menu.addAction(QString());
       // A host asks once whether an item has a mark: when it sees it first.
-      action->setCheckable(item->Name() == "mnuOnTop");
+      action->setCheckable(item->IsCheckable());
       QObject::connect(action, &QAction::triggered, menu_.get(), [this, item] {
         if (item->Click) dispatcher_.Dispatch(item->Click);
       });
