@@ -36,7 +36,8 @@ void Remove(QWidget& field) {
 QWidget* FieldOf(QObject* watched) {
   if (auto* const line = qobject_cast<QLineEdit*>(watched)) return line;
   if (auto* const area = dynamic_cast<AreaField*>(watched)) return area;
-  return watched->parent() ? dynamic_cast<AreaField*>(watched->parent()) : nullptr;
+  QObject* const parent = watched ? watched->parent() : nullptr;
+  return dynamic_cast<AreaField*>(parent);
 }
 
 }  // namespace
@@ -49,6 +50,7 @@ void FieldClipboard::Serve(QWidget& widget) {
 
 bool FieldClipboard::eventFilter(QObject* watched, QEvent* event) {
   QWidget* const field = FieldOf(watched);
+  if (!field) return false;
   switch (event->type()) {
     case QEvent::KeyPress:
       return Key(*field, static_cast<QKeyEvent&>(*event));
