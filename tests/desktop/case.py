@@ -104,9 +104,9 @@ class DesktopCase(unittest.TestCase):
     def pastes(self, text):
         wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text.encode())
 
-    def newest_becomes(self, text):
+    def newest_becomes(self, text, seconds=15):
         """Waits until `text` is the newest entry on the disk."""
-        wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text)
+        wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text, seconds)
 
     def next_copy_is_taken(self):
         """A normal copy, as by any program, reaches the list."""
