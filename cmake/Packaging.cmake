@@ -21,6 +21,8 @@ install(FILES ${PACKAGING_FOLDER}/quillbox.desktop DESTINATION ${CMAKE_INSTALL_D
 install(FILES ${PACKAGING_FOLDER}/quillbox.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillbox RENAME copyright)
 
+set(QUILLBOX_MAINTAINER "The Quillbox authors <maintainers@quillbox.example>" CACHE STRING
+  "Who answers for the package: name and address of whoever builds it for others")
 # What a Debian package has to bring: a manual page and a changelog, both packed, and the reasons for what its checker
 # finds otherwise. Packed without a time, so that two builds are the same.
 find_program(GZIP gzip REQUIRED)
@@ -58,8 +60,6 @@ endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillbox)
 set(CPACK_PACKAGE_VENDOR "The Quillbox authors")
-set(QUILLBOX_MAINTAINER "The Quillbox authors <maintainers@quillbox.example>" CACHE STRING
-  "Who answers for the package: name and address of whoever builds it for others")
 set(CPACK_PACKAGE_CONTACT ${QUILLBOX_MAINTAINER})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "clipboard history, text snippets, calculator, timer and tasks in the tray")
 set(CPACK_PACKAGE_DESCRIPTION
