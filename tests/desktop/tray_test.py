@@ -10,6 +10,7 @@ from case import DesktopCase, SETTINGS
 from desktop import wait_for
 from statusnotifier import StatusNotifierHost
 
+MAXIMIZE = 0x10  # of the functions in _MOTIF_WM_HINTS
 GRACE = 10.0  # seconds in which a window must have taken the place of a lost tray
 
 
@@ -133,7 +134,7 @@ class WithoutBus(DesktopCase):
         self.desktop.open_menu()
 
 
-class StatusNotifier(DesktopCase):
+class WithHost(DesktopCase):
     DESKTOP = {"panel": False}
 
     def host(self):
@@ -156,6 +157,22 @@ class StatusNotifier(DesktopCase):
         self.assertFalse(self.shown())
         return host
 
+
+class WithoutWindowManager(WithHost):
+    """Nobody changes a window's state: what it has, it had when it was mapped."""
+
+    DESKTOP = {"panel": False, "window_manager": False}
+    SETTINGS = {}
+
+    def test_what_a_window_comes_with(self):
+        self.start_with_host().activate()
+        window = self.titled("Quillbox")
+        self.assertTrue(self.state(window, "SKIP_TASKBAR"))
+        self.assertTrue(self.state(window, "ABOVE"))
+        self.assertFalse(self.desktop.property(window, "_MOTIF_WM_HINTS")[1] & MAXIMIZE)
+
+
+class StatusNotifier(WithHost):
     def labels(self, host):
         return {drawn(properties.get("label", "-")): (number, properties) for number, properties in host.menu()}
 

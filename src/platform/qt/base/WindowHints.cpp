@@ -51,13 +51,25 @@ void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_
 bool WindowsHavePlaces() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
 
 void SetAbove(QWidget& window, bool above) {
-  if (WindowsHavePlaces() && window.windowHandle())
+  if (!WindowsHavePlaces()) return;
+  if (window.windowHandle()) {
     window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, above);
+  } else {
+    window.setWindowFlag(Qt::WindowStaysOnTopHint, above);
+  }
 }
 
 void SetSkipTaskbar(QWidget& window, bool skip) {
   xcb_connection_t* const connection = Connection();
-  if (connection) Ask(window, "_NET_WM_STATE", skip ? 1 : 0, Atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"));
+  if (!connection) return;
+  const xcb_atom_t skipTaskbar = Atom(connection, "_NET_WM_STATE_SKIP_TASKBAR");
+  if (window.isVisible()) return Ask(window, "_NET_WM_STATE", skip ? 1 : 0, skipTaskbar);
+  window.winId();  // makes it
+  // A hidden window has no other state: what it comes with is read from its flags when it is mapped, and
+  // added to this.
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
+                      static_cast<xcb_window_t>(window.windowHandle()->winId()),
+                      Atom(connection, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, skip ? 1 : 0, &skipTaskbar);
 }
 
 void ActivateWindow(QWidget& window) {

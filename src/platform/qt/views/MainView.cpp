@@ -103,8 +103,6 @@ void MainView::AppearOrGo() {
     if (!isVisible() || isMinimized()) {
       setWindowState(windowState() & ~Qt::WindowMinimized);
       ShowWindow();
-      // It is reached through its icon; without one it must stand in the task bar.
-      SetSkipTaskbar(*this, trayReachable_());
     }
   } else if (trayReachable_()) {
     inTaskbar_ = false;
@@ -113,8 +111,17 @@ void MainView::AppearOrGo() {
     inTaskbar_ = true;
     SetSkipTaskbar(*this, false);
     showMinimized();
-    SetSkipTaskbar(*this, false);
   }
+}
+
+void MainView::ShowWindow() {
+  // It is reached through its icon; without one it must stand in the task bar.
+  const bool skip = trayReachable_();
+  FollowTopmost();
+  SetSkipTaskbar(*this, skip);
+  FormView::ShowWindow();
+  // Where "Always on Top" was switched while it was hidden, Qt has made the window anew.
+  SetSkipTaskbar(*this, skip);
 }
 
 void MainView::FollowTray() {

@@ -25,6 +25,7 @@ class MainView : public FormView {
 
  protected:
   void AppearOrGo() override;
+  void ShowWindow() override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 

@@ -18,6 +18,9 @@ namespace quillbox {
 
 FormView::FormView(Form& form, const ViewTools& tools) : form_(form), tools_(tools) {
   setObjectName(QString::fromStdString(form.Name()));
+  // Every window has the size that its content needs: none can be made larger.
+  setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                 Qt::WindowCloseButtonHint);
   setWindowTitle(ToQt(form.GetCaption()));
   // The focus and the activation are the person's business, not a side effect of drawing.
   setAttribute(Qt::WA_ShowWithoutActivating, true);
@@ -72,7 +75,7 @@ void FormView::Refresh() {
     FollowFocus();
   }
   AppearOrGo();
-  FollowTopmost();
+  if (isVisible()) FollowTopmost();
 }
 
 void FormView::AppearOrGo() {
@@ -88,20 +91,20 @@ void FormView::ShowWindow() {
   // A window that goes away under a click leaves its focus to another widget.
   followed_ = nullptr;
   FollowFocus();
+  FollowTopmost();
   const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
   move(place);
   // The place is the frame's. A window that comes back has no frame yet, and Qt would put its content there.
   if (windowHandle()) windowHandle()->setFramePosition(place);
   show();
-  FollowTopmost();
 }
 
 void FormView::FollowTopmost() {
-  if (!isVisible() || above_ == form_.GetTopmost()) return;
+  if (above_ == form_.GetTopmost()) return;
   above_ = form_.GetTopmost();
   SetAbove(*this, above_);
   // Above the others at once, as it was asked for.
-  if (above_) raise();
+  if (above_ && isVisible()) raise();
 }
 
 void FormView::FollowFocus() {

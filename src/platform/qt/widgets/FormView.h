@@ -39,7 +39,9 @@ class FormView : public QWidget {
  protected:
   // How the window appears and goes away; the main window has other ways while there is no tray.
   virtual void AppearOrGo();
-  void ShowWindow();
+  virtual void ShowWindow();
+  // A window that isn't shown yet comes as its form says.
+  void FollowTopmost();
   // Sizes the form after its window; called once, when everything stands on it.
   void Finish();
 
@@ -58,7 +60,6 @@ class FormView : public QWidget {
   void Draw(const Joined& joined);
   void FollowFocus();
   void TellPlace();
-  void FollowTopmost();
   const Joined* Of(const QObject* widget) const;
 
   Form& form_;
