@@ -147,6 +147,16 @@ class Places(DesktopCase):
         self.desktop.show_window()
         self.stands(kept)
 
+    def test_a_page_that_needs_more_room_leaves_the_window_where_it_was_dragged(self):
+        themes.choose(self.desktop, points=6)
+        self.start_reading("Clip")
+        kept, height = self.move(100, 120), self.desktop.place(self.window)[3]
+        self.desktop.key(*["ctrl+Tab"] * PAGES.index("Timer"))
+        wait_for("more room", lambda: self.desktop.place(self.window)[3] > height)
+        self.stands(kept)
+        self.next_copy_is_taken()
+        self.stands(kept)
+
     def move(self, x, y):
         before = self.desktop.place(self.titled("Quillbox"))[:2]
         self.desktop.xdotool("windowmove", "--sync", self.titled("Quillbox").id, x, y)

@@ -3,10 +3,12 @@
 #include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
 #include <QWindowStateChangeEvent>
+#include <algorithm>
 
 #include "platform/qt/base/Icons.h"
 #include "platform/qt/base/QtText.h"
@@ -90,10 +92,25 @@ void MainView::ShowPage(int page) {
       before = button;
     }
     const QSize needed = placeholder->minimumSizeHint();
-    if (isVisible() && needed.expandedTo(stack_->minimumSize()) != stack_->minimumSize()) Finish();
+    if (isVisible() && needed.expandedTo(stack_->minimumSize()) != stack_->minimumSize()) Grow();
   }
   if (tabs_->currentIndex() != page) tabs_->setCurrentIndex(page);
   stack_->setCurrentIndex(page);
+}
+
+void MainView::Grow() {
+  const QRect frame = frameGeometry();
+  const QSize before = size();
+  Finish();
+  // A change of size takes the form back to its stored place. It stays where it has been dragged; what would
+  // leave the screen only now is moved back.
+  QRect grown(frame.topLeft(), frame.size() + size() - before);
+  const QRect area = screen()->availableGeometry();
+  if (frame.right() <= area.right()) grown.moveRight(std::min(grown.right(), area.right()));
+  if (frame.bottom() <= area.bottom()) grown.moveBottom(std::min(grown.bottom(), area.bottom()));
+  grown.moveTopLeft({std::max(grown.left(), std::min(frame.left(), area.left())),
+                     std::max(grown.top(), std::min(frame.top(), area.top()))});
+  GetForm().Move(grown.left() * kTwipsPerPixel, grown.top() * kTwipsPerPixel);
 }
 
 void MainView::AppearOrGo() {

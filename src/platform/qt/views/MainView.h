@@ -32,6 +32,8 @@ class MainView : public FormView {
  private:
   void ShowPage(int page);
   QWidget* MakePage(int page);
+  // A page in front needs more room than any before.
+  void Grow();
 
   frmTray& program_;
   std::function<bool()> trayReachable_;
