@@ -28,6 +28,8 @@ constexpr uint kRefused = 1;
 constexpr int kLongestAnswer = 5000;
 constexpr int kLongestQuestion = 120'000;  // to the person
 
+constexpr const char* kWithdrawn = "The desktop has withdrawn the permission to type keys.";
+
 [[noreturn]] void Fail(const char* words) { throw RuntimeError(errors::kDeviceError, words); }
 
 }  // namespace
@@ -50,7 +52,7 @@ void PortalSession::WaitFor(const std::function<bool()>& done, int milliseconds)
   while (!done() && !late && !gone && !wasClosed_ && !ending) ending = loop.exec() < 0;
   wake_ = nullptr;
   if (done()) return;
-  if (wasClosed_) Fail("The desktop has withdrawn the permission to type keys.");
+  if (wasClosed_) Fail(kWithdrawn);
   if (gone) Fail("The desktop's portal, which types the keys, has gone away.");
   if (late) Fail("The desktop's portal, which types the keys, doesn't answer.");
   Fail("The program ends.");
@@ -157,13 +159,15 @@ void PortalSession::Key(int keysym, bool press) {
 }
 
 void PortalSession::Sync() {
-  if (wasClosed_) Fail("The desktop has withdrawn the permission to type keys.");
+  if (wasClosed_) Fail(kWithdrawn);
   if (!lastKey_) return;
   QDBusPendingCallWatcher watcher(*lastKey_);
   connect(&watcher, &QDBusPendingCallWatcher::finished, this, [this] {
     if (wake_) wake_();
   });
   WaitFor([&] { return watcher.isFinished(); }, kLongestAnswer);
+  // The refusal of a key that came too late may be seen before the word that the session was closed.
+  if (wasClosed_ || watcher.error().type() == QDBusError::AccessDenied) Fail(kWithdrawn);
   if (watcher.isError()) Fail("The desktop's portal doesn't take the keys.");
 }
 
