@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "platform/forms/ComboBox.h"
+#include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/ListBox.h"
 #include "platform/forms/MenuItem.h"
@@ -23,46 +24,53 @@ struct Difference {
   Text shouldBe;
 };
 
-// The hand of the person in front of the program. Whoever calls has checked that the control can be worked
-// with now, that the form is visible, that rows and indices are there.
+// An item of the open menu.
+struct ShownItem {
+  std::string name;
+  Text caption;
+  bool checked = false;
+};
+
+// The hand of the person in front of the program; this one works without a screen, on the controls
+// themselves. Whoever calls has checked that the control can be worked with now, that the form is visible,
+// that rows and indices are there.
 class Person {
  public:
+  explicit Person(Dispatcher& dispatcher) : dispatcher_(dispatcher) {}
   virtual ~Person() = default;
 
-  virtual void Focus(Control& control) = 0;
-  virtual void Click(Control& control) = 0;
-  virtual void DoubleClick(Control& control) = 0;
-  virtual void Key(Control& control, const KeyEvent& key) = 0;
-  virtual void SetText(TextBox& field, const Text& text) = 0;
+  virtual void Focus(Control& control) { control.PersonFocus(); }
+  virtual void Click(Control& control) { control.PersonClick(); }
+  virtual void DoubleClick(Control& control) { control.PersonDoubleClick(); }
+  virtual void Key(Control& control, const KeyEvent& key) { control.PersonKey(key); }
+  virtual void SetText(TextBox& field, const Text& text) { field.PersonSetText(text); }
   // Characters as keys: they go to whatever has the focus by then.
-  virtual void Type(TextBox& field, const Text& characters) = 0;
-  virtual void Drop(Control& control, const DragData& data) = 0;
+  virtual void Type(TextBox& field, const Text& characters);
+  virtual void Drop(Control& control, const DragData& data) { control.PersonDrop(data); }
   // The first row is clicked, the others are Ctrl-clicked; no row: nothing is selected.
-  virtual void Select(ListBox& list, const std::vector<int>& rows) = 0;
-  virtual void DoubleClickRow(ListBox& list, int row) = 0;
-  virtual void Check(ListBox& list, int row, bool checked) = 0;
+  virtual void Select(ListBox& list, const std::vector<int>& rows);
+  virtual void DoubleClickRow(ListBox& list, int row) { list.PersonDoubleClick(row); }
+  virtual void Check(ListBox& list, int row, bool checked) { list.PersonCheck(row, checked); }
   // A drag begins; its text.
-  virtual Text Drag(ListBox& list) = 0;
-  virtual void Spin(UpDown& upDown, bool up) = 0;
-  virtual void Scroll(ScrollBar& bar, int value) = 0;
-  virtual void Choose(ComboBox& box, int index) = 0;
-  virtual void Tab(TabControl& tabs, int index) = 0;
+  virtual Text Drag(ListBox& list) { return list.PersonStartDrag(); }
+  virtual void Spin(UpDown& upDown, bool up) { upDown.PersonSpin(up); }
+  virtual void Scroll(ScrollBar& bar, int value) { bar.PersonScroll(value); }
+  virtual void Choose(ComboBox& box, int index) { box.PersonChoose(index); }
+  virtual void Tab(TabControl& tabs, int index) { tabs.PersonTab(index); }
   // In twips.
-  virtual void Move(Form& form, int left, int top) = 0;
-  virtual void CloseBox(Form& form) = 0;
+  virtual void Move(Form& form, int left, int top) { form.PersonMove(left, top); }
+  virtual void CloseBox(Form& form) { form.PersonClose(); }
   // An item of the tray menu, whether it is visible or not.
-  virtual void Pick(MenuItem& item) = 0;
+  virtual void Pick(MenuItem& item);
   // What the open menu of that root shows, from the top, a submenu's items behind the submenu.
-  struct ShownItem {
-    std::string name;
-    Text caption;
-    bool checked = false;
-  };
-  virtual std::vector<ShownItem> Look(MenuItem& root) = 0;
+  virtual std::vector<ShownItem> Look(MenuItem& root);
 
   // All that is under way on the screen comes to an end. What differs then from the controls; empty if
   // nothing does.
-  virtual std::vector<Difference> Rest() = 0;
+  virtual std::vector<Difference> Rest() { return {}; }
+
+ protected:
+  Dispatcher& dispatcher_;
 };
 
 }  // namespace quillbox

@@ -1,35 +1,42 @@
 #pragma once
 
-#include "console/Program.h"
-#include "console/forms/FormsPerson.h"
+#include <functional>
+#include <memory>
+
+#include "console/Person.h"
 #include "core/app/frmTray.h"
-#include "platform/forms/Dispatcher.h"
+#include "memory/MemoryWorld.h"
 
 namespace quillbox {
 
-// The program itself, on the ports of a world and without a screen.
-class QuillboxProgram : public Program {
+// The program on the ports of a world, without a screen. Destroying it ends it without any stop step.
+class QuillboxProgram {
  public:
-  explicit QuillboxProgram(MemoryWorld& world);
-  void Start() override;
+  explicit QuillboxProgram(MemoryWorld& world) : world_(world) {
+    dispatcher_.UseTimerHost(&world.timers);
+    tray = std::make_unique<frmTray>(dispatcher_, world.platform);
+  }
+  virtual ~QuillboxProgram() = default;
 
-  Dispatcher& GetDispatcher() override { return dispatcher_; }
-  Person& GetPerson() override { return person_; }
-  Form& MainForm() override { return tray_->form; }
-  MenuItem& Menu() override { return tray_->menu.mnuBase; }
-  bool Running() override { return tray_->Running(); }
-  std::optional<std::vector<Text>> Slots(TextView array) override;
-  DrawnTip Tip(const Control& control, int x) override;
+  // Runs the start steps, once. Requests can come in meanwhile.
+  void Start() {
+    dispatcher_.Dispatch([this] { tray->form.Load(); });
+  }
+  Dispatcher& GetDispatcher() { return dispatcher_; }
+  virtual Person& GetPerson() { return person_; }
 
  protected:
   MemoryWorld& world_;
   Dispatcher dispatcher_;
-  std::unique_ptr<frmTray> tray_;
+
+ public:
+  std::unique_ptr<frmTray> tray;
 
  private:
-  FormsPerson person_{dispatcher_};
+  Person person_{dispatcher_};
 };
 
-std::unique_ptr<Program> MakeQuillbox(MemoryWorld& world);
+// Makes the program in a world.
+using ProgramFactory = std::function<std::unique_ptr<QuillboxProgram>(MemoryWorld&)>;
 
 }  // namespace quillbox

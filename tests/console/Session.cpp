@@ -3,16 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "console/ConsoleError.h"
-#include "platform/forms/Dispatcher.h"
-
 namespace quillbox {
-
-namespace {
-
-constexpr std::string_view kDialogs[] = {"frmSettings", "frmAbout", "frmStartHelp", "frmMessage"};
-
-}  // namespace
 
 void Session::Start() {
   if (Running()) throw ConsoleError("the program runs already");
@@ -22,19 +13,19 @@ void Session::Start() {
   program_->Start();
 }
 
-Program& Session::Started() const {
+QuillboxProgram& Session::Started() const {
   if (!program_) throw ConsoleError("the program has not been started");
   return *program_;
 }
 
-Program& Session::Alive() const {
-  Program& program = Started();
-  if (!program.Running()) throw ConsoleError("the program has ended");
+QuillboxProgram& Session::Alive() const {
+  QuillboxProgram& program = Started();
+  if (!Running()) throw ConsoleError("the program has ended");
   return program;
 }
 
 void Session::Settle() {
-  if (program_ && !program_->Running()) world.timers.StopAll();
+  if (program_ && !Running()) world.timers.StopAll();
 }
 
 std::vector<Difference> Session::Rest() {
@@ -42,8 +33,9 @@ std::vector<Difference> Session::Rest() {
 }
 
 Form* Session::FindForm(std::string_view name) const {
-  Program& program = Started();
-  if (program.MainForm().Name() == name) return &program.MainForm();
+  static constexpr std::string_view kDialogs[] = {"frmSettings", "frmAbout", "frmStartHelp", "frmMessage"};
+  QuillboxProgram& program = Started();
+  if (program.tray->form.Name() == name) return &program.tray->form;
   bool known = std::find(std::begin(kDialogs), std::end(kDialogs), name) != std::end(kDialogs);
   for (Form* form : program.GetDispatcher().Forms()) {
     if (form->Name() != name) continue;
@@ -60,25 +52,31 @@ Form& Session::LoadedForm(std::string_view name) const {
   return *form;
 }
 
-Control* Session::FindControl(std::string_view name) const {
+Control& Session::GetControl(std::string_view name) const {
   const std::size_t dot = name.find('.');
   if (dot == std::string_view::npos) throw ConsoleError("not the name of a control");
-  return LoadedForm(name.substr(0, dot)).Find(name.substr(dot + 1));
-}
-
-Control& Session::GetControl(std::string_view name) const {
-  Control* const control = FindControl(name);
+  Control* const control = LoadedForm(name.substr(0, dot)).Find(name.substr(dot + 1));
   if (!control) throw ConsoleError("no such control");
   return *control;
 }
 
+Control& Session::Reachable(std::string_view name) const {
+  Alive();
+  Control& control = GetControl(name);
+  if (dynamic_cast<Timer*>(&control)) throw ConsoleError("a timer can't be touched");
+  if (!control.IsShown()) throw ConsoleError("the control is hidden");
+  if (!control.GetEnabled()) throw ConsoleError("the control is disabled");
+  return control;
+}
+
 MenuItem* Session::FindMenuItem(std::string_view name) const {
+  const frmTray& tray = *Started().tray;
   const std::size_t dot = name.find('.');
   if (dot != std::string_view::npos) {
-    if (name.substr(0, dot) != Started().MainForm().Name()) return nullptr;
+    if (name.substr(0, dot) != tray.form.Name()) return nullptr;
     name.remove_prefix(dot + 1);
   }
-  return Started().Menu().Find(name);
+  return Started().tray->menu.mnuBase.Find(name);
 }
 
 }  // namespace quillbox

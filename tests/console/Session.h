@@ -4,8 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "console/Program.h"
+#include "console/Protocol.h"
+#include "console/QuillboxProgram.h"
 #include "memory/MemoryWorld.h"
+#include "platform/forms/Timer.h"
 
 namespace quillbox {
 
@@ -16,13 +18,14 @@ class Session {
 
   MemoryWorld world;
 
-  bool Running() const { return program_ && program_->Running(); }
+  // From the start to the end of the stop steps.
+  bool Running() const { return program_ && program_->tray->Running(); }
   // ConsoleError while the program runs. A start after an end is a restart in the same world.
   void Start();
   // The program, running or not; ConsoleError before the first start.
-  Program& Started() const;
+  QuillboxProgram& Started() const;
   // ConsoleError if the program doesn't run.
-  Program& Alive() const;
+  QuillboxProgram& Alive() const;
   // After each request: an ended program's timers tick no more.
   void Settle();
   // The screen comes to rest. What it shows otherwise than it should.
@@ -32,16 +35,16 @@ class Session {
   Form* FindForm(std::string_view name) const;
   // The same; ConsoleError for a form that isn't loaded.
   Form& LoadedForm(std::string_view name) const;
-  // `frmTray.List2`; null if the form has no such control. ConsoleError for a form that isn't loaded.
-  Control* FindControl(std::string_view name) const;
-  // ConsoleError if there is no such control.
+  // `frmTray.List2`. ConsoleError if there is none, or its form isn't loaded.
   Control& GetControl(std::string_view name) const;
+  // The control, with which a person can work now; else ConsoleError.
+  Control& Reachable(std::string_view name) const;
   // `frmTray.mnuEnd`, or `mnuEnd`; null if there is no such item.
   MenuItem* FindMenuItem(std::string_view name) const;
 
  private:
   ProgramFactory factory_;
-  std::unique_ptr<Program> program_;
+  std::unique_ptr<QuillboxProgram> program_;
 };
 
 }  // namespace quillbox

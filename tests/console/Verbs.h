@@ -1,32 +1,57 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
-#include <string_view>
+#include <utility>
 
+#include "console/Protocol.h"
 #include "console/Session.h"
-#include "console/VerbTable.h"
 
-// The groups of verbs. The session outlives the table.
 namespace quillbox {
 
-// Preparing the world, start and end, time.
-void AddStartVerbs(VerbTable& table, Session& session);
-// What other programs do with the clipboard.
-void AddClipboardVerbs(VerbTable& table, Session& session);
-void AddRegistryVerbs(VerbTable& table, Session& session);
-// What can be read of forms, controls, menu items and slots.
-void AddPropertyVerbs(VerbTable& table, Session& session);
-// The person's inputs: on fields and by keys and mouse anywhere; on lists; on the other controls and forms.
-void AddInputVerbs(VerbTable& table, Session& session);
-void AddListVerbs(VerbTable& table, Session& session);
-void AddTrayVerbs(VerbTable& table, Session& session);
-// What the program has shown, sent, played and written so far.
-void AddRecordVerbs(VerbTable& table, Session& session);
-// Tips of controls.
-void AddTipVerbs(VerbTable& table, Session& session);
-// What is done while a message box stands open or keys are sent; `answerTo` carries a request out.
-void AddMeanwhileVerbs(VerbTable& table, Session& session,
-                       std::function<std::string(std::string_view)> answerTo);
+using In = const Request&;
+using Out = Answer&;
+
+// What the console understands: names with what they do. What can't do it throws ConsoleError.
+class VerbTable {
+ public:
+  using Handler = std::function<void(In, Out)>;
+  static constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
+
+  void Add(const std::string& name, std::size_t least, std::size_t most, Handler handler) {
+    verbs_.insert_or_assign(name, Verb{least, most, std::move(handler)});
+  }
+  // Exactly `count` arguments.
+  void Add(const std::string& name, std::size_t count, Handler handler) {
+    Add(name, count, count, std::move(handler));
+  }
+  // ConsoleError for an unknown verb or a wrong number of arguments.
+  std::string Run(const Request& request) const {
+    const auto found = verbs_.find(request.Verb());
+    if (found == verbs_.end()) throw ConsoleError("unknown verb");
+    const Verb& verb = found->second;
+    if (request.Count() < verb.least || request.Count() > verb.most)
+      throw ConsoleError("wrong number of arguments");
+    Answer answer;
+    verb.handler(request, answer);
+    return answer.Line();
+  }
+
+ private:
+  struct Verb {
+    std::size_t least;
+    std::size_t most;
+    Handler handler;
+  };
+  std::map<std::string, Verb> verbs_;
+};
+
+// The groups of verbs. The session outlives the table. What surrounds the program, start and end, time:
+void AddWorldVerbs(VerbTable& table, Session& session);
+// What a person does to controls, forms, icon and menu.
+void AddPersonVerbs(VerbTable& table, Session& session);
+// What can be read of forms, controls, menu, tips and slots, and what the program has shown, sent and played.
+void AddStateVerbs(VerbTable& table, Session& session);
 
 }  // namespace quillbox

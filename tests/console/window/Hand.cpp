@@ -3,13 +3,26 @@
 #include <QtTest/qtestkeyboard.h>
 #include <QtTest/qtestmouse.h>
 
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QDrag>
 #include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QPointer>
+#include <QScrollBar>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
+#include <map>
+
+#include "console/Protocol.h"
+#include "platform/qt/base/QtText.h"
+#include "platform/qt/widgets/AreaField.h"
 
 namespace quillbox::hand {
 
@@ -20,34 +33,20 @@ QWindow* WindowOf(QWidget& widget) { return widget.window()->windowHandle(); }
 QPoint InWindow(QWidget& widget, const QPoint& place) { return widget.mapTo(widget.window(), place); }
 
 Qt::Key QtKey(int code) {
-  switch (code) {
-    case keys::kBackspace:
-      return Qt::Key_Backspace;
-    case keys::kEnter:
-      return Qt::Key_Return;
-    case keys::kEscape:
-      return Qt::Key_Escape;
-    case keys::kSpace:
-      return Qt::Key_Space;
-    case keys::kPageUp:
-      return Qt::Key_PageUp;
-    case keys::kPageDown:
-      return Qt::Key_PageDown;
-    case keys::kEnd:
-      return Qt::Key_End;
-    case keys::kHome:
-      return Qt::Key_Home;
-    case keys::kLeft:
-      return Qt::Key_Left;
-    case keys::kUp:
-      return Qt::Key_Up;
-    case keys::kRight:
-      return Qt::Key_Right;
-    case keys::kDown:
-      return Qt::Key_Down;
-    default:
-      return Qt::Key_Delete;
-  }
+  static const std::map<int, Qt::Key> kKeys{{keys::kBackspace, Qt::Key_Backspace},
+                                            {keys::kEnter, Qt::Key_Return},
+                                            {keys::kEscape, Qt::Key_Escape},
+                                            {keys::kSpace, Qt::Key_Space},
+                                            {keys::kPageUp, Qt::Key_PageUp},
+                                            {keys::kPageDown, Qt::Key_PageDown},
+                                            {keys::kEnd, Qt::Key_End},
+                                            {keys::kHome, Qt::Key_Home},
+                                            {keys::kLeft, Qt::Key_Left},
+                                            {keys::kUp, Qt::Key_Up},
+                                            {keys::kRight, Qt::Key_Right},
+                                            {keys::kDown, Qt::Key_Down},
+                                            {keys::kDelete, Qt::Key_Delete}};
+  return kKeys.at(code);
 }
 
 QString TextOf(const KeyEvent& key) {
@@ -64,18 +63,6 @@ void Click(QWidget& widget, const QPoint& place, Qt::KeyboardModifiers held) {
 
 void DoubleClick(QWidget& widget, const QPoint& place) {
   QTest::mouseDClick(WindowOf(widget), Qt::LeftButton, {}, InWindow(widget, place));
-}
-
-void Press(QWidget& widget, const QPoint& place) {
-  QTest::mousePress(WindowOf(widget), Qt::LeftButton, {}, InWindow(widget, place));
-}
-
-void MoveTo(QWidget& widget, const QPoint& place) {
-  QTest::mouseMove(WindowOf(widget), InWindow(widget, place));
-}
-
-void Release(QWidget& widget, const QPoint& place) {
-  QTest::mouseRelease(WindowOf(widget), Qt::LeftButton, {}, InWindow(widget, place));
 }
 
 void Key(QWidget& widget, const KeyEvent& key) {
@@ -120,6 +107,87 @@ void Rest() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+}
+
+QWidget& Surface(QWidget& widget) {
+  auto* const area = qobject_cast<QAbstractScrollArea*>(&widget);
+  return area ? *area->viewport() : widget;
+}
+
+QPoint FreePlace(QWidget& widget, bool atItsLeft) {
+  const int right = widget.width() - 1;
+  const int bottom = widget.height() - 1;
+  const QPoint middle(right / 2, bottom / 2);
+  const QPoint left(std::min(8, right), bottom / 2);
+  const QPoint places[] = {atItsLeft ? left : middle, left,   {right / 2, 2},
+                           {right - 3, bottom / 2},   {2, 2}, {1, bottom}};
+  QWidget& window = *widget.window();
+  for (const QPoint& place : places) {
+    if (window.childAt(widget.mapTo(&window, place)) == &widget) return place;
+  }
+  throw ConsoleError("another widget covers it");
+}
+
+QPoint PlaceOfRow(QAbstractItemView& view, int row) {
+  const QModelIndex index = view.model()->index(row, 0);
+  view.scrollTo(index);
+  return view.visualRect(index).center();
+}
+
+QPoint PlaceBelowRows(QAbstractItemView& view) {
+  view.scrollToBottom();
+  const QPoint place(view.viewport()->width() / 2, view.viewport()->height() - 2);
+  if (view.indexAt(place).isValid()) throw ConsoleError("there is no place below the rows");
+  return place;
+}
+
+Text DragOut(QAbstractItemView& view, int row) {
+  QWidget& surface = *view.viewport();
+  const QPoint place = PlaceOfRow(view, row);
+  Text text;
+  QWindow* const window = WindowOf(surface);
+  QTest::mousePress(window, Qt::LeftButton, {}, InWindow(surface, place));
+  // A drag waits for its end in a loop of its own.
+  QTimer::singleShot(0, &view, [&] {
+    if (const auto* const drag = view.findChild<QDrag*>()) text = FromQt(drag->mimeData()->text());
+    QDrag::cancel();
+  });
+  const QPoint away(2 * QApplication::startDragDistance(), 0);
+  QTest::mouseMove(window, InWindow(surface, place + away));
+  QTest::mouseRelease(window, Qt::LeftButton, {}, InWindow(surface, place));
+  return text;
+}
+
+void PasteOverAll(QWidget& field, const Text& text) {
+  if (auto* const line = qobject_cast<QLineEdit*>(&field)) {
+    line->selectAll();
+    line->insert(ToQt(text));
+  } else if (auto* const area = dynamic_cast<AreaField*>(&field)) {
+    area->selectAll();
+    area->PutIn(text);
+  }
+}
+
+void Slide(QWidget& bar, int value) {
+  auto& slider = dynamic_cast<QAbstractSlider&>(bar);
+  slider.setSliderDown(true);
+  slider.setSliderPosition(value);
+  slider.setSliderDown(false);
+}
+
+bool PickFrom(QMenu& menu, const QString& name) {
+  for (QAction* action : menu.actions()) {
+    if (action->menu() && PickFrom(*action->menu(), name)) return true;
+    if (action->objectName() != name) continue;
+    if (menu.isVisible() && action->isVisible()) {
+      menu.setActiveAction(action);
+      Key(menu, KeyEvent{keys::kEnter});
+    } else {
+      action->trigger();
+    }
+    return true;
+  }
+  return false;
 }
 
 }  // namespace quillbox::hand

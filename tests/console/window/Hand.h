@@ -3,8 +3,11 @@
 #include <QPoint>
 #include <QString>
 
+#include "base/Text.h"
 #include "platform/forms/Keys.h"
 
+class QAbstractItemView;
+class QMenu;
 class QMimeData;
 class QWidget;
 
@@ -13,9 +16,6 @@ namespace quillbox::hand {
 
 void Click(QWidget& widget, const QPoint& place, Qt::KeyboardModifiers held = {});
 void DoubleClick(QWidget& widget, const QPoint& place);
-void Press(QWidget& widget, const QPoint& place);
-void MoveTo(QWidget& widget, const QPoint& place);  // with the button held
-void Release(QWidget& widget, const QPoint& place);
 
 // To whatever has the focus in the widget's window.
 void Key(QWidget& widget, const KeyEvent& key);
@@ -26,5 +26,24 @@ bool Drop(QWidget& widget, const QPoint& place, QMimeData& data);
 
 // Everything that waits in Qt is done.
 void Rest();
+
+// What gets the mouse of a widget.
+QWidget& Surface(QWidget& widget);
+// A place where the widget itself is hit, and no part of it or other widget. ConsoleError if there is none.
+QPoint FreePlace(QWidget& widget, bool atItsLeft = false);
+
+// The middle of a row, scrolled into view.
+QPoint PlaceOfRow(QAbstractItemView& view, int row);
+// Below the last row. ConsoleError if rows stand everywhere.
+QPoint PlaceBelowRows(QAbstractItemView& view);
+// Begins a drag on a row; its text. Nothing is dropped.
+Text DragOut(QAbstractItemView& view, int row);
+
+void PasteOverAll(QWidget& field, const Text& text);
+// The slider of a scroll bar is dragged.
+void Slide(QWidget& bar, int value);
+
+// By its name, in the menu or one below it. False if there is none.
+bool PickFrom(QMenu& menu, const QString& name);
 
 }  // namespace quillbox::hand

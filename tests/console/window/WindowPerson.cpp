@@ -11,10 +11,9 @@
 #include <QUrl>
 #include <QWindow>
 
-#include "console/ConsoleError.h"
+#include "console/Protocol.h"
 #include "console/window/Hand.h"
 #include "console/window/Mirror.h"
-#include "console/window/Widgets.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/OptionButton.h"
@@ -31,7 +30,7 @@ bool Is(const Control& control) {
   return dynamic_cast<const Kind*>(&control) != nullptr;
 }
 
-void ListActions(const QMenu& menu, std::vector<Person::ShownItem>& shown) {
+void ListActions(const QMenu& menu, std::vector<ShownItem>& shown) {
   for (const QAction* action : menu.actions()) {
     if (!action->isVisible()) continue;
     const Text caption = action->isSeparator() ? u"-" : FromQt(action->text());
@@ -43,7 +42,7 @@ void ListActions(const QMenu& menu, std::vector<Person::ShownItem>& shown) {
 }  // namespace
 
 WindowPerson::WindowPerson(Dispatcher& dispatcher, ProgramViews& views, TrayMenuView& menu)
-    : other_(std::make_unique<QWidget>()), dispatcher_(dispatcher), views_(views), menu_(menu) {
+    : Person(dispatcher), other_(std::make_unique<QWidget>()), views_(views), menu_(menu) {
   qApp->installEventFilter(this);
   other_->show();
 }
@@ -279,7 +278,7 @@ void WindowPerson::Pick(MenuItem& item) {
   if (!there) throw ConsoleError("the menu has no such action");
 }
 
-std::vector<Person::ShownItem> WindowPerson::Look(MenuItem&) {
+std::vector<ShownItem> WindowPerson::Look(MenuItem&) {
   menu_.Follow(false);
   std::vector<ShownItem> shown;
   ListActions(*menu_.Menu(), shown);

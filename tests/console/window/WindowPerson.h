@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "console/Person.h"
-#include "platform/forms/Dispatcher.h"
 
 class QAbstractItemView;
 class QWidget;
@@ -69,7 +68,6 @@ class WindowPerson : public QObject, public Person {
 
   // Another program's window: what is brought to the front comes from behind it.
   std::unique_ptr<QWidget> other_;
-  Dispatcher& dispatcher_;
   ProgramViews& views_;
   TrayMenuView& menu_;
 };

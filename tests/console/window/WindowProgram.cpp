@@ -9,10 +9,10 @@ namespace quillbox {
 WindowProgram::WindowProgram(MemoryWorld& world)
     : QuillboxProgram(world),
       views_(dispatcher_, tips_, world.clipboard, [] { return true; }),
-      menu_(dispatcher_, tray_->menu.mnuBase),
+      menu_(dispatcher_, tray->menu.mnuBase),
       person_(dispatcher_, views_, menu_) {
-  tips_.Use(tray_->toolTips);
-  views_.Use(*tray_);
+  tips_.Use(tray->toolTips);
+  views_.Use(*tray);
   // Places that are reckoned with sizes are the same with and without a window.
   views_.KeepSizes();
   dispatcher_.OnRefresh = [this] { views_.Refresh(); };
@@ -31,7 +31,5 @@ WindowProgram::~WindowProgram() {
   // What is to be deleted later shows controls that are gone soon.
   hand::Rest();
 }
-
-std::unique_ptr<Program> MakeWindow(MemoryWorld& world) { return std::make_unique<WindowProgram>(world); }
 
 }  // namespace quillbox

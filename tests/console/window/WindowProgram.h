@@ -23,6 +23,4 @@ class WindowProgram : public QuillboxProgram {
   WindowPerson person_;
 };
 
-std::unique_ptr<Program> MakeWindow(MemoryWorld& world);
-
 }  // namespace quillbox

@@ -1,6 +1,4 @@
 #include <QApplication>
-#include <iostream>
-#include <string>
 
 #include "console/Console.h"
 #include "console/window/WindowProgram.h"
@@ -13,9 +11,6 @@ int main(int, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication application(one, argv);
   quillbox::UseReadableStyle();
-  std::ios::sync_with_stdio(false);
-  quillbox::Console console(quillbox::MakeWindow);
-  std::string line;
-  while (std::cout && std::getline(std::cin, line)) std::cout << console.Answer(line) << '\n' << std::flush;
+  quillbox::Console([](auto& world) { return std::make_unique<quillbox::WindowProgram>(world); }).Serve();
   return 0;
 }

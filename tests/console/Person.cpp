@@ -1,8 +1,8 @@
-#include "console/forms/FormsPerson.h"
+#include "console/Person.h"
 
 namespace quillbox {
 
-void FormsPerson::Type(TextBox& field, const Text& characters) {
+void Person::Type(TextBox& field, const Text& characters) {
   field.PersonFocus();
   for (const char16_t character : characters) {
     Control* const focused = dispatcher_.Focused();
@@ -15,21 +15,21 @@ void FormsPerson::Type(TextBox& field, const Text& characters) {
   }
 }
 
-void FormsPerson::Select(ListBox& list, const std::vector<int>& rows) {
+void Person::Select(ListBox& list, const std::vector<int>& rows) {
   if (rows.empty()) list.PersonSelectNone();
   for (std::size_t i = 0; i < rows.size(); ++i) list.PersonSelect(rows[i], i > 0);
 }
 
-void FormsPerson::Pick(MenuItem& item) {
+void Person::Pick(MenuItem& item) {
   if (item.Click) dispatcher_.Dispatch([&] { item.Click(); });
 }
 
-std::vector<Person::ShownItem> FormsPerson::Look(MenuItem& root) {
+std::vector<ShownItem> Person::Look(MenuItem& root) {
   std::vector<ShownItem> shown;
   for (MenuItem* item : root.Children()) {
     if (!item->GetVisible()) continue;
     shown.push_back({item->Name(), item->GetCaption(), item->GetChecked()});
-    for (ShownItem& below : Look(*item)) shown.push_back(std::move(below));
+    for (ShownItem& below : Person::Look(*item)) shown.push_back(std::move(below));
   }
   return shown;
 }
