@@ -4,6 +4,7 @@
 A file includes only files of its own or a lower floor, and no two files include each other, not even round a
 corner. Only the two outermost folders know anything but the standard library.
 """
+import graphlib
 import os
 import re
 import sys
@@ -49,17 +50,7 @@ OUTERMOST = 10  # from here up: what knows the system, X11 or Qt
 OUTSIDE = ("platform/linux", "platform/xkb", "platform/x11", "platform/wayland")
 SEEN_FROM_OUTSIDE = ("base", "platform/ports", "platform/xkb")
 
-STANDARD = set("""
-algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
-cmath compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib
-cstring ctime cuchar cwchar cwctype deque exception execution expected filesystem format forward_list fstream
-functional future initializer_list iomanip ios iosfwd iostream istream iterator latch limits list locale map
-memory memory_resource mutex new numbers numeric optional ostream queue random ranges ratio regex scoped_allocator
-semaphore set shared_mutex source_location span sstream stack stdexcept stop_token streambuf string string_view
-strstream syncstream system_error thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility
-valarray variant vector version
-""".split())
-
+STANDARD = re.compile("[a-z_]+")  # headers of no other library have neither a capital nor an ending
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
@@ -81,37 +72,12 @@ def read_includes(root):
     return includes
 
 
-def find_circle(graph):
-    """The files of a circle of includes, or nothing."""
-    done, path = set(), []
-
-    def visit(node):
-        if node in path:
-            return path[path.index(node):] + [node]
-        if node in done:
-            return None
-        path.append(node)
-        for other in graph.get(node, ()):
-            circle = visit(other)
-            if circle:
-                return circle
-        path.pop()
-        done.add(node)
-        return None
-
-    for node in sorted(graph):
-        circle = visit(node)
-        if circle:
-            return circle
-    return None
-
-
 def check_include(path, quotes, name, includes):
     """What is wrong with one line, or nothing."""
     folder = os.path.dirname(path)
     outermost = FLOORS[folder] >= OUTERMOST
     if quotes == "<":
-        return None if outermost or name in STANDARD else f"includes <{name}>, which is not of the standard library"
+        return None if outermost or STANDARD.fullmatch(name) else f"includes <{name}>, which is not of the standard library"
     if name not in includes:
         # Headers that a build makes from the project's files belong to the outermost folders.
         return None if outermost else f'includes "{name}", which isn\'t in the tree'
@@ -137,9 +103,10 @@ def check(includes):
                 faults.append(f"{path}: {fault}")
             if quotes == '"' and name in includes:
                 graph.setdefault(path, []).append(name)
-    circle = find_circle(graph)
-    if circle:
-        faults.append("a circle of includes: " + " -> ".join(circle))
+    try:
+        graphlib.TopologicalSorter(graph).prepare()
+    except graphlib.CycleError as found:
+        faults.append("a circle of includes: " + " -> ".join(found.args[1]))
     return faults
 
 
@@ -171,9 +138,10 @@ def check_the_check():
 
 def main():
     check_the_check()
-    includes = read_includes(sys.argv[1])
+    root = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), "..", "src")
+    includes = read_includes(root)
     if not includes:
-        sys.exit(f"no sources in {sys.argv[1]}")
+        sys.exit(f"no sources in {root}")
     faults = check(includes)
     for fault in faults:
         print(fault)
