@@ -19,13 +19,14 @@ INTERFACE = f"""
   <signal name="StatusNotifierItemRegistered"><arg type="s"/></signal>
   <signal name="StatusNotifierItemUnregistered"><arg type="s"/></signal>
   <signal name="StatusNotifierHostRegistered"/>
+  <signal name="StatusNotifierHostUnregistered"/>
 </interface></node>"""
 
 
 class StatusNotifierHost:
-    """On the bus at `address` until `close()`."""
+    """On the bus at `address` until `close()`. With `names` the watcher has these as well, and is no host by itself."""
 
-    def __init__(self, address):
+    def __init__(self, address, *names):
         self.items = []  # the bus names of the icons, in the order of their coming
         self.known = threading.Condition()
         self.bus = Gio.DBusConnection.new_for_address_sync(
@@ -35,6 +36,7 @@ class StatusNotifierHost:
         self.context = GLib.MainContext()
         self.loop = GLib.MainLoop(self.context)
         self.ready = threading.Event()
+        self.names = (WATCHER, *names)
         self.thread = threading.Thread(target=self._run, daemon=True)
         self.thread.start()
         if not self.ready.wait(10):
@@ -46,11 +48,21 @@ class StatusNotifierHost:
         self.bus.register_object("/StatusNotifierWatcher", interface, self._called, self._property, None)
         self.bus.signal_subscribe("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", None, None,
                                   Gio.DBusSignalFlags.NONE, self._owner_changed)
-        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-                           GLib.Variant("(su)", (WATCHER, 4)), None, Gio.DBusCallFlags.NONE, 5000, None)
+        for name in self.names:
+            self._name("RequestName", "(su)", name, 4)
         self._signal("StatusNotifierHostRegistered", None)
         self.ready.set()
         self.loop.run()
+
+    def _name(self, method, kind, *arguments):
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+                           GLib.Variant(kind, arguments), None, Gio.DBusCallFlags.NONE, 5000, None)
+
+    def host(self, there):
+        """A host of its own comes or goes."""
+        name = "org.kde.StatusNotifierHost-1"
+        self._name("RequestName", "(su)", name, 4) if there else self._name("ReleaseName", "(s)", name)
+        self._signal(f"StatusNotifierHost{'R' if there else 'Unr'}egistered", None)
 
     def close(self):
         """The panel ends."""

@@ -137,8 +137,8 @@ class WithoutBus(DesktopCase):
 class WithHost(DesktopCase):
     DESKTOP = {"panel": False}
 
-    def host(self):
-        host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+    def host(self, *names):
+        host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], *names)
         ended = threading.Event()
 
         def end():
@@ -216,6 +216,17 @@ class StatusNotifier(WithHost):
         self.assertEqual(1, len(again.items))
         again.activate()
         self.titled("Quillbox")
+
+    def test_a_watcher_alone_is_no_tray(self):
+        """Plasma's daemon, which is there without a panel and says that it has one."""
+        watcher = self.host("org.kde.kded5")
+        self.desktop.start_program()
+        self.desktop.close_box(self.titled("Quillbox"))
+        wait_for("the task bar", lambda: self.desktop.reach() == "taskbar")
+        for there, reach in ((True, ""), (False, "taskbar")):
+            watcher.host(there)
+            wait_for(f"beside the tray: {reach!r}", lambda: self.desktop.reach() == reach)
+            self.assertEqual(1, len(watcher.items))
 
     def test_both_kinds_of_tray_show_one_icon(self):
         host = self.host()

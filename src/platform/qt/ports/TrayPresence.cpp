@@ -9,8 +9,10 @@
 #include <QDBusInterface>
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 namespace quillbox {
@@ -20,6 +22,7 @@ namespace {
 const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 // A tray's coming is several steps: the owner first, then what makes it usable.
 constexpr int kSettleMilliseconds = 200;
+constexpr const char* kKded[] = {"org.kde.kded5", "org.kde.kded6"};
 
 xcb_connection_t* Connection() {
   auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -33,6 +36,23 @@ xcb_atom_t Intern(xcb_connection_t* connection, const std::string& name) {
   const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
   std::free(reply);
   return atom;
+}
+
+// Plasma's watcher is a daemon of its own that runs without a panel too, and says then as well that there is
+// a host. A panel that watches by itself may have no name as a host.
+bool IsKded(const QDBusConnectionInterface& bus) {
+  const QString watcher = bus.serviceOwner(kWatcher);
+  return std::any_of(std::begin(kKded), std::end(kKded), [&](const char* name) {
+    return bus.serviceOwner(QLatin1String(name)).value() == watcher;
+  });
+}
+
+bool HasHostName(const QDBusConnectionInterface& bus) {
+  const QStringList names = bus.registeredServiceNames();
+  return std::any_of(names.begin(), names.end(), [](const QString& name) {
+    return name.startsWith(QLatin1String("org.kde.StatusNotifierHost")) ||
+           name.startsWith(QLatin1String("org.freedesktop.StatusNotifierHost"));
+  });
 }
 
 }  // namespace
@@ -91,8 +111,10 @@ TrayPresence::TrayPresence() {
   if (bus.isConnected()) {
     watcher_ = std::make_unique<QDBusServiceWatcher>(kWatcher, bus, QDBusServiceWatcher::WatchForOwnerChange);
     connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, soon);
-    bus.connect(kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher,
-                QStringLiteral("StatusNotifierHostRegistered"), &settle_, SLOT(start()));
+    for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
+      bus.connect(kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher, QLatin1String(signal),
+                  &settle_, SLOT(start()));
+    }
   }
   settle_.setInterval(kSettleMilliseconds);
   statusNotifier_ = HasStatusNotifier();
@@ -106,7 +128,8 @@ bool TrayPresence::HasStatusNotifier() const {
   if (!bus.isConnected() || !bus.interface()->isServiceRegistered(kWatcher)) return false;
   QDBusInterface watcher(kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher, bus);
   watcher.setTimeout(1000);
-  return watcher.property("IsStatusNotifierHostRegistered").toBool();
+  return watcher.property("IsStatusNotifierHostRegistered").toBool() &&
+         (!IsKded(*bus.interface()) || HasHostName(*bus.interface()));
 }
 
 bool TrayPresence::Has(Kind kind) const {
