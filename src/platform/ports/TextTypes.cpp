@@ -17,9 +17,8 @@ constexpr std::string_view kPlain = "text/plain;charset=";
 // Encodings that DecodeText reads by the way.
 constexpr std::array<std::string_view, 3> kLatinCharsets = {"us-ascii", "iso-8859-1", "ansi_x3.4-1968"};
 
-// What toolkits answer about the owner itself, references that mean nothing once the owner is gone, and other
-// encodings of plain text.
 constexpr std::string_view kHarmless[] = {
+    kSecretHintType,
     "TARGETS",
     "TIMESTAMP",
     "MULTIPLE",
@@ -76,8 +75,10 @@ int TextTypeRank(std::string_view type) {
   return latin ? kTextTypeRanks - 1 : -1;
 }
 
+std::span<const std::string_view> HarmlessTypes() { return kHarmless; }
+
 bool IsTextOrTalk(std::string_view type) {
-  return TextTypeRank(type) >= 0 || IsPlainWithCharset(type) || type == kSecretHintType ||
+  return TextTypeRank(type) >= 0 || IsPlainWithCharset(type) ||
          std::find(std::begin(kHarmless), std::end(kHarmless), type) != std::end(kHarmless);
 }
 

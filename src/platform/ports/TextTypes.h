@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,10 @@ inline constexpr std::string_view kSecretHintType = "x-kde-passwordManagerHint";
 inline constexpr std::size_t kMaxSecretHintBytes = 64;
 // Whether the value does, with or without a NUL or a line end behind it.
 bool SaysSecret(std::string_view value);
+
+// The names of what toolkits answer about the owner itself, of references that mean nothing once the owner is
+// gone, and of other encodings of plain text.
+std::span<const std::string_view> HarmlessTypes();
 
 // True for types that are plain text in some encoding, or no content at all but talk between programs: what
 // offers nothing else loses nothing when only its text is kept.

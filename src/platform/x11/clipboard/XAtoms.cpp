@@ -5,17 +5,15 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/ports/TextTypes.h"
 #include "platform/x11/server/XServer.h"
 
 namespace quillbox {
 
 namespace {
 
-// Other encodings of plain text, what toolkits answer about the owner itself, and references that mean
-// nothing once the owner is gone.
-constexpr std::string_view kHarmless[] = {
-    "COMPOUND_TEXT",
-    "C_STRING",
+// Each spelling is an atom of its own.
+constexpr std::string_view kPlainTexts[] = {
     "text/plain",
     "text/plain;charset=UTF-8",
     "text/plain;charset=us-ascii",
@@ -25,27 +23,6 @@ constexpr std::string_view kHarmless[] = {
     "text/plain;charset=ISO-8859-1",
     "text/plain;charset=utf-16",
     "text/plain;charset=unicode",
-    "_VIM_TEXT",
-    "_VIMENC_TEXT",
-    "GTK_TEXT_BUFFER_CONTENTS",
-    "DELETE",
-    "INSERT_SELECTION",
-    "INSERT_PROPERTY",
-    "LENGTH",
-    "LIST_LENGTH",
-    "CHARACTER_POSITION",
-    "LINE_NUMBER",
-    "COLUMN_NUMBER",
-    "CLIENT_WINDOW",
-    "CLASS",
-    "NAME",
-    "USER",
-    "HOSTNAME",
-    "HOST_NAME",
-    "IP_ADDRESS",
-    "OWNER_OS",
-    "PROCESS",
-    "TASK",
 };
 
 }  // namespace
@@ -66,7 +43,7 @@ void XAtoms::Intern(xcb_connection_t* connection) {
       {&utf8String, "UTF8_STRING"},
       {&plainUtf8, "text/plain;charset=utf-8"},
       {&text, "TEXT"},
-      {&passwordHint, "x-kde-passwordManagerHint"},
+      {&passwordHint, kSecretHintType},
       {&forTargets, "QUILLBOX_TARGETS"},
       {&forHint, "QUILLBOX_HINT"},
       {&forUtf8, "QUILLBOX_UTF8"},
@@ -77,13 +54,13 @@ void XAtoms::Intern(xcb_connection_t* connection) {
   };
   std::vector<std::string_view> names;
   for (const auto& [atom, name] : own) names.push_back(name);
-  names.insert(names.end(), std::begin(kHarmless), std::end(kHarmless));
+  names.insert(names.end(), HarmlessTypes().begin(), HarmlessTypes().end());
+  names.insert(names.end(), std::begin(kPlainTexts), std::end(kPlainTexts));
 
   const std::vector<xcb_atom_t> atoms = AtomsOf(connection, names);
   auto next = atoms.begin();
   for (const auto& [atom, name] : own) *atom = *next++;
-  harmless_ = {XCB_ATOM_STRING, targets,   timestamp, multiple,    saveTargets,
-               utf8String,      plainUtf8, text,      passwordHint};
+  harmless_ = {XCB_ATOM_STRING, utf8String, plainUtf8, text};
   harmless_.insert(harmless_.end(), next, atoms.end());
 }
 
