@@ -116,7 +116,7 @@ Lists = collections.namedtuple("Lists", "names pads clips tasks marks")
 
 # Share; how many clips, pads and tasks may go, None where an entry is put on the clipboard; what is done.
 DEEDS = (
-    (18, (1, 0, 0), ("clip.clear", "clip.picture", "clip.lock #2", "clip.set @", *3 * ("clip.set @ ; advance #600",))),
+    (18, (1, 0, 0), ("clip.clear", "clip.picture", "clip.secret", "clip.lock #2", "clip.set @", *3 * ("clip.set @ ; advance #600",))),
     (12, None, ("pick mnuClip{|Sub}#1-10", "pick mnuPad{|Sub}#1-10", f"dblrow {CLIP} #10", f"dblrow {PAD} #10",
                 f"key {{{CLIP}|{PAD}}} Enter", "click frmTray.Command102")),
     (5, (0, 0, 0), ("spin frmTray.UpDown{1|2} {up|down}",
@@ -528,7 +528,7 @@ class Damage(Hand):
 class Lines(Hand):
     SHARE = 5
     VERBS = (
-        "start end closebox shutdown running clip.set clip.clear clip.picture clip.lock clip.get clip.writes reg.set "
+        "start end closebox shutdown running clip.set clip.clear clip.picture clip.secret clip.lock clip.get clip.writes reg.set "
         "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
         "spin scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds "
         "writes settip tip user platform separator screen version clock instance during").split()

@@ -118,6 +118,16 @@ std::string ToUtf8(TextView text) { return Encode(text, Surrogates::Replace); }
 
 Text FromUtf8(std::string_view bytes) { return Decode(bytes, Surrogates::Replace); }
 
+bool IsUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const bool ascii = static_cast<unsigned char>(bytes.front()) < 0x80;
+    const std::size_t length = ascii ? 1 : ReadCodePoint(bytes, Surrogates::Replace).length;
+    if (length == 0) return false;
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
 std::string ToLosslessUtf8(TextView text) { return Encode(text, Surrogates::Keep); }
 
 Text FromLosslessUtf8(std::string_view bytes) { return Decode(bytes, Surrogates::Keep); }

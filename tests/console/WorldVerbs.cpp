@@ -65,6 +65,7 @@ void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
   table.Add("clip.set", 0, 1, [&](In in, Out) { clipboard.OtherSets(in[0]); });
   table.Add("clip.clear", 0, [&](In, Out) { clipboard.OtherClears(); });
   table.Add("clip.picture", 0, [&](In, Out) { clipboard.OtherSetsPicture(); });
+  table.Add("clip.secret", 0, [&](In, Out) { clipboard.OtherSetsSecret(); });
   table.Add("clip.lock", 1, [&](In in, Out) { clipboard.OtherLocks(in.Flag(0)); });
   table.Add("clip.get", 0, [&](In, Out out) { out.Add(clipboard.Content()); });
   table.Add("clip.writes", 0, [&](In, Out out) { out.Add(clipboard.OwnWrites()); });

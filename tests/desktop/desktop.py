@@ -6,6 +6,7 @@ import ctypes
 import os
 import pathlib
 import pwd
+import re
 import shutil
 import signal
 import subprocess
@@ -258,6 +259,18 @@ class Desktop(Screen):
     def stop_program(self, how=signal.SIGTERM):
         """Ends Quillbox and returns its exit code, None if it had to be killed."""
         return self.end(self.program, how)
+
+    def traces(self, text):
+        """Where a part of the text is found: "memory" of the program, or names of files."""
+        places = {str(path): path.read_bytes() for path in self.folder.rglob("*") if path.is_file()}
+        places["memory"] = b""
+        with open(f"/proc/{self.program.pid}/maps") as maps, open(f"/proc/{self.program.pid}/mem", "rb", buffering=0) as memory:
+            for start, end, rights in (re.match(r"(\w+)-(\w+) (\S+)", line).groups() for line in maps):
+                if rights.startswith("rw"):
+                    memory.seek(int(start, 16))
+                    places["memory"] += memory.read(int(end, 16) - int(start, 16))
+        parts = [part.encode(code) for part in (text[:12], text[-12:], text[4:16]) for code in ("utf-8", "utf-16-le")]
+        return [name for name, content in places.items() if any(part in content for part in parts)]
 
     def reach(self):
         """How a person can reach the program now: "icon", "window", "taskbar" or ""."""

@@ -15,19 +15,20 @@ void MemoryClipboard::Clear() {
   CheckOpen();
   ++ownWrites_;
   text_.clear();
-  picture_ = false;
+  picture_ = secret_ = false;
 }
 
 void MemoryClipboard::Put(TextView text) {
   CheckOpen();
   ++ownWrites_;
   text_ = Text(text);
-  picture_ = false;
+  picture_ = secret_ = false;
 }
 
 void MemoryClipboard::Change(const Text& text, bool picture, ClipboardNews news) {
   text_ = text;
   picture_ = picture;
+  secret_ = false;
   Tell(news);
 }
 
@@ -36,5 +37,10 @@ void MemoryClipboard::OtherSets(const Text& text) { Change(text, false, Clipboar
 void MemoryClipboard::OtherClears() { Change({}, false, ClipboardNews::Other); }
 
 void MemoryClipboard::OtherSetsPicture() { Change({}, true, ClipboardNews::Other); }
+
+void MemoryClipboard::OtherSetsSecret() {
+  OtherClears();
+  secret_ = true;
+}
 
 }  // namespace quillbox

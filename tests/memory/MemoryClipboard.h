@@ -10,12 +10,14 @@ namespace quillbox {
 class MemoryClipboard : public Clipboard {
  public:
   TextView Read() override;
+  bool HoldsSecret() const override { return secret_; }
   void Clear() override;
   void Put(TextView text) override;
 
   void OtherSets(const Text& text);
   void OtherClears();
   void OtherSetsPicture();
+  void OtherSetsSecret();
   // While another program holds the clipboard, nobody else can open it.
   void OtherLocks(bool locked) { locked_ = locked; }
 
@@ -31,6 +33,7 @@ class MemoryClipboard : public Clipboard {
 
   Text text_;
   bool picture_ = false;
+  bool secret_ = false;
   bool locked_ = false;
   int ownWrites_ = 0;
 };

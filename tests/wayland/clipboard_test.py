@@ -69,11 +69,15 @@ class Sessions:
         self.pastes("outlives its program")
 
         before = self.entries()
-        secret = self.desktop.start(OWNER, "x-kde-passwordManagerHint", "secret", "text/plain;charset=utf-8", "pass word")
-        self.newest_becomes("")
-        self.desktop.end(secret, signal.SIGKILL)
-        time.sleep(1)  # for what must not come
+        secret = "correct horse battery staple"
+        for mark in ("x-kde-passwordManagerHint", "Secret"), ():
+            owner = self.desktop.start(OWNER, *mark, "text/plain;charset=utf-8", secret)
+            self.newest_becomes("")
+            time.sleep(1)  # for what must not come
+            self.desktop.end(owner, signal.SIGKILL)
+        time.sleep(1)
         self.assertEqual("", self.paste())
+        self.assertEqual([], self.desktop.traces(secret))
         self.assertEqual([""] + before[:49], self.entries())
         self.copy("after the secret")
         self.assertEqual(["after the secret"] + before[:49], self.entries())

@@ -101,7 +101,7 @@ TEST_F(ClipboardReading, TheLastOfManyQuickCopiesIsCaptured) {
   }
   ASSERT_TRUE(loop.RunUntil([&] { return Read() == u"copy 599"; }));
   EXPECT_EQ(loop.Timers(), 0u);
-  EXPECT_LE(a.Asked() + b.Asked(), 1200u) << "one transfer at a time, TARGETS and the text for each";
+  EXPECT_LE(a.Asked() + b.Asked(), 1800u) << "one transfer at a time, TARGETS, hint and text for each";
 }
 
 TEST_F(ClipboardReading, NothingHappensWhileNothingChanges) {
@@ -116,7 +116,7 @@ TEST_F(ClipboardReading, NothingHappensWhileNothingChanges) {
     EXPECT_EQ(clipboard->Read().data(), text) << "a tick copies nothing";
   }
   EXPECT_EQ(loop.Wakeups(), wakeups);
-  EXPECT_EQ(owner.Asked(), 2u);
+  EXPECT_EQ(owner.Asked(), 3u);
 }
 
 TEST_F(ClipboardReading, AHugeTextIsCut) {
@@ -130,21 +130,36 @@ TEST_F(ClipboardReading, AHugeTextIsCut) {
   EXPECT_EQ(clipboard->Read().back(), u'\u20AC') << "no half character";
 }
 
-// Neither asked for, nor taken over, unless its owner says that it is none.
+// Neither taken over nor, when others offer it again without the mark, read; until there is another text.
 TEST_F(ClipboardReading, ASecretIsNoText) {
-  const std::pair<Reaction, bool> rows[] = {{Gives(kHint, "secret"), true},
-                                            {Gives(kHint, std::string("secret\0", 7)), true},
-                                            {Of(Reaction::Refuse), true},
-                                            {Of(Reaction::Silent), true},
-                                            {Gives(kHint, "public"), false}};
-  for (const auto& [hint, secret] : rows) {
-    TestOwner owner(loop);
-    owner.OfferText("hunter2").Offer(kHint, hint);
-    EXPECT_EQ(ReadAfter(owner), secret ? u"" : u"hunter2");
-    EXPECT_EQ(owner.WasAskedFor(kUtf8), !secret);
+  struct Row {
+    Reaction hint;
+    bool listed, secret;
+    std::string text = "hunter2";
+  };
+  const Row rows[] = {{Gives(kHint, "secret"), true, true},
+                      {Gives(kHint, std::string("\tSecret\r\n\0", 10)), true, true},
+                      {Gives("STRING", "SECRET "), false, true},
+                      {Of(Reaction::Refuse), true, true},
+                      {Of(Reaction::Silent), true, true},
+                      {GivesInPieces(kHint, "secret", 1), true, true, "p\xC3\xA4ss"},
+                      {Gives(kHint, "public"), true, false},
+                      {Of(Reaction::Silent), false, false},
+                      {GivesInPieces(kUtf8, "secret", 1), false, false},
+                      {Gives(kUtf8, "secret"), false, false, "secret"}};  // whatever it is asked for
+  for (const Row& row : rows) {
+    TestOwner owner(loop), again(loop), other(loop);
+    owner.OfferText(row.text).Offer(kHint, row.hint);
+    if (!row.listed) owner.Offer("TARGETS", owner.TargetList({kUtf8}));
+    const Text text = row.secret ? u"" : FromUtf8(row.text);
+    EXPECT_EQ(ReadAfter(owner), text);
+    EXPECT_EQ(clipboard->HoldsSecret(), row.secret);
     owner.Quit();
     loop.RunFor(50);
-    EXPECT_EQ(Paste().has_value(), !secret);
+    EXPECT_EQ(Paste().has_value(), !row.secret);
+    EXPECT_EQ(ReadAfter(again.OfferText(row.text)), text);
+    EXPECT_EQ(ReadAfter(other.OfferText("other")), u"other");
+    EXPECT_EQ(ReadAfter(again), FromUtf8(row.text));
   }
 }
 

@@ -128,7 +128,8 @@ void frmTray::RefuseSecondInstance() {
 
 void frmTray::RestoreClipboard() {
   const SharedText newest = clip.ClipEntries(0);
-  if (!newest.IsEmpty() && platform_.clipboard.Read().empty()) platform_.clipboard.Put(newest.Get());
+  const bool empty = platform_.clipboard.Read().empty() && !platform_.clipboard.HoldsSecret();
+  if (!newest.IsEmpty() && empty) platform_.clipboard.Put(newest.Get());
 }
 
 void frmTray::RecordVersion() {

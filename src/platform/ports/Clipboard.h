@@ -26,6 +26,8 @@ class Clipboard {
   // next turn of the event loop. RuntimeError 521 while the clipboard can't be opened: its owner has not
   // delivered yet. Costs nothing while nothing has changed.
   virtual TextView Read() = 0;
+  // Whether what Read gives as no text is a secret: nothing may be put in its place unasked.
+  virtual bool HoldsSecret() const = 0;
   // Both may fail with RuntimeError 521; afterwards Read gives what was set.
   virtual void Clear() = 0;
   virtual void Put(TextView text) = 0;

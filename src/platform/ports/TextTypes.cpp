@@ -60,8 +60,9 @@ bool IsPlainWithCharset(std::string_view type) { return SameLetters(type.substr(
 }  // namespace
 
 bool SaysSecret(std::string_view value) {
-  while (!value.empty() && (value.back() == '\0' || value.back() == '\n')) value.remove_suffix(1);
-  return value == "secret";
+  constexpr std::string_view kAround(" \t\r\n\0", 5);
+  const std::size_t start = std::min(value.find_first_not_of(kAround), value.size());
+  return SameLetters(value.substr(start, value.find_last_not_of(kAround) + 1 - start), "secret");
 }
 
 int TextTypeRank(std::string_view type) {
@@ -83,10 +84,7 @@ bool IsTextOrTalk(std::string_view type) {
 }
 
 Text DecodeText(std::string_view type, std::string_view bytes) {
-  Text text = FromUtf8(bytes);
-  if (TextTypeRank(type) <= 1 || text.find(u'\uFFFD') == Text::npos) return text;
-  const bool invalid = ToUtf8(text) != bytes;
-  return invalid ? FromLatin1(bytes) : text;
+  return TextTypeRank(type) <= 1 || IsUtf8(bytes) ? FromUtf8(bytes) : FromLatin1(bytes);
 }
 
 Text FromLatin1(std::string_view bytes) {

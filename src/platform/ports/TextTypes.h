@@ -19,7 +19,7 @@ inline constexpr int kStuckReaderMs = 5000;    // a reader that takes nothing fo
 // The type by which password managers mark a secret: its value says so.
 inline constexpr std::string_view kSecretHintType = "x-kde-passwordManagerHint";
 inline constexpr std::size_t kMaxSecretHintBytes = 64;
-// Whether the value does, with or without a NUL or a line end behind it.
+// Whether the value does, in whatever capitals, with or without blanks, line ends and NULs around it.
 bool SaysSecret(std::string_view value);
 
 // The names of what toolkits answer about the owner itself, of references that mean nothing once the owner is

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <utility>
@@ -18,7 +17,7 @@ constexpr std::size_t kPieceBytes = 64 * 1024;
 }  // namespace
 
 PipeReader::PipeReader(EventLoop& loop, std::size_t keep, std::function<void()> ended)
-    : loop_(loop), keep_(keep), ended_(std::move(ended)) {}
+    : loop_(loop), ended_(std::move(ended)), bytes_(keep) {}
 
 PipeReader::~PipeReader() {
   if (fd_ < 0) return;
@@ -58,9 +57,8 @@ void PipeReader::Serve() {
       const std::function<void()> ended = std::move(ended_);  // which may end this object
       return ended();
     }
-    const std::size_t kept = std::min(static_cast<std::size_t>(got), keep_ - bytes_.size());
-    bytes_.append(piece.data(), kept);
-    if (kept < static_cast<std::size_t>(got)) truncated_ = true;
+    if (!bytes_.Append({piece.data(), static_cast<std::size_t>(got)})) truncated_ = true;
+    Wipe(piece.data(), static_cast<std::size_t>(got));
   }
 }
 

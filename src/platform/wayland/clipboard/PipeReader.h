@@ -4,11 +4,13 @@
 #include <functional>
 #include <string>
 
+#include "base/Wipe.h"
 #include "platform/ports/EventLoop.h"
 
 namespace quillbox {
 
-// Reads what another program writes into a pipe, up to its end, and keeps the first bytes of it. Never waits.
+// Reads what another program writes into a pipe, up to its end, and keeps the first bytes of it; they are
+// wiped in the end. Never waits.
 class PipeReader {
  public:
   // `ended` is called once, last thing of all, when the other end is closed.
@@ -25,14 +27,13 @@ class PipeReader {
   int Descriptor() const { return fd_; }
   void Serve();
 
-  std::string& Bytes() { return bytes_; }
+  std::string& Bytes() { return bytes_.Get(); }
   bool Truncated() const { return truncated_; }
 
  private:
   EventLoop& loop_;
-  std::size_t keep_;
   std::function<void()> ended_;
-  std::string bytes_;
+  WipedBytes bytes_;
   int fd_ = -1;
   bool truncated_ = false;
 };

@@ -7,10 +7,11 @@
 
 namespace quillbox {
 
-TextReading::TextReading(WaylandConnection& connection, EventLoop& loop,
+TextReading::TextReading(WaylandConnection& connection, EventLoop& loop, SecretMemory& secrets,
                          std::shared_ptr<const DataOffer> offer, Done done)
     : connection_(connection),
       loop_(loop),
+      secrets_(secrets),
       offer_(std::move(offer)),
       done_(std::move(done)),
       types_(offer_->Types().TextTypes()) {
@@ -19,14 +20,22 @@ TextReading::TextReading(WaylandConnection& connection, EventLoop& loop,
     deadline_ = 0;
     OnDeadline();
   });
-  if (offer_->Types().HasSecretHint())
-    Ask(std::string(kSecretHintType), kMaxSecretHintBytes, &TextReading::OnHint);
-  else
+  if (!offer_->Types().HasSecretHint()) {
     AskNextText();
+    return;
+  }
+  Ask(std::string(kSecretHintType), kMaxSecretHintBytes, &TextReading::OnHint);
+  hintDeadline_ = loop_.StartTimer(kOwnerDeadlineMs / 2, [this] {
+    hintDeadline_ = 0;
+    OnHintLate();
+  });
 }
 
-TextReading::~TextReading() {
-  if (deadline_) loop_.CancelTimer(deadline_);
+TextReading::~TextReading() { CancelTimers(); }
+
+void TextReading::CancelTimers() {
+  for (EventLoop::TimerId* each : {&deadline_, &hintDeadline_})
+    if (const EventLoop::TimerId timer = std::exchange(*each, 0)) loop_.CancelTimer(timer);
 }
 
 void TextReading::Ask(const std::string& type, std::size_t keep, void (TextReading::*ended)()) {
@@ -38,6 +47,7 @@ void TextReading::Ask(const std::string& type, std::size_t keep, void (TextReadi
 }
 
 void TextReading::AskNextText() {
+  if (types_.empty()) return Finish(secret_ ? Outcome::Secret : Outcome::NoText);
   const std::string type = types_.back();
   types_.pop_back();
   Ask(type, kMaxClipboardBytes, &TextReading::OnText);
@@ -45,15 +55,18 @@ void TextReading::AskNextText() {
 
 void TextReading::OnHint() {
   // Whoever offers the hint and then doesn't give it gets no benefit of the doubt.
-  if (pipe_->Bytes().empty() || SaysSecret(pipe_->Bytes())) return Finish(Outcome::Secret);
-  if (types_.empty()) return Finish(Outcome::NoText);
+  secret_ = pipe_->Bytes().empty() || SaysSecret(pipe_->Bytes());
+  if (const EventLoop::TimerId timer = std::exchange(hintDeadline_, 0)) loop_.CancelTimer(timer);
+  AskNextText();
+}
+
+void TextReading::OnHintLate() {
+  secret_ = true;
   AskNextText();
 }
 
 void TextReading::OnText() {
-  if (FinishWithText()) return;
-  if (types_.empty()) return Finish(Outcome::NoText);
-  AskNextText();
+  if (!FinishWithText()) AskNextText();
 }
 
 bool TextReading::FinishWithText() {
@@ -61,21 +74,19 @@ bool TextReading::FinishWithText() {
   if (bytes.empty()) return false;
   if (pipe_->Truncated()) DropHalfCharacter(bytes);
   Text text = DecodeText(type_, bytes);
-  std::string().swap(bytes);
-  Finish(Outcome::Arrived, std::move(text));
+  secret_ = secrets_.Takes(text, secret_);
+  Finish(secret_ ? Outcome::Secret : Outcome::Arrived, std::move(text));
   return true;
 }
 
 void TextReading::OnDeadline() {
-  if (type_ == kSecretHintType) return Finish(Outcome::Secret);
   // All that is kept of a very long text may be there already.
   if (pipe_->Truncated() && FinishWithText()) return;
-  Finish(Outcome::Unanswered);
+  Finish(secret_ ? Outcome::Secret : Outcome::Unanswered);
 }
 
 void TextReading::Finish(Outcome outcome, Text text) {
-  if (deadline_) loop_.CancelTimer(deadline_);
-  deadline_ = 0;
+  CancelTimers();
   pipe_.reset();
   const Done done = std::move(done_);
   done({outcome, std::move(text)});

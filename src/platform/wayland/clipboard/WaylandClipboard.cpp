@@ -156,13 +156,15 @@ void WaylandClipboard::StartReading() {
   textOnly_ = offer_->Types().TextOnly();
   if (offer_->Types().TextTypes().empty()) return OnRead({});
   Enter(State::Reading);
-  reading_ = std::make_unique<TextReading>(*connection_, loop_, offer_,
+  reading_ = std::make_unique<TextReading>(*connection_, loop_, secrets_, offer_,
                                            [this](TextReading::Result result) { OnRead(std::move(result)); });
 }
 
 void WaylandClipboard::OnRead(TextReading::Result result) {
   const std::unique_ptr<TextReading> ended = std::move(reading_);  // it is still at work further up the stack
   SetText(std::move(result.text));
+  secret_ = result.outcome == TextReading::Outcome::Secret;
+  if (result.outcome == TextReading::Outcome::NoText && !ownerGone_) secrets_.Forget();
   if (result.outcome == TextReading::Outcome::Arrived) {
     Enter(State::Held);
     if (ownerGone_ && textOnly_) OnNobody();
@@ -278,6 +280,7 @@ void WaylandClipboard::SetText(Text text) {
   text_ = std::make_shared<const Text>(std::move(text));
   utf8_.reset();
   latin1_.reset();
+  secret_ = false;
   if (large) malloc_trim(0);
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/SecretMemory.h"
 #include "platform/ports/SessionClipboard.h"
 #include "platform/wayland/clipboard/DataDevice.h"
 #include "platform/wayland/clipboard/TextReading.h"
@@ -39,6 +40,7 @@ class WaylandClipboard final : public SessionClipboard {
 
   // Port. While a lost compositor is waited for all three fail with RuntimeError 521.
   TextView Read() override;
+  bool HoldsSecret() const override { return secret_; }
   void Clear() override;
   void Put(TextView text) override;
   bool Settle(int milliseconds) override;
@@ -89,11 +91,13 @@ class WaylandClipboard final : public SessionClipboard {
   std::shared_ptr<DataOffer> offer_;    // the latest selection; null if nobody offers anything
   std::unique_ptr<TextReading> reading_;
   TextWriters writers_;
+  SecretMemory secrets_;
   std::function<void()> lost_;
   std::shared_ptr<const Text> text_;                // never null
   std::weak_ptr<const std::string> utf8_, latin1_;  // shared by the readers of the moment
   State state_ = State::Starting;
   bool textOnly_ = false;   // what holds for the text of State::Held and State::Reading
+  bool secret_ = false;     // is what State::Empty stands for
   bool ownerGone_ = false;  // since the reading began
   bool keeps_ = false;      // the text, for a compositor that has none
   bool changed_ = false;    // the selection, since it was last followed

@@ -43,7 +43,7 @@ TextView XClipboard::Read() {
 
 void XClipboard::Clear() {
   RequireWritable();
-  EndTransfer();
+  transfer_.reset();
   SetText({});
   content_ = Content::NoText;
   server_.Withdraw();
@@ -53,7 +53,7 @@ void XClipboard::Clear() {
 void XClipboard::Put(TextView text) {
   if (text.empty()) return Clear();
   RequireWritable();
-  EndTransfer();
+  transfer_.reset();
   SetText(Text(text));
   content_ = Content::HasText;
   ownership_.Claim();
@@ -116,13 +116,13 @@ void XClipboard::OnWindowGone(xcb_window_t window) {
   windows_.OnWindowGone(window);
   ownership_.OnWindowGone(window);
   if (!transfer_ || transfer_->Window() != window) return;
-  EndTransfer();
+  transfer_.reset();
   StartTransfer(ownership_.LatestTime());
 }
 
 void XClipboard::OnTaken(xcb_timestamp_t time) {
   server_.Withdraw();
-  EndTransfer();
+  transfer_.reset();
   StartTransfer(time);
 }
 
@@ -139,7 +139,7 @@ void XClipboard::OnDied() {
 
 void XClipboard::OnNobody(Content content) {
   server_.Withdraw();
-  EndTransfer();
+  transfer_.reset();
   SetText({});
   Trace({"clipboard: ", content == Content::NoText ? "nobody's" : "hidden"});
   if (std::exchange(content_, content) != content) Tell(ClipboardNews::Other);
@@ -150,20 +150,15 @@ void XClipboard::StartTransfer(xcb_timestamp_t time) {
   content_ = Content::Reading;
   ownerGone_ = false;
   transfer_ =
-      std::make_unique<XTransfer>(connection_, loop_, windows_.Take(), time,
+      std::make_unique<XTransfer>(connection_, loop_, windows_, secrets_, time,
                                   [this](XTransfer::Result result) { OnTransfer(std::move(result)); });
-}
-
-void XClipboard::EndTransfer() {
-  if (!transfer_) return;
-  windows_.GiveBack(transfer_->Window(), transfer_->WindowSpoilt());
-  transfer_.reset();
 }
 
 void XClipboard::OnTransfer(XTransfer::Result result) {
   const std::unique_ptr<XTransfer> ended = std::move(transfer_);  // it is still at work further up the stack
-  windows_.GiveBack(ended->Window(), ended->WindowSpoilt());
   SetText(std::move(result.text));
+  secret_ = result.outcome == XTransfer::Outcome::Secret;
+  if (result.outcome == XTransfer::Outcome::NoText && !ownerGone_) secrets_.Forget();
   textOnly_ = result.textOnly;
   content_ = result.outcome == XTransfer::Outcome::Arrived      ? Content::HasText
              : result.outcome == XTransfer::Outcome::Unanswered ? Content::Unreadable
@@ -171,7 +166,9 @@ void XClipboard::OnTransfer(XTransfer::Result result) {
                                                                 : Content::NoText;
   FollowFocus(content_ == Content::Refused && ownership_.IsManagers());
   const bool arrived = content_ == Content::HasText;
-  Trace({"clipboard: ", arrived ? "a text of others" : "nothing that can be read as a text"});
+  Trace({"clipboard: ", arrived   ? "a text of others"
+                        : secret_ ? "a secret"
+                                  : "nothing that can be read as a text"});
   if (arrived && ownerGone_ && textOnly_) OnDied();
   Tell(arrived ? ClipboardNews::Text : ClipboardNews::Other);
 }
@@ -187,6 +184,7 @@ void XClipboard::SetText(Text text) {
   const bool large = std::max(text_->size(), text.capacity()) > kLargeUnits;
   if (large && text.capacity() / 2 > text.size()) text.shrink_to_fit();
   text_ = std::make_shared<const Text>(std::move(text));
+  secret_ = false;
   if (large) malloc_trim(0);
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/SecretMemory.h"
 #include "platform/ports/SessionClipboard.h"
 #include "platform/x11/clipboard/XClipboardManagerHandover.h"
 #include "platform/x11/clipboard/XConnection.h"
@@ -27,6 +28,7 @@ class XClipboard final : public SessionClipboard {
   // window manager refuses to show us what it holds for windows that aren't X11's: it takes nothing from us
   // then either.
   TextView Read() override;
+  bool HoldsSecret() const override { return secret_; }
   void Clear() override;
   void Put(TextView text) override;
 
@@ -54,7 +56,6 @@ class XClipboard final : public SessionClipboard {
   void OnNobody(Content content);
   void OnTransfer(XTransfer::Result result);
   void StartTransfer(xcb_timestamp_t time);
-  void EndTransfer();
   void RequireWritable();
   void FollowFocus(bool follow);
   void SetText(Text text);
@@ -62,6 +63,7 @@ class XClipboard final : public SessionClipboard {
   EventLoop& loop_;
   XConnection connection_;
   XTransferWindows windows_;
+  SecretMemory secrets_;
   XSelectionServer server_;
   XOwnership ownership_;
   std::unique_ptr<XTransfer> transfer_;
@@ -70,6 +72,7 @@ class XClipboard final : public SessionClipboard {
   std::shared_ptr<const Text> text_;  // never null
   Content content_ = Content::Unknown;
   bool textOnly_ = false;   // the owner of the text had nothing beside it
+  bool secret_ = false;     // is what Content::NoText stands for
   bool ownerGone_ = false;  // since the transfer began
   bool followsFocus_ = false;
 };

@@ -5,10 +5,13 @@
 #include <xcb/xfixes.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 #include "base/RuntimeError.h"
+#include "base/Wipe.h"
 #include "platform/x11/server/XReply.h"
 #include "platform/x11/server/XServer.h"
 
@@ -19,8 +22,14 @@ namespace {
 // Under a flood of events the rest of the program has its turn after so many of them, or after so long.
 constexpr int kEventsAtOnce = 100;
 constexpr std::chrono::milliseconds kTimeAtOnce{10};
-constexpr int kWriteMs = 2;   // a server that works has taken in a full socket by then
-constexpr int kRetryMs = 50;  // while one takes nothing in
+constexpr int kWriteMs = 2;                      // a server that works has taken in a full socket by then
+constexpr int kRetryMs = 50;                     // while one takes nothing in
+constexpr std::size_t kBufferBytes = 32 * 1024;  // more than the library reads in one go
+
+std::size_t ReplyBytes(const void* reply) {
+  return sizeof(xcb_raw_generic_event_t) +
+         4 * std::size_t{static_cast<const xcb_generic_reply_t*>(reply)->length};
+}
 
 }  // namespace
 
@@ -81,9 +90,18 @@ void XConnection::Await(unsigned sequence, ReplySink sink) {
 void XConnection::Forget(unsigned sequence) {
   const auto found = std::find_if(awaited_.begin(), awaited_.end(),
                                   [sequence](const Awaited& each) { return each.sequence == sequence; });
-  if (found == awaited_.end()) return;
-  awaited_.erase(found);
-  if (!lost_) xcb_discard_reply(connection_, sequence);
+  // The reply is taken all the same: the library would free it as it is.
+  if (found != awaited_.end()) found->sink = nullptr;
+}
+
+void XConnection::WipeBuffer(xcb_window_t window, xcb_atom_t property) {
+  static constexpr std::array<std::uint8_t, kBufferBytes> kNothing{};
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_INTEGER, 8,
+                      kNothing.size(), kNothing.data());
+  Await(xcb_get_property(connection_, 1, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kNothing.size() / 4)
+            .sequence,
+        nullptr);
+  Flush();
 }
 
 void XConnection::Flush() {
@@ -158,7 +176,8 @@ int XConnection::TakeReplies() {
     const ReplySink sink = std::move(awaited_.front().sink);
     awaited_.pop_front();
     ++taken;
-    sink(reply);
+    if (sink) sink(reply);
+    if (reply) Wipe(reply, ReplyBytes(reply));
   }
   return taken;
 }

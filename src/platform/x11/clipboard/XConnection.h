@@ -19,7 +19,7 @@ namespace quillbox {
 class XConnection {
  public:
   using EventSink = std::function<void(const xcb_generic_event_t&)>;
-  // The reply, or null after an error. It is freed when the call-back returns.
+  // The reply, or null after an error. It is wiped and freed when the call-back returns.
   using ReplySink = std::function<void(const void*)>;
 
   // `display` as in DISPLAY; null takes that variable. RuntimeError 57 if there is no server, or one without
@@ -53,6 +53,9 @@ class XConnection {
   // `sink` is called once with the reply to the request `sequence`, unless it is forgotten before.
   void Await(unsigned sequence, ReplySink sink);
   void Forget(unsigned sequence);
+  // Wipes what the library still has of replies in its own buffer, by a reply that fills it. `window` is
+  // ours, and `property` a scratch one of it.
+  void WipeBuffer(xcb_window_t window, xcb_atom_t property);
 
   // Sends what has been asked for. Needed after requests that were not made from an event or a reply.
   void Flush();

@@ -9,18 +9,18 @@ namespace {
 
 constexpr std::uint32_t kPieceUnits =
     64 * 1024;  // 256 KiB a request: the reply stays small, whatever is there
-constexpr std::size_t kLarge = 1024 * 1024;
 
 }  // namespace
 
 XIncomingValue::XIncomingValue(XConnection& connection, xcb_window_t window, xcb_atom_t property, int format,
-                               std::size_t keep, std::function<void()> done)
+                               std::size_t keep, Expect expect, std::function<void()> done)
     : connection_(connection),
       window_(window),
       property_(property),
       format_(format),
-      keep_(keep),
-      done_(std::move(done)) {}
+      expect_(expect),
+      done_(std::move(done)),
+      bytes_(keep) {}
 
 XIncomingValue::~XIncomingValue() {
   if (pending_) connection_.Forget(pending_);
@@ -56,6 +56,7 @@ void XIncomingValue::OnReply(const xcb_get_property_reply_t* reply) {
 
   if (reply->type == connection_.Atoms().incr && !incremental_ && offset_ == 0) {
     incremental_ = true;
+    if (expect_ == Expect::Whole) return Finish(false);
     if (reply->bytes_after > 0) xcb_delete_property(connection_.Get(), window_, property_);
   } else if (reply->type == XCB_ATOM_NONE) {
     // No value: between two increments nothing to worry about.
@@ -66,11 +67,8 @@ void XIncomingValue::OnReply(const xcb_get_property_reply_t* reply) {
   } else {
     if (type_ == XCB_ATOM_NONE) type_ = reply->type;
     if (reply->format != format_ || reply->type != type_ || length == 0) return Finish(false);
-    const std::size_t room = std::min(length, keep_ - bytes_.size());
-    // Growing by doubling would leave half as much again behind; untouched room costs nothing.
-    if (bytes_.size() + room > kLarge) bytes_.reserve(keep_);
-    bytes_.append(static_cast<const char*>(xcb_get_property_value(reply)), room);
-    truncated_ = truncated_ || room < length;
+    const bool whole = bytes_.Append({static_cast<const char*>(xcb_get_property_value(reply)), length});
+    truncated_ = truncated_ || !whole;
     if (reply->bytes_after > 0) {
       offset_ += static_cast<std::uint32_t>(length / 4);
       return Request();

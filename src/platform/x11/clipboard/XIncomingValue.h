@@ -4,17 +4,21 @@
 #include <functional>
 #include <string>
 
+#include "base/Wipe.h"
 #include "platform/x11/clipboard/XConnection.h"
 
 namespace quillbox {
 
 // Reads what another client has put into a property of one of our windows, in one go or in increments (INCR).
-// The size that the other client announces is never believed, and at most `keep` bytes are kept.
+// The size that the other client announces is never believed, and at most `keep` bytes are kept; they are
+// wiped in the end.
 class XIncomingValue {
  public:
+  // Increments are for what may be long: a value that comes so against expectation is none.
+  enum class Expect { Whole, Increments };
   // `format` is the unit that is expected, 8 or 32 bits. `done` is called once, last thing of all.
   XIncomingValue(XConnection& connection, xcb_window_t window, xcb_atom_t property, int format,
-                 std::size_t keep, std::function<void()> done);
+                 std::size_t keep, Expect expect, std::function<void()> done);
   ~XIncomingValue();
   XIncomingValue(const XIncomingValue&) = delete;
   XIncomingValue& operator=(const XIncomingValue&) = delete;
@@ -30,7 +34,8 @@ class XIncomingValue {
   bool Valid() const { return valid_; }
   xcb_atom_t Type() const { return type_; }
   bool Truncated() const { return truncated_; }
-  std::string& Bytes() { return bytes_; }
+  std::string& Bytes() { return bytes_.Get(); }
+  void ForgetBytes() { bytes_.Clear(); }
 
  private:
   void Request();
@@ -41,9 +46,9 @@ class XIncomingValue {
   xcb_window_t window_;
   xcb_atom_t property_;
   int format_;
-  std::size_t keep_;
+  Expect expect_;
   std::function<void()> done_;
-  std::string bytes_;
+  WipedBytes bytes_;
   xcb_atom_t type_ = XCB_ATOM_NONE;
   std::uint32_t offset_ = 0;  // of the piece asked for, in units of four bytes
   unsigned pending_ = 0;      // sequence number of the request under way

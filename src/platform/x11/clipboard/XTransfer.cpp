@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "base/Utf8.h"
+#include "base/Wipe.h"
 #include "platform/ports/TextTypes.h"
 
 namespace quillbox {
@@ -14,9 +16,15 @@ constexpr std::size_t kMaxTargetBytes = 64 * 1024;
 
 }  // namespace
 
-XTransfer::XTransfer(XConnection& connection, EventLoop& loop, xcb_window_t window, xcb_timestamp_t time,
-                     Done done)
-    : connection_(connection), loop_(loop), window_(window), time_(time), done_(std::move(done)) {
+XTransfer::XTransfer(XConnection& connection, EventLoop& loop, XTransferWindows& windows,
+                     SecretMemory& secrets, xcb_timestamp_t time, Done done)
+    : connection_(connection),
+      loop_(loop),
+      windows_(windows),
+      secrets_(secrets),
+      window_(windows.Take()),
+      time_(time),
+      done_(std::move(done)) {
   deadline_ = loop_.StartTimer(kDeadlineMs, [this] {
     deadline_ = 0;
     OnDeadline();
@@ -25,7 +33,22 @@ XTransfer::XTransfer(XConnection& connection, EventLoop& loop, xcb_window_t wind
 }
 
 XTransfer::~XTransfer() {
-  if (deadline_) loop_.CancelTimer(deadline_);
+  CancelTimers();
+  if (secret_) connection_.WipeBuffer(window_, connection_.Atoms().forHint);
+  // The owner may go on writing to it, though nobody will read that.
+  windows_.GiveBack(window_, spoilt_ || done_);
+}
+
+void XTransfer::CancelTimers() {
+  for (EventLoop::TimerId* each : {&deadline_, &hintDeadline_})
+    if (const EventLoop::TimerId timer = std::exchange(*each, 0)) loop_.CancelTimer(timer);
+}
+
+// What may still come into the old one counts no more.
+void XTransfer::TakeFreshWindow() {
+  windows_.GiveBack(window_, true);
+  window_ = windows_.Take();
+  spoilt_ = false;
 }
 
 void XTransfer::Ask(Step step) {
@@ -51,8 +74,9 @@ std::unique_ptr<XIncomingValue> XTransfer::MakeValue() {
   const bool targets = step_.target == connection_.Atoms().targets;
   const bool hint = step_.target == connection_.Atoms().passwordHint;
   const std::size_t keep = targets ? kMaxTargetBytes : hint ? kMaxSecretHintBytes : kMaxBytes;
-  return std::make_unique<XIncomingValue>(connection_, window_, step_.property, targets ? 32 : 8, keep,
-                                          [this] { OnAnswer(); });
+  return std::make_unique<XIncomingValue>(
+      connection_, window_, step_.property, targets ? 32 : 8, keep,
+      hint ? XIncomingValue::Expect::Whole : XIncomingValue::Expect::Increments, [this] { OnAnswer(); });
 }
 
 void XTransfer::OnPropertyNotify(const xcb_property_notify_event_t& event) {
@@ -65,18 +89,14 @@ void XTransfer::OwnerGone() {
   if (value_)
     value_->OwnerGone();
   else if (done_)
-    Finish(Outcome::NoText);
+    AskNextText();
 }
 
 void XTransfer::OnAnswer() {
   const XAtoms& atoms = connection_.Atoms();
   if (value_->Incremental()) spoilt_ = true;
   if (step_.target == atoms.targets) return ChooseTexts();
-  if (step_.target == atoms.passwordHint) {
-    // An owner that offers the hint but doesn't give it is taken to hold a secret.
-    if (!value_->Valid() || SaysSecret(value_->Bytes())) return Finish(Outcome::Secret);
-    return AskNextText();
-  }
+  if (step_.target == atoms.passwordHint) return OnHint();
   if (!value_->Valid() || !FinishWithText()) AskNextText();
 }
 
@@ -101,22 +121,39 @@ void XTransfer::ChooseTexts() {
     // An old client that knows no TARGETS may know a text all the same.
     textOnly_ = true;
     texts_ = {latin1, utf8};
-    return AskNextText();
+  } else {
+    textOnly_ = !value_->Truncated() &&
+                std::all_of(targets.begin(), targets.end(),
+                            [&atoms](xcb_atom_t target) { return atoms.IsTextOrProtocol(target); });
+    for (const Step& step : {latin1, Step{atoms.plainUtf8, atoms.forPlain}, utf8})
+      if (offers(step.target)) texts_.push_back(step);
   }
-  textOnly_ = !value_->Truncated() &&
-              std::all_of(targets.begin(), targets.end(),
-                          [&atoms](xcb_atom_t target) { return atoms.IsTextOrProtocol(target); });
-  for (const Step& step : {latin1, Step{atoms.plainUtf8, atoms.forPlain}, utf8})
-    if (offers(step.target)) texts_.push_back(step);
-  if (offers(atoms.passwordHint) || value_->Truncated())
-    Ask({atoms.passwordHint, atoms.forHint});
-  else
-    AskNextText();
+  hintListed_ = offers(atoms.passwordHint) || value_->Truncated();
+  if (texts_.empty() && !hintListed_) return AskNextText();
+  Ask({atoms.passwordHint, atoms.forHint});
+  hintDeadline_ = loop_.StartTimer(hintListed_ ? kListedHintMs : kUnlistedHintMs, [this] {
+    hintDeadline_ = 0;
+    OnHintLate();
+  });
+}
+
+void XTransfer::OnHint() {
+  if (const EventLoop::TimerId timer = std::exchange(hintDeadline_, 0)) loop_.CancelTimer(timer);
+  secret_ = value_->Valid() ? SaysSecret(value_->Bytes()) : hintListed_;
+  if (value_->Incremental()) TakeFreshWindow();
+  AskNextText();
+}
+
+void XTransfer::OnHintLate() {
+  secret_ = hintListed_;
+  TakeFreshWindow();
+  AskNextText();
+  connection_.Flush();
 }
 
 void XTransfer::AskNextText() {
-  if (ownerGone_) return Finish(Outcome::NoText);
-  if (texts_.empty()) return Finish(answered_ ? Outcome::NoText : Outcome::Refused);
+  if (ownerGone_ || texts_.empty())
+    return Finish(secret_ ? Outcome::Secret : answered_ || ownerGone_ ? Outcome::NoText : Outcome::Refused);
   const Step step = texts_.back();
   texts_.pop_back();
   Ask(step);
@@ -125,30 +162,29 @@ void XTransfer::AskNextText() {
 bool XTransfer::FinishWithText() {
   const XAtoms& atoms = connection_.Atoms();
   std::string& bytes = value_->Bytes();
-  if (value_->Type() == XCB_ATOM_STRING) {
-    Finish(Outcome::Arrived, FromLatin1(bytes));
-    return true;
-  }
-  if (value_->Type() != atoms.utf8String && value_->Type() != atoms.plainUtf8) return false;
-  if (value_->Truncated()) DropHalfCharacter(bytes);
-  Finish(Outcome::Arrived, FromUtf8(bytes));
+  const bool latin1 = value_->Type() == XCB_ATOM_STRING;
+  if (!latin1 && value_->Type() != atoms.utf8String && value_->Type() != atoms.plainUtf8) return false;
+  if (!latin1 && value_->Truncated()) DropHalfCharacter(bytes);
+  // Some give their text, here the very word, whatever they are asked for.
+  if (!hintListed_ && SaysSecret(bytes)) secret_ = false;
+  Text text = latin1 ? FromLatin1(bytes) : FromUtf8(bytes);
+  secret_ = secrets_.Takes(text, secret_);
+  Finish(secret_ ? Outcome::Secret : Outcome::Arrived, std::move(text));
   return true;
 }
 
 void XTransfer::OnDeadline() {
   spoilt_ = true;
-  if (step_.target == connection_.Atoms().passwordHint) return Finish(Outcome::Secret);
   // All that is kept of a very long text may be there already.
   if (value_ && value_->Truncated() && FinishWithText()) return;
-  Finish(Outcome::Unanswered);
+  Finish(secret_ ? Outcome::Secret : Outcome::Unanswered);
 }
 
 void XTransfer::Finish(Outcome outcome, Text text) {
-  if (value_) std::string().swap(value_->Bytes());
+  if (value_) value_->ForgetBytes();
   Result result{outcome, std::move(text), textOnly_};
   if (outcome == Outcome::Arrived && result.text.empty()) result.outcome = Outcome::NoText;
-  if (deadline_) loop_.CancelTimer(deadline_);
-  deadline_ = 0;
+  CancelTimers();
   const Done done = std::move(done_);
   done_ = nullptr;
   done(std::move(result));
