@@ -28,8 +28,8 @@ def unescape(text):
 
 
 class Body:
-    def __init__(self, program):
-        self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    def __init__(self, *program):
+        self.process = subprocess.Popen(program, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
     def ask(self, *lines):
         """The answers to requests that go out together."""

@@ -1,6 +1,7 @@
 """Clients of the clipboard: owners that behave well or badly, and readers. Each has a connection of its own."""
 import os
 import select
+import struct
 import threading
 import time
 
@@ -13,7 +14,11 @@ CHUNK = 200_000  # bytes
 
 
 class Owner:
-    """Owns a selection, CLIPBOARD unless told otherwise, and serves `offers`, target name -> bytes. Subclasses misbehave."""
+    """Owns a selection, CLIPBOARD unless told otherwise, and serves `offers`, target name -> what is given:
+
+    bytes, of the target's own type; (type name, width, bytes); a list or a generator of either, given part by part;
+    None, which is a refusal; a callable, which is handed owner and question and does it all, or nothing.
+    """
 
     def __init__(self, name, offers, selection="CLIPBOARD"):
         self.display_name, self.selection = name, selection
@@ -85,7 +90,7 @@ class Owner:
                         break
                     self._give_up()
         except (Xlib.error.ConnectionClosedError, OSError):
-            return
+            pass
         try:
             self.display.close()
         except (Xlib.error.ConnectionClosedError, OSError):
@@ -109,46 +114,69 @@ class Owner:
     # --- answers
 
     def answer(self, question, target):
-        if target == "TARGETS":
-            self.put(question, Xatom.ATOM, 32, [self.atom(name) for name in ("TARGETS", *self.offers)])
-        elif target in self.offers:
-            data = self.offers[target]
-            if len(data) > CHUNK:
-                self.begin(question, target, [data[at:at + CHUNK] for at in range(0, len(data), CHUNK)], len(data))
-            else:
-                self.put(question, self.atom(target), 8, data)
-                self.served.set()
-        else:
+        offer = self.offers.get(target)
+        if target == "TARGETS" and target not in self.offers:
+            self.put(question, "ATOM", 32, self.list_of(self.atom, "TARGETS", *self.offers))
+        elif offer is None:
             self.notify(question, X.NONE)
+        elif callable(offer):
+            offer(self, question)
+        elif not isinstance(offer, (bytes, tuple)):
+            self.begin(question, target, offer)
+        elif len(offer) > CHUNK:
+            self.begin(question, target, in_pieces(offer, CHUNK))
+        else:
+            self.put(question, *self.typed(target, offer))
+            self.served.set()
+
+    @staticmethod
+    def list_of(atom, *names):
+        """A list of targets as its bytes; `atom` knows their numbers."""
+        return struct.pack(f"{len(names)}I", *map(atom, names))
+
+    @staticmethod
+    def typed(target, offer):
+        return offer if isinstance(offer, tuple) else (target, 8, offer)
 
     def put(self, question, kind, width, data):
-        question.requestor.change_property(question.property, kind, width, data)
+        self.write(question.requestor, question.property, kind, width, data)
         self.notify(question, question.property)
+
+    def write(self, window, at, kind, width, data):
+        """In several requests, as none may be longer than the server takes."""
+        for start in range(0, max(len(data), 1), CHUNK):
+            part = data[start:start + CHUNK]
+            window.change_property(at, self.atom(kind), width, part if width == 8 else struct.unpack(
+                f"{len(part) * 8 // width}{'H' if width == 16 else 'I'}", part), X.PropModeAppend if start else X.PropModeReplace)
 
     def notify(self, question, at):
         question.requestor.send_event(event.SelectionNotify(
             time=question.time, requestor=question.requestor, selection=question.selection, target=question.target,
             property=at), 0)
 
-    def begin(self, question, target, parts, announced):
-        """Hands over in parts, each when the one before it was taken."""
+    def begin(self, question, target, parts, announced=bytes(4)):
+        """Hands over in parts, each when the one before it was taken; an empty one is the end."""
         question.requestor.change_attributes(event_mask=X.PropertyChangeMask)
-        self.transfers[(question.requestor.id, question.property)] = (self.atom(target), iter([*parts, b""]))
-        self.put(question, self.atom("INCR"), 32, [announced])
+        self.transfers[(question.requestor.id, question.property)] = (target, iter(parts))
+        self.put(question, "INCR", 32, announced)
 
     def go_on(self, window, at):
-        transfer = self.transfers.get((window.id, at))
-        if not transfer:
-            return
-        kind, parts = transfer
+        target, parts = self.transfers.get((window.id, at), (None, iter(())))
         part = next(parts, None)
         if part is None:
             return
-        window.change_property(at, kind, 8, part)
+        self.write(window, at, *self.typed(target, part))
         self.display.flush()
         if part == b"":
-            del self.transfers[(window.id, at)]
             self.served.set()
+
+
+def in_pieces(data, size):
+    return [*(data[at:at + size] for at in range(0, len(data), size)), b""]
+
+
+def silent(_owner, _question):
+    """An offer that is never given."""
 
 
 class Silent(Owner):
@@ -165,7 +193,7 @@ class DiesInTheMiddle(Owner):
 
     def answer(self, question, target):
         if target in self.offers:
-            self.begin(question, target, [b"x" * 1000] * 10, 10_000)
+            self.begin(question, target, [b"x" * 1000] * 10)
         else:
             super().answer(question, target)
 
@@ -175,10 +203,6 @@ class DiesInTheMiddle(Owner):
         if self.left == 0:
             self.display.flush()
             raise OSError("gone")
-
-    def _run(self):
-        super()._run()
-        self.display.close()
 
 
 class Reader:
@@ -194,9 +218,8 @@ class Reader:
     def close(self):
         self.display.close()
 
-    def ask(self, target):
-        self.target = self.display.intern_atom(target)
-        self.window.convert_selection(self.selection, self.target, self.slot, X.CurrentTime)
+    def ask(self, target, time=X.CurrentTime):
+        self.window.convert_selection(self.selection, self.display.intern_atom(target), self.slot, time)
         self.display.flush()
 
     def _next(self, kind, end, matches=lambda _: True):
@@ -221,7 +244,7 @@ class Reader:
             self.window.delete_property(self.slot)
             self.display.flush()
             return kind, found.format, found.value
-        pieces = []
+        pieces = self.pieces = []
         # Deleting the announcement asks for the first part.
         self.window.delete_property(self.slot)
         self.display.flush()
@@ -237,6 +260,23 @@ class Reader:
             pieces.append(piece)
         return kind, 8, b"".join(pieces)
 
-    def paste(self, target="UTF8_STRING", seconds=10):
-        self.ask(target)
+    def paste(self, target="UTF8_STRING", seconds=10, time=X.CurrentTime):
+        self.ask(target, time)
         return self.take(seconds)
+
+
+class Manager(Owner):
+    """A clipboard manager: saves the clipboard's text when its owner asks for that, and says so if it `answers`."""
+
+    def __init__(self, name, answers=True):
+        self.answers, self.asked_to_save, self.saved = answers, threading.Event(), None
+        super().__init__(name, {"SAVE_TARGETS": Manager.save}, selection="CLIPBOARD_MANAGER")
+
+    def save(self, question):
+        reader = Reader(self.display_name)
+        self.targets = question.requestor.get_full_property(question.property, X.AnyPropertyType).value
+        self.saved = bytes(reader.paste()[2])
+        reader.close()
+        if self.answers:
+            self.put(question, "NULL", 32, b"")
+        self.asked_to_save.set()

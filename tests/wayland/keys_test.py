@@ -1,5 +1,4 @@
 """Scripts under sway: typed into the native window that had the focus."""
-import pathlib
 import random
 import re
 import signal
@@ -9,8 +8,7 @@ import unittest
 
 from sway import Sway, wait_for
 
-sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
-from datafiles import pad_file  # noqa: E402
+from datafiles import pad_file
 
 # Notes each byte that the terminal sends.
 RECORDER = """

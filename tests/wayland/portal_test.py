@@ -1,13 +1,10 @@
 """Scripts in a session without a virtual keyboard: the desktop's portal types them."""
-import pathlib
-import sys
 import unittest
 
-sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
-from desktop import Desktop, wait_for  # noqa: E402
-from portal import Portal  # noqa: E402
-from datafiles import pad_file  # noqa: E402
-from statusnotifier import StatusNotifierHost  # noqa: E402
+from desktop import Desktop, wait_for
+from portal import Portal
+from datafiles import pad_file
+from statusnotifier import StatusNotifierHost
 
 SHIFT, CONTROL, ENTER, TAB, LEFT = 0xFFE1, 0xFFE3, 0xFF0D, 0xFF09, 0xFF51
 UNICODE = 0x1000000  # added to a character without a keysym of its own

@@ -1,14 +1,11 @@
 """A Wayland desktop of its own for a test: sway without a screen, session bus, a tray, and Quillbox on it."""
 import json
 import os
-import pathlib
 import pwd
 import subprocess
-import sys
 
-sys.path.append(str(pathlib.Path(__file__).parents[1] / "desktop"))
-from desktop import Desktop, wait_for  # noqa: E402
-from statusnotifier import StatusNotifierHost  # noqa: E402
+from desktop import Desktop, wait_for
+from statusnotifier import StatusNotifierHost
 
 CONFIG = """
 xwayland {xwayland}

@@ -35,13 +35,10 @@ class OwnProcess {
   OwnProcess(const OwnProcess&) = delete;
   OwnProcess& operator=(const OwnProcess&) = delete;
 
-  void Stop() { kill(process_, SIGSTOP); }
-  void Continue() { kill(process_, SIGCONT); }
   // The state that it ended with; 0 if it has ended before.
   int End(int signal) {
     int status = 0;
     if (process_ <= 0) return status;
-    Continue();
     kill(process_, signal);
     waitpid(process_, &status, 0);
     process_ = 0;
@@ -61,7 +58,7 @@ void Become(const char* program, Words... words) {
   execlp(program, program, words..., static_cast<char*>(nullptr));
 }
 
-// An X server that the test may stop and end.
+// An X server of the test's own.
 class OwnXServer {
  public:
   OwnXServer() {
@@ -72,10 +69,7 @@ class OwnXServer {
     if (display_.size() < 2) throw std::runtime_error("the X server did not start");
   }
   const std::string& Display() const { return display_; }
-  void Stop() { process_.Stop(); }
-  void Continue() { process_.Continue(); }
-  void End() { process_.End(SIGTERM); }
-  ~OwnXServer() { End(); }
+  ~OwnXServer() { process_.End(SIGTERM); }
 
  private:
   Pipe ready_;

@@ -25,15 +25,10 @@ class PollEventLoop final : public EventLoop {
   }
   void CancelTimer(TimerId timer) override { timers_.erase(timer); }
 
-  // Called before each wait, for clients that may have taken events in already.
-  void BeforeWait(void* key, std::function<void()> work) { before_[key] = std::move(work); }
-  void NoLongerBeforeWait(void* key) { before_.erase(key); }
-
   // Turns until `done`; false if that takes longer than `milliseconds`, which no test is to rely on.
   bool RunUntil(const std::function<bool()>& done, int milliseconds = 20'000) {
     const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
     while (true) {
-      for (const auto& [key, work] : std::map(before_)) work();
       if (done()) return true;
       auto next = end;
       for (const auto& [id, timer] : timers_) next = std::min(next, timer.due);
@@ -46,7 +41,6 @@ class PollEventLoop final : public EventLoop {
   void RunFor(int milliseconds) {
     RunUntil([] { return false; }, milliseconds);
   }
-  bool Watches(int fd) const { return watches_.count(fd) != 0; }
   int Wakeups() const { return wakeups_; }  // descriptors and timers served so far
   std::size_t Timers() const { return timers_.size(); }
   std::size_t WatchCount() const { return watches_.size() + writableWatches_.size(); }
@@ -89,7 +83,6 @@ class PollEventLoop final : public EventLoop {
 
   std::map<int, std::function<void()>> watches_, writableWatches_;
   std::map<TimerId, Timer> timers_;
-  std::map<void*, std::function<void()>> before_;
   TimerId nextTimer_ = 1;
   int wakeups_ = 0;
 };
