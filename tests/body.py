@@ -34,19 +34,20 @@ class Body:
     def ask(self, *lines):
         """The answers to requests that go out together."""
         assert len(lines) == 1 or sum(map(len, lines)) + len(lines) < PIPE, "more than a pipe holds"
-        answers = b""
+        answers, missing = [], len(lines)
         try:
             self.process.stdin.write(b"\n".join(lines) + b"\n")
             self.process.stdin.flush()
-            while answers.count(b"\n") < len(lines):
+            while missing > 0:
                 ready = select.select([self.process.stdout], [], [], PATIENCE)[0]
                 part = os.read(self.process.stdout.fileno(), 1 << 20) if ready else b""
                 if not part:
                     raise BrokenPipeError
-                answers += part
+                answers.append(part)
+                missing -= part.count(b"\n")
         except (BrokenPipeError, ValueError):
             raise Failure(f"the body has ended with {self.end()}, or hung for {PATIENCE} s") from None
-        return answers.split(b"\n")[:-1]
+        return b"".join(answers).split(b"\n")[:-1]
 
     def has_ended(self):
         return self.process.poll() is not None
