@@ -63,7 +63,9 @@ int Index(In in, std::size_t i, std::size_t count) {
 }
 
 int Row(const ListBox& list, In in, std::size_t i) {
-  return Index(in, i, static_cast<std::size_t>(list.GetListCount()));
+  const int row = Index(in, i, static_cast<std::size_t>(list.GetListCount()));
+  if (!list.IsRowShown(row)) throw ConsoleError("the row is hidden");
+  return row;
 }
 
 void AddLists(Deeds deeds) {

@@ -72,6 +72,10 @@ const std::vector<Property>& Properties() {
                   [](const ListBox& list) {
                     return EachRow<int>(list, [&](int row) { return list.GetSelected(row); });
                   }),
+      Of<ListBox>("Shown",
+                  [](const ListBox& list) {
+                    return EachRow<int>(list, [&](int row) { return list.IsRowShown(row); });
+                  }),
       Of<ListBox>("Text",
                   [](const ListBox& list) {
                     return list.GetListIndex() < 0 ? Text() : list.GetList(list.GetListIndex()).Get();

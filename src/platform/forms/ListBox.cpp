@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Dispatcher.h"
@@ -21,6 +22,7 @@ void ListBox::RowsChanged() {
   top_ = std::clamp(top_, 0, std::max(0, GetListCount() - 1));
   ++rowsRevision_;
   Touch();
+  if (filter_) Raise(ShownChanged);
 }
 
 const SharedText& ListBox::GetList(int row) const {
@@ -54,7 +56,7 @@ void ListBox::Clear() {
 }
 
 void ListBox::SetListIndex(int row) {
-  if (row != -1) Check(row);
+  if (row != -1 && !IsRowShown(row)) row = -1;
   if (index_ == row) return;
   index_ = row;
   anchor_ = row;
@@ -69,7 +71,7 @@ bool ListBox::GetSelected(int row) const {
 
 void ListBox::SetSelected(int row, bool selected) {
   Check(row);
-  if (rows_[row].selected == selected) return;
+  if (rows_[row].selected == selected || (selected && !HasCheckBoxes() && !IsRowShown(row))) return;
   rows_[row].selected = selected;
   Touch();
   if (HasCheckBoxes()) {
@@ -84,18 +86,80 @@ void ListBox::SetTopIndex(int row) {
   Touch();
 }
 
+// What is shown.
+
+bool ListBox::IsRowShown(int row) const {
+  Check(row);
+  if (!filter_) return true;
+  const Row& at = rows_[row];
+  if (at.shown == Shown::Unknown) at.shown = filter_(row) ? Shown::Yes : Shown::No;
+  return at.shown == Shown::Yes;
+}
+
+int ListBox::ShownCount() const { return PositionOf(GetListCount()); }
+
+int ListBox::PositionOf(int row) const {
+  if (!filter_) return row;
+  int position = 0;
+  for (int i = 0; i < row; ++i) position += IsRowShown(i);
+  return position;
+}
+
+int ListBox::RowAt(int position) const {
+  if (!filter_) return position;
+  assert(position >= 0 && position < ShownCount());
+  int row = 0;
+  while (!IsRowShown(row) || position-- > 0) ++row;
+  return row;
+}
+
+bool ListBox::LetGo(int row) {
+  const bool current = index_ == row;
+  if (current) index_ = -1;
+  if (anchor_ == row) anchor_ = -1;
+  return (!HasCheckBoxes() && std::exchange(rows_[row].selected, false)) || current;
+}
+
+void ListBox::ShowOnly(Filter filter, bool narrower) {
+  filter_ = std::move(filter);
+  bool changed = false;
+  for (int row = 0; row < GetListCount(); ++row) {
+    Shown& shown = rows_[row].shown;
+    if (!narrower || shown != Shown::No) shown = Shown::Unknown;
+    if (!IsRowShown(row)) changed |= LetGo(row);
+  }
+  top_ = 0;
+  ++rowsRevision_;
+  Touch();
+  if (changed) Raise(Click);
+}
+
+void ListBox::ShowAll() {
+  if (!filter_) return;
+  filter_ = nullptr;
+  for (Row& row : rows_) row.shown = Shown::Unknown;
+  ++rowsRevision_;
+  if (index_ >= 0) ScrollTo(index_);
+  Touch();
+}
+
+void ListBox::TakeFirstShown() {
+  if (ShownCount() > 0 && Take(RowAt(0), false, false)) Raise(Click);
+}
+
 // What a person does with a list: clicks, keys, drags.
 
 void ListBox::ScrollTo(int row) {
   if (row < top_) SetTopIndex(row);
   const int shown = shownRows_ > 0 ? shownRows_ : visibleRows_;
-  if (row >= top_ + shown) SetTopIndex(row - shown + 1);
+  const int position = PositionOf(row);
+  if (position >= PositionOf(top_) + shown) SetTopIndex(RowAt(position - shown + 1));
 }
 
 bool ListBox::SelectOnly(int first, int last) {
   bool changed = false;
   for (int i = 0; i < GetListCount(); ++i) {
-    const bool selected = i >= first && i <= last;
+    const bool selected = i >= first && i <= last && IsRowShown(i);
     changed |= rows_[i].selected != selected;
     rows_[i].selected = selected;
   }
@@ -128,8 +192,7 @@ void ListBox::PersonSelect(int row, bool ctrl, bool shift) {
   Dispatch().Dispatch([&] {
     PersonFocus();
     // The focus handlers may have taken rows away.
-    Check(row);
-    if (Take(row, ctrl, shift)) Raise(Click);
+    if (IsRowShown(row) && Take(row, ctrl, shift)) Raise(Click);
   });
 }
 
@@ -149,7 +212,7 @@ void ListBox::PersonCheck(int row, bool checked) {
   Check(row);
   Dispatch().Dispatch([&] {
     PersonFocus();
-    Check(row);
+    if (!IsRowShown(row)) return;
     if (Take(row, false, false)) Raise(Click);
     SetSelected(row, checked);
   });
@@ -159,7 +222,7 @@ void ListBox::PersonDoubleClick(int row) {
   Check(row);
   Dispatch().Dispatch([&] {
     PersonSelect(row);
-    Raise(DblClick);
+    if (index_ == row || !filter_) Raise(DblClick);
   });
 }
 
@@ -176,8 +239,15 @@ Text ListBox::PersonStartDrag() {
   return data;
 }
 
+void ListBox::PersonType(TextView characters) {
+  Dispatch().Dispatch([&] {
+    PersonFocus();
+    for (char16_t unit : characters) Raise(KeyPress, unit);
+  });
+}
+
 void ListBox::OwnKey(const KeyEvent& key, char16_t) {
-  const int last = GetListCount() - 1;
+  const int last = ShownCount() - 1;
   if (last < 0 || key.alt) return;
   if (key.code == keys::kSpace) {
     if (index_ < 0) return;
@@ -189,28 +259,29 @@ void ListBox::OwnKey(const KeyEvent& key, char16_t) {
     return;
   }
   if (key.code == keys::kA) {
-    if (key.ctrl && !key.shift && !HasCheckBoxes() && SelectOnly(0, last)) {
+    if (key.ctrl && !key.shift && !HasCheckBoxes() && SelectOnly(0, GetListCount() - 1)) {
       Touch();
       Raise(Click);
     }
     return;
   }
   const int page = PageRows();
+  const int at = index_ < 0 ? -1 : PositionOf(index_);
   int to = 0;
   switch (key.code) {
     case keys::kUp:
     case keys::kLeft:
-      to = index_ - 1;
+      to = at - 1;
       break;
     case keys::kDown:
     case keys::kRight:
-      to = index_ + 1;
+      to = at + 1;
       break;
     case keys::kPageUp:
-      to = index_ - page;
+      to = at - page;
       break;
     case keys::kPageDown:
-      to = index_ + page;
+      to = at + page;
       break;
     case keys::kHome:
       to = 0;
@@ -226,7 +297,7 @@ void ListBox::OwnKey(const KeyEvent& key, char16_t) {
     if (key.ctrl) return;
     to = key.code == keys::kEnd ? last : 0;
   }
-  to = std::clamp(to, 0, last);
+  to = RowAt(std::clamp(to, 0, last));
   if (key.ctrl) {
     MoveCurrent(to);
   } else if (Take(to, false, key.shift)) {
@@ -235,8 +306,7 @@ void ListBox::OwnKey(const KeyEvent& key, char16_t) {
 }
 
 void ListBox::MoveCurrent(int row) {
-  Check(row);
-  if (row == index_) return;
+  if (!IsRowShown(row) || row == index_) return;
   index_ = row;
   ScrollTo(row);
   Touch();

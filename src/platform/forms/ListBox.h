@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <vector>
 
 #include "base/SharedText.h"
@@ -11,6 +12,11 @@ namespace quillbox {
 // Rows of text in the order in which they were put in, with a current row (ListIndex, -1 for none) and a
 // state for each row: selected, or in a list with check boxes marked. A row index without a row is
 // RuntimeError 381.
+//
+// A filter may hide rows. Nothing is ever done to a row that the person doesn't see: a hidden row is neither
+// selected nor current. A row that becomes hidden is deselected, one that is hidden already can't be chosen
+// by anybody, and keys go past it. In all else it is a row like others: indices, order and texts know nothing
+// of the filter.
 class ListBox : public Control {
  public:
   enum class Kind { ExtendedSelection, CheckBoxes };
@@ -54,7 +60,27 @@ class ListBox : public Control {
   // What a key does with Ctrl: another row is current and the selection stays. Click if it changes.
   void MoveCurrent(int row);
 
+  // Whether a row is to be shown. It is asked once for each row, when that is first looked at: a row that has
+  // just come in may get the rest of its entry first.
+  using Filter = std::function<bool(int row)>;
+  // Shows the rows of which `filter` is true. `narrower`: all that it shows was shown before. Click if that
+  // takes the current row or a selected one away.
+  void ShowOnly(Filter filter, bool narrower = false);
+  void ShowAll();
+  bool IsFiltered() const { return filter_ != nullptr; }
+  bool IsRowShown(int row) const;
+  int ShownCount() const;
+  // The row at a position among the shown ones, counted from 0; and how many shown rows lie above a row.
+  int RowAt(int position) const;
+  int PositionOf(int row) const;
+  // Makes the uppermost shown row the only selected one, as a click does, but moves no focus.
+  void TakeFirstShown();
+  // What a key does with the list while another control has the focus.
+  void TakeKey(const KeyEvent& key) { OwnKey(key, 0); }
+
   Event<int> ItemCheck;
+  // In a filtered list rows have come, gone or moved.
+  Event<> ShownChanged;
   // The data to be dragged, the selected rows at first; the handler may replace it.
   Event<Text&> OLEStartDrag;
 
@@ -64,8 +90,10 @@ class ListBox : public Control {
   void PersonCheck(int row, bool checked);
   void PersonDoubleClick(int row);
   Text PersonStartDrag();
+  // Characters typed in the list: KeyPress for each unit.
+  void PersonType(TextView characters);
 
-  // Grows when rows, their order or their texts change.
+  // Grows when rows, their order, their texts or what is shown of them change.
   unsigned long RowsRevision() const { return rowsRevision_; }
 
  protected:
@@ -74,9 +102,11 @@ class ListBox : public Control {
 
  private:
   static constexpr int kPageWithoutView = 7;
+  enum class Shown : unsigned char { Unknown, Yes, No };
   struct Row {
     SharedText text;
     bool selected = false;
+    mutable Shown shown = Shown::Unknown;  // in a filtered list
   };
   void Check(int row) const;
   // What a person's click or key does to current row and selection; true if it changed anything.
@@ -84,6 +114,8 @@ class ListBox : public Control {
   bool SelectOnly(int first, int last);
   void ScrollTo(int row);
   void RowsChanged();
+  // Lets go of a row that is hidden; true if it was selected or current.
+  bool LetGo(int row);
 
   Kind kind_;
   int visibleRows_;
@@ -92,6 +124,7 @@ class ListBox : public Control {
   int index_ = -1;
   int top_ = 0;
   int anchor_ = -1;
+  Filter filter_;
   unsigned long rowsRevision_ = 0;
 };
 

@@ -152,12 +152,15 @@ class Glass {
 
   void List(const ListBox& list) {
     const auto& view = Shown<QAbstractItemView>();
-    Number("ListCount", view.model()->rowCount(), list.GetListCount());
-    Number("ListIndex", view.currentIndex().row(), list.GetListIndex());
-    if (view.model()->rowCount() != list.GetListCount()) return;
+    const int count = list.ShownCount();
+    const int current = list.GetListIndex();
+    Number("Shown", view.model()->rowCount(), count);
+    Number("ListIndex", view.currentIndex().row(), current < 0 ? -1 : list.PositionOf(current));
+    if (view.model()->rowCount() != count) return;
     QString marks, shouldBe;
-    for (int row = 0; row < list.GetListCount(); ++row) {
-      const QModelIndex index = view.model()->index(row, 0);
+    for (int at = 0; at < count; ++at) {
+      const int row = list.RowAt(at);
+      const QModelIndex index = view.model()->index(at, 0);
       const bool marked = list.HasCheckBoxes() ? index.data(Qt::CheckStateRole).toInt() == Qt::Checked
                                                : view.selectionModel()->isSelected(index);
       marks += QString::number(marked);
@@ -171,7 +174,7 @@ class Glass {
     }
     String("Selected", marks, shouldBe);
     const QScrollBar& bar = *view.verticalScrollBar();
-    const int most = std::min(bar.maximum(), list.GetTopIndex());
+    const int most = std::min(bar.maximum(), list.PositionOf(list.GetTopIndex()));
     const bool sees = view.viewport()->rect().intersects(view.visualRect(view.currentIndex()));
     Number("TopIndex", sees ? most : bar.value(), most);
   }

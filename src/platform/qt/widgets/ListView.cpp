@@ -37,17 +37,16 @@ QString InOneLine(TextView text) {
 
 }  // namespace
 
-int ListRows::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : list_.GetListCount();
-}
+int ListRows::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : list_.ShownCount(); }
 
 QVariant ListRows::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= list_.GetListCount()) return {};
+  if (!index.isValid() || index.row() >= list_.ShownCount()) return {};
+  const int row = list_.RowAt(index.row());
   switch (role) {
     case Qt::DisplayRole:
-      return InOneLine(list_.GetList(index.row()).Get());
+      return InOneLine(list_.GetList(row).Get());
     case Qt::CheckStateRole:
-      if (list_.HasCheckBoxes()) return list_.GetSelected(index.row()) ? Qt::Checked : Qt::Unchecked;
+      if (list_.HasCheckBoxes()) return list_.GetSelected(row) ? Qt::Checked : Qt::Unchecked;
       return {};
     default:
       return {};
@@ -81,7 +80,7 @@ ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
   viewport()->setAcceptDrops(true);
   setFocusPolicy(Qt::StrongFocus);
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int top) {
-    if (!drawing_) list_.SetTopIndex(top);
+    if (!drawing_ && top < list_.ShownCount()) list_.SetTopIndex(list_.RowAt(top));
   });
 }
 
@@ -89,11 +88,12 @@ void ListView::Draw() {
   drawing_ = true;
   rows_.Follow();
   const int current = list_.GetListIndex();
-  const QModelIndex index = current < 0 ? QModelIndex() : rows_.index(current);
+  const QModelIndex index = current < 0 ? QModelIndex() : rows_.index(list_.PositionOf(current));
   QItemSelection selection;
-  for (int row = 0; row < list_.GetListCount(); ++row) {
+  for (int at = 0; at < rows_.rowCount({}); ++at) {
+    const int row = list_.RowAt(at);
     const bool selected = list_.HasCheckBoxes() ? row == current : list_.GetSelected(row);
-    if (selected) selection.select(rows_.index(row), rows_.index(row));
+    if (selected) selection.select(rows_.index(at), rows_.index(at));
   }
   if (selectionModel()->currentIndex() != index) {
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
@@ -101,7 +101,8 @@ void ListView::Draw() {
   if (selectionModel()->selection() != selection) {
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
   }
-  if (verticalScrollBar()->value() != list_.GetTopIndex()) verticalScrollBar()->setValue(list_.GetTopIndex());
+  const int top = list_.PositionOf(list_.GetTopIndex());
+  if (verticalScrollBar()->value() != top) verticalScrollBar()->setValue(top);
   // A row that becomes the current one is seen; what the person scrolls to afterwards stays.
   if (index.isValid() && std::exchange(drawnIndex_, current) != current) scrollTo(index);
   drawnIndex_ = current;
@@ -142,7 +143,7 @@ void ListView::mousePressEvent(QMouseEvent* event) {
     list_.PersonSelectNone();
     return;
   }
-  const int row = index.row();
+  const int row = list_.RowAt(index.row());
   const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
   const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
   pressedAt_ = event->position().toPoint();
@@ -175,15 +176,22 @@ void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!std::exchange(pressedHere_, false)) return;
   const QModelIndex index = indexAt(event->position().toPoint());
   if (event->button() != Qt::LeftButton || !index.isValid()) return;
+  const int row = list_.RowAt(index.row());
   if (list_.HasCheckBoxes() && OnCheckBox(index, event->position().toPoint())) {
-    list_.PersonCheck(index.row(), !list_.GetSelected(index.row()));
+    list_.PersonCheck(row, !list_.GetSelected(row));
   } else {
-    list_.PersonDoubleClick(index.row());
+    list_.PersonDoubleClick(row);
   }
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
   const KeyEvent key = KeyOf(*event);
+  const QString text = event->text();
+  const bool command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  if (key.code == 0 && list_.KeyPress && !command && !text.isEmpty() && text.front().unicode() > u' ') {
+    list_.PersonType(FromQt(text));
+    return;
+  }
   // Escape and what the form's buttons take go on to the form.
   if (key.code == 0 || key.code == keys::kEscape || key.code == keys::kBackspace || key.alt) {
     event->ignore();
@@ -232,11 +240,12 @@ void ListView::dropEvent(QDropEvent* event) {
 
 void ListView::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
-  if (list_.GetListCount() > 0 || whenEmpty_.isEmpty()) return;
+  const bool nothingFound = list_.IsFiltered() && list_.GetListCount() > 0;
+  const QString word = nothingFound ? QStringLiteral("Nothing found") : whenEmpty_;
+  if (list_.ShownCount() > 0 || word.isEmpty()) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap,
-                   whenEmpty_);
+  painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap, word);
 }
 
 QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty) {
