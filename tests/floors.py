@@ -19,6 +19,7 @@ FLOORS = {
     "tray/tips": 4,
     "storage": 5,
     "tray/menu": 6,
+    "find": 6,
     "clip": 7,
     "pad": 7,
     "calc": 7,

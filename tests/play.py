@@ -56,7 +56,8 @@ ON_CONTROLS = set("click dblclick focus settext type key select dblrow check spi
                   "drag tip settip get".split())
 OF_FORMS = set("Visible WindowState Left Top Topmost Loaded Caption".split())
 # What a control is looked at for, if it is no caption.
-SHOWN = {"List": "List", "Text": "Text", "SSTab": "Tab", "Check": "Value", "Option": "Value", "VScroll": "Value"}
+SHOWN = {"List": "List", "Text": "Text", "FindClip": "Text", "FindPad": "Text", "SSTab": "Tab", "Check": "Value",
+         "Option": "Value", "VScroll": "Value"}
 FILES = {"PAD": "PadData.qbx", "CLIP": "ClipData.qbx", "TODO": "ToDoData.qbx"}
 STORED = "Software\\Norvane\\Quillbox\\user\\"
 KEYS = {caption: f"Command{number}" for number, caption in {

@@ -530,8 +530,8 @@ class Lines(Hand):
     VERBS = (
         "start end closebox shutdown running clip.set clip.clear clip.picture clip.secret clip.lock clip.get clip.writes reg.set "
         "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
-        "spin scroll choose tab drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail sounds "
-        "writes settip tip user platform separator screen version clock instance during").split()
+        "spin scroll choose tab find drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail "
+        "sounds writes settip tip user platform separator screen version clock instance during").split()
     WORDS = (
         "", "0", "1", "-1", "250", "99999999999999999999", "HKCU", "HKLM", INTERN, "Insert", "Text", "List", "Value",
         "frmTray", "frmSettings", "frmTray.", ".", "frmTray.Timer1", "frmTray.SSTab1", CLIP, PAD, TODO, "frmTray.Text7",

@@ -27,7 +27,7 @@ Text TipOf(TextView entry) {
 }  // namespace
 
 ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, PadList& pad, DataFiles& files,
-                   Norvane& settings, Clipboard& clipboard)
+                   Norvane& settings, Clipboard& clipboard, FoldTable& folds)
     : Text0(window.On(Page::Clip), "Text0", TextBox::Lines::Many),
       status(window.On(Page::Clip), "Label7", "Line4", "Line5", u"Length of Clip-List entry"),
       Label7(status.GetLabel()),
@@ -36,6 +36,8 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
                  u"Add the selected Clip-List entry to the Pad-List"),
       Command003(window.On(Page::Clip), "Command003", u"Delete Entry",
                  u"Delete the selected Clip-List entry"),
+      find(window.On(Page::Clip), "FindClip", "FoundClip", clip.List2, folds,
+           [this](WordSearch& words, int row) { return words.IsIn({clip_.List2.GetList(row).Get()}); }),
       window_(window),
       watcher_(watcher),
       clip_(clip),
@@ -63,7 +65,9 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
     Label7_Change();
     if (CutUrlGrade() > 1) Label7_DblClick();
   };
+  find.field.GotFocus = [this] { List2_GotFocus(); };
   const auto hideStatus = [this] { status.Hide(); };
+  find.field.LostFocus = hideStatus;
   clip_.List2.LostFocus = hideStatus;
   Command000.LostFocus = hideStatus;
   Command001.LostFocus = hideStatus;
@@ -235,6 +239,8 @@ void ClipPage::Command003_Click() {
   files_.AktualisiereCle2();
   if (selected > 0) {
     status.Show(u"Deleted");
+  } else if (clip_.List2.IsFiltered()) {
+    SayNoneSelected(window_);
   } else if (window_.Confirm(
                  u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
                  u"No entries selected")) {

@@ -3,6 +3,7 @@
 #include "clip/ClipWatcher.h"
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
+#include "find/ListFind.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/TextBox.h"
 #include "storage/ClipList.h"
@@ -16,7 +17,7 @@ namespace quillbox {
 class ClipPage {
  public:
   ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, PadList& pad, DataFiles& files,
-           Norvane& settings, Clipboard& clipboard);
+           Norvane& settings, Clipboard& clipboard, FoldTable& folds);
 
   TextBox Text0;             // the clipboard's text, edited by the person
   StatusArea status;         // Label7 with Line4 and Line5
@@ -24,6 +25,7 @@ class ClipPage {
   CommandButton Command000;  // clears the clipboard
   CommandButton Command001;  // to the Pad-List
   CommandButton Command003;  // deletes the selected entries
+  ListFind find;             // FindClip with FoundClip
 
   // Empties the text field of the Pad page. Given by the owner of that page.
   Event<> EmptyPadText;
@@ -33,6 +35,9 @@ class ClipPage {
   // Puts the current row's entry on the clipboard and at the top. Nothing without a current row or with
   // fewer than two rows.
   void List2_DblClick();
+  // Opens find, empty and with the focus, on the page in front; closes it.
+  void OpenFind() { find.Open(); }
+  void CloseFind() { find.Close(); }
   // Clears clipboard, field and the entry at the top, and says so.
   void ClearBoard();
 

@@ -6,7 +6,8 @@
 namespace quillbox {
 
 // Moves the current row of the Pad-List by hand, with its name, text and selected state, and saves. Without a
-// current row, or where the row already stands at that end, nothing happens and nothing is saved.
+// current row, in a list that is filtered, or where the row already stands at that end, nothing happens and
+// nothing is saved.
 class PadMoves {
  public:
   PadMoves(PadList& pad, DataFiles& files) : pad_(pad), files_(files) {}
@@ -27,8 +28,10 @@ class PadMoves {
   };
 
   int Current() const { return pad_.List1.GetListIndex(); }
-  bool CanMoveUp() const { return Current() > 0; }
-  bool CanMoveDown() const { return Current() >= 0 && Current() < pad_.List1.GetListCount() - 1; }
+  bool CanMoveUp() const { return Current() > 0 && !pad_.List1.IsFiltered(); }
+  bool CanMoveDown() const {
+    return Current() >= 0 && Current() < pad_.List1.GetListCount() - 1 && !pad_.List1.IsFiltered();
+  }
   Entry TakeCurrent();
   void MakeCurrent(int row, bool selected);
   void ToTop();

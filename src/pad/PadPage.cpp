@@ -10,7 +10,7 @@
 namespace quillbox {
 
 PadPage::PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard,
-                 KeySender& keySender)
+                 KeySender& keySender, FoldTable& folds)
     : Text3(window.On(Page::Pad), "Text3", TextBox::Lines::One),
       Text101(window.On(Page::Pad), "Text101", TextBox::Lines::Many),
       Command101(window.On(Page::Pad), "Command101", u"Add", u"Add the current text to the Pad-List", false),
@@ -24,6 +24,10 @@ PadPage::PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& se
       Image4(window.On(Page::Pad), "Image4", false),
       status(window.On(Page::Pad), "Label13", "Line6", "Line7", u"Length of Pad-List entry"),
       Label13(status.GetLabel()),
+      find(window.On(Page::Pad), "FindPad", "FoundPad", pad.List1, folds,
+           [this](WordSearch& words, int row) {
+             return words.IsIn({pad_.List1.GetList(row).Get(), pad_.PadEntries(row).Get()});
+           }),
       window_(window),
       pad_(pad),
       files_(files),
@@ -45,6 +49,10 @@ void PadPage::WireList() {
   List1.KeyDown = [this](KeyEvent& key) { List1_KeyDown(key); };
   List1.OLEDragDrop = [this](const DragData& data) { List1_OLEDragDrop(data); };
   List1.OLEStartDrag = [this](Text& data) { List1_OLEStartDrag(data); };
+  find.field.GotFocus = [this] { ShowCurrentLength(); };
+  find.field.LostFocus = [this] { status.Hide(); };
+  find.MayTake = [this](bool& may) { may = FieldsAreKept(); };
+  find.FilteredChanged = [this] { UpDown2.SetEnabled(pad_.List1.HasFocus() && MayMove()); };
   UpDown2.UpClick = [this] { moves_.OneUp(); };
   UpDown2.DownClick = [this] { moves_.OneDown(); };
 }
@@ -83,6 +91,14 @@ void PadPage::EmptyFields() {
   Text101.SetText(u"");
 }
 
+bool PadPage::FieldsAreKept() const {
+  if (Text101.GetText().empty()) return Text3.GetText().empty() || Text3.GetText() == PadList::kNoName;
+  return LastRow(pad_.List1, 0, [this](int row) {
+           return SameText(pad_.PadEntries(row).Get(), Text101.GetText()) &&
+                  SameText(pad_.List1.GetList(row).Get(), Text3.GetText());
+         }) >= 0;
+}
+
 void PadPage::SelectOnly(int row) {
   pad_.ClearList1();
   pad_.List1.SetListIndex(row);
@@ -94,7 +110,7 @@ void PadPage::List1_Click() {
   const std::vector<int> selected = SelectedRows(pad_.List1);
   // Several rows cannot be moved.
   const auto isCurrent = [current](int row) { return row == current; };
-  UpDown2.SetEnabled(HasCurrentRow(pad_.List1) && std::all_of(selected.begin(), selected.end(), isCurrent));
+  UpDown2.SetEnabled(MayMove() && std::all_of(selected.begin(), selected.end(), isCurrent));
   std::size_t length = 0;
   for (const int row : selected) length += pad_.PadEntries(row).Length();
   if (selected.size() == 1) {
@@ -121,13 +137,17 @@ void PadPage::List1_DblClick() {
   use_.UseCurrent();
 }
 
-void PadPage::List1_GotFocus() {
+void PadPage::ShowCurrentLength() {
   if (HasCurrentRow(pad_.List1)) {
     status.ShowLength(pad_.PadEntries(pad_.List1.GetListIndex()).Length());
-    UpDown2.SetEnabled(true);
   } else {
     status.Hide();
   }
+}
+
+void PadPage::List1_GotFocus() {
+  ShowCurrentLength();
+  if (MayMove()) UpDown2.SetEnabled(true);
   ShowMode();
 }
 
@@ -268,6 +288,7 @@ void PadPage::Command105_Click() {
   Command101.SetCaption(u"Add");
   files_.AktualisiereCle1();
   if (deleted == 0) {
+    if (pad_.List1.IsFiltered()) return SayNoneSelected(window_);
     if (!window_.Confirm(u"You haven't selected any entries to delete. Do you want to delete ALL entries?",
                          u"No entries selected")) {
       return;

@@ -2,6 +2,7 @@
 
 #include "core/window/MainWindow.h"
 #include "core/window/StatusArea.h"
+#include "find/ListFind.h"
 #include "pad/PadMoves.h"
 #include "pad/PadUse.h"
 #include "platform/forms/CommandButton.h"
@@ -9,6 +10,7 @@
 #include "platform/forms/TextBox.h"
 #include "platform/forms/UpDown.h"
 #include "storage/DataFiles.h"
+#include "storage/ListRows.h"
 #include "storage/PadList.h"
 
 namespace quillbox {
@@ -18,7 +20,7 @@ namespace quillbox {
 class PadPage {
  public:
   PadPage(MainWindow& window, PadList& pad, DataFiles& files, Norvane& settings, Clipboard& clipboard,
-          KeySender& keySender);
+          KeySender& keySender, FoldTable& folds);
 
   TextBox Text3;             // the entry's name
   TextBox Text101;           // the entry's text
@@ -32,9 +34,13 @@ class PadPage {
   Picture Image4;            // and for a script
   StatusArea status;         // Label13 with Line6 and Line7
   Label& Label13;            // length of an entry, or what a button has done; a double click is ROT47
+  ListFind find;             // FindPad with FoundPad
 
   // Uses the current row's entry; nothing without one.
   void List1_DblClick();
+  // Opens find, empty and with the focus, on the page in front; closes it.
+  void OpenFind() { find.Open(); }
+  void CloseFind() { find.Close(); }
 
  private:
   void Command101_Click();
@@ -62,6 +68,11 @@ class PadPage {
   void ShowMode();
   void LoadFields(int row);
   void EmptyFields();
+  void ShowCurrentLength();
+  // Whether the fields hold nothing that would be lost if another entry came into them.
+  bool FieldsAreKept() const;
+  // A row can be moved by hand where all rows are seen.
+  bool MayMove() const { return HasCurrentRow(pad_.List1) && !pad_.List1.IsFiltered(); }
   void SelectOnly(int row);
   // Whether Command101 replaces row `row`.
   bool Updates(int row) const;

@@ -2,8 +2,8 @@
 
 namespace quillbox {
 
-void Person::Type(TextBox& field, const Text& characters) {
-  field.PersonFocus();
+void Person::Type(Control& control, const Text& characters) {
+  control.PersonFocus();
   for (const char16_t character : characters) {
     Control* const focused = dispatcher_.Focused();
     if (!focused || !focused->IsReachable()) return;
@@ -11,6 +11,8 @@ void Person::Type(TextBox& field, const Text& characters) {
       into->PersonCharacter(character);
     } else if (character == keys::kEnter || character == keys::kSpace || character == keys::kEscape) {
       focused->PersonKey(KeyEvent{character});
+    } else if (TakesCharacters(*focused) && character > keys::kSpace) {
+      dynamic_cast<ListBox&>(*focused).PersonType(TextView(&character, 1));
     }
   }
 }

@@ -24,6 +24,12 @@ struct Difference {
   Text shouldBe;
 };
 
+// Whether typed characters mean anything to a control: a field, or a list in which they find something.
+inline bool TakesCharacters(const Control& control) {
+  const auto* const list = dynamic_cast<const ListBox*>(&control);
+  return dynamic_cast<const TextBox*>(&control) || (list && list->KeyPress);
+}
+
 // An item of the open menu.
 struct ShownItem {
   std::string name;
@@ -45,7 +51,9 @@ class Person {
   virtual void Key(Control& control, const KeyEvent& key) { control.PersonKey(key); }
   virtual void SetText(TextBox& field, const Text& text) { field.PersonSetText(text); }
   // Characters as keys: they go to whatever has the focus by then.
-  virtual void Type(TextBox& field, const Text& characters);
+  virtual void Type(Control& control, const Text& characters);
+  // Ctrl+F.
+  virtual void Find(Form& form) { form.PersonFind(); }
   virtual void Drop(Control& control, const DragData& data) { control.PersonDrop(data); }
   // The first row is clicked, the others are Ctrl-clicked; no row: nothing is selected.
   virtual void Select(ListBox& list, const std::vector<int>& rows);

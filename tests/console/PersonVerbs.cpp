@@ -102,6 +102,12 @@ void AddTray(VerbTable& table, Session& session) {
     windows.CloseMenu();
     program.GetPerson().Pick(*item);
   });
+  table.Add("find", 1, [&](In in, Out) {
+    Person& person = session.Alive().GetPerson();
+    Form& form = session.LoadedForm(in.Name(0));
+    if (!form.GetVisible()) throw ConsoleError("the form is hidden");
+    person.Find(form);
+  });
   table.Add("move", 3, [&](In in, Out) {
     Person& person = session.Alive().GetPerson();
     Form& form = session.LoadedForm(in.Name(0));
@@ -118,7 +124,10 @@ void AddPersonVerbs(VerbTable& table, Session& session) {
   Deeds deeds{table, session};
   deeds.Add<TextBox>("settext", 1, 2,
                      [](auto& field, auto& person, In in, Out) { person.SetText(field, in[1]); });
-  deeds.Add<TextBox>("type", 1, 2, [](auto& field, auto& person, In in, Out) { person.Type(field, in[1]); });
+  deeds.Add("type", 1, 2, [](auto& control, auto& person, In in, Out) {
+    if (!TakesCharacters(control)) throw ConsoleError("nothing can be typed there");
+    person.Type(control, in[1]);
+  });
   deeds.Add("click", 1, 1, [](auto& control, auto& person, In, Out) { person.Click(control); });
   deeds.Add("dblclick", 1, 1, [](auto& control, auto& person, In, Out) { person.DoubleClick(control); });
   deeds.Add("focus", 1, 1, [](auto& control, auto& person, In, Out) { person.Focus(Focusable(control)); });

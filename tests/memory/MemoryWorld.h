@@ -8,6 +8,7 @@
 #include "memory/MemoryRegistry.h"
 #include "memory/MemorySound.h"
 #include "memory/MemorySystem.h"
+#include "memory/MemoryTextFolding.h"
 #include "memory/MemoryTips.h"
 #include "memory/MemoryTrayIcon.h"
 #include "memory/MemoryWindows.h"
@@ -43,9 +44,10 @@ struct MemoryWorld {
   MemoryClock clock;
   CountingFiles files;
   MemoryTips tips;
+  MemoryTextFolding folding;
   VirtualTimers timers{clock};
   Platform platform{clipboard, registry, trayIcon, windows, messageBoxes, keySender,
-                    sound,     system,   clock,    files,   tips};
+                    sound,     system,   clock,    files,   tips,         folding};
 };
 
 }  // namespace quillbox

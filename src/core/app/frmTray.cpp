@@ -23,8 +23,9 @@ frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
       tray(platform.trayIcon, form, settings),
       menu(clip, pad, tray, settings, form.GetCaption()),
       watcher(window, clip, files, tray, settings, platform.clipboard),
-      padPage(window, pad, files, settings, platform.clipboard, platform.keySender),
-      clipPage(window, watcher, clip, pad, files, settings, platform.clipboard),
+      folds(platform.folding),
+      padPage(window, pad, files, settings, platform.clipboard, platform.keySender, folds),
+      clipPage(window, watcher, clip, pad, files, settings, platform.clipboard, folds),
       calcPage(window, settings, platform.clipboard, platform.system),
       message(dispatcher,
               [this] {
@@ -71,6 +72,11 @@ void frmTray::Wire() {
   files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
   clipPage.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
   window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
+  form.FindWanted = [this] { OpenFind(); };
+  window.WentAway = [this] {
+    clipPage.CloseFind();
+    padPage.CloseFind();
+  };
   window.SaveLists = [this] { SaveLists(); };
   clipPage.EmptyPadText = [this] { padPage.Text101.SetText(u""); };
   toDoPage.OpenSettings = [this] { settingsDialog.Show(); };
@@ -174,6 +180,17 @@ void frmTray::SaveLists() {
 void frmTray::RebuildMenus() {
   menu.AktualisiereContextMnu();
   menu.AktualisiereContextMnu2();
+}
+
+void frmTray::OpenFind() {
+  switch (static_cast<Page>(window.SSTab1.GetTab())) {
+    case Page::Clip:
+      return clipPage.OpenFind();
+    case Page::Pad:
+      return padPage.OpenFind();
+    default:
+      return;
+  }
 }
 
 void frmTray::SysTrayMouseEventHandler() {

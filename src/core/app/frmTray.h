@@ -8,6 +8,7 @@
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmSettings.h"
 #include "dialogs/frmStartHelp.h"
+#include "find/FoldTable.h"
 #include "pad/PadPage.h"
 #include "platform/forms/FormSlot.h"
 #include "storage/DataFileSetup.h"
@@ -41,6 +42,7 @@ class frmTray {
   SysTray tray;
   TrayMenu menu;
   ClipWatcher watcher;
+  FoldTable folds;
   PadPage padPage;
   ClipPage clipPage;
   CalcPage calcPage;
@@ -69,6 +71,7 @@ class frmTray {
   void RecordVersion();
   void SaveLists();
   void RebuildMenus();
+  void OpenFind();
   void SysTrayMouseEventHandler();
 
   Dispatcher& dispatcher_;

@@ -12,4 +12,10 @@ inline bool MayDeleteByKey(MainWindow& window, Norvane& settings) {
                         BoxCode::Question);
 }
 
+// Nothing is selected that could be deleted, and deleting all isn't offered: not all of it is seen.
+inline void SayNoneSelected(MainWindow& window) {
+  window.MessageBox(u"You haven't selected any entries to delete.", BoxCode::Information,
+                    u"No entries selected");
+}
+
 }  // namespace quillbox

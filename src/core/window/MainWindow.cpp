@@ -36,6 +36,7 @@ void MainWindow::Form_Resize() {
   if (form.GetWindowState() == WindowState::Minimized) {
     form.Hide();
     form.SetWindowState(WindowState::Normal);
+    Raise(WentAway);
     return;
   }
   const std::optional<int> left = settings_.Read(setting::kLeft);

@@ -67,6 +67,8 @@ class MainWindow {
   // Deletes the completed tasks; saves the three lists. Given by the owner of the lists.
   Event<> RefreshToDo;
   Event<> SaveLists;
+  // The window has gone to the tray.
+  Event<> WentAway;
 
  private:
   void Form_Resize();

@@ -77,6 +77,10 @@ void Form::PersonMove(int left, int top) {
   top_ = top;
 }
 
+void Form::PersonFind() {
+  dispatcher_.Dispatch([this] { Raise(FindWanted); });
+}
+
 bool Form::Close(CloseReason reason) {
   bool cancel = false;
   Raise(QueryUnload, cancel, reason);

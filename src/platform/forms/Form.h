@@ -39,6 +39,9 @@ class Form {
   void Load();
   // Loads the form if need be and makes it visible; it takes the focus if it activates.
   void Show();
+  // The person wants to find something in what is in front (Ctrl+F).
+  void PersonFind();
+  Event<> FindWanted;
   // How often Show was called: also for a visible window it means that somebody wants to see it.
   unsigned Shows() const { return shows_; }
   void Hide();

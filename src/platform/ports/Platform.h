@@ -8,6 +8,7 @@
 #include "platform/ports/Registry.h"
 #include "platform/ports/Sound.h"
 #include "platform/ports/SystemInfo.h"
+#include "platform/ports/TextFolding.h"
 #include "platform/ports/TipSurface.h"
 #include "platform/ports/TrayIcon.h"
 #include "platform/ports/WindowManager.h"
@@ -29,6 +30,7 @@ struct Platform {
   Clock& clock;
   Files& files;
   TipSurface& tips;
+  TextFolding& folding;
 };
 
 }  // namespace quillbox

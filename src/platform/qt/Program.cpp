@@ -28,7 +28,7 @@ Program::Program(EndingSignals& signals)
       keySender_(ChooseKeySender([this] { return ToLosslessUtf8(frmTray_->settings.UserDataDir()); })),
       registry_(RegistryPlaces::FromEnvironment()),
       platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
-                sound_,      system_,   clock_,    files_,   tips_} {
+                sound_,      system_,   clock_,    files_,   tips_,         folding_} {
   UseFormAccess();
   UseReadableStyle();
   dispatcher_.UseTimerHost(&timers_);

@@ -12,6 +12,7 @@
 #include "platform/qt/ports/QtEventLoop.h"
 #include "platform/qt/ports/QtMessageBoxes.h"
 #include "platform/qt/ports/QtSound.h"
+#include "platform/qt/ports/QtTextFolding.h"
 #include "platform/qt/ports/QtTimers.h"
 #include "platform/qt/ports/QtTips.h"
 #include "platform/qt/ports/QtTrayIcon.h"
@@ -59,6 +60,7 @@ class Program {
   FileRegistry registry_;
   LinuxSystem system_;
   LinuxClock clock_;
+  QtTextFolding folding_;
   Platform platform_;
   std::unique_ptr<frmTray> frmTray_;
   TrayMenuView* hostMenu_ = nullptr;  // once a host has it that draws it itself

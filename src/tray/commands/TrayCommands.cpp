@@ -55,6 +55,7 @@ void TrayCommands::mnuOnTop_Click() {
 
 void TrayCommands::UseClipEntry(int k) {
   if (clip_.List2.GetListCount() < k) return;
+  clipPage_.CloseFind();
   clip_.ClearList2();
   clip_.List2.SetListIndex(k - 1);
   clip_.List2.SetSelected(k - 1, true);
@@ -63,6 +64,7 @@ void TrayCommands::UseClipEntry(int k) {
 
 void TrayCommands::UsePadEntry(int k) {
   if (pad_.List1.GetListCount() < k) return;
+  padPage_.CloseFind();
   pad_.List1.SetListIndex(k - 1);
   padPage_.List1_DblClick();
 }

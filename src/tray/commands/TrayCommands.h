@@ -7,7 +7,8 @@
 namespace quillbox {
 
 // What the items of the tray menu do, but for the dialogs and the exit. An entry's item selects its row and
-// runs the page's double click, so that a pick and a double click are one operation.
+// runs the page's double click, so that a pick and a double click are one operation;
+// find, which may hide that row, is closed first.
 class TrayCommands {
  public:
   TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage, ClipList& clip,

@@ -73,6 +73,10 @@ void Key(QWidget& widget, const KeyEvent& key) {
   QTest::sendKeyEvent(QTest::Click, WindowOf(widget), QtKey(key.code), TextOf(key), held);
 }
 
+void Find(QWidget& widget) {
+  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), Qt::Key_F, QString(), Qt::ControlModifier);
+}
+
 void Character(QWidget& widget, const QString& character) {
   const QChar unit = character.front();
   const bool onKey = unit.isSurrogate() ? character.size() == 2 : unit.isPrint();

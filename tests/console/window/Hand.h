@@ -18,6 +18,7 @@ void Click(QWidget& widget, const QPoint& place, Qt::KeyboardModifiers held = {}
 void DoubleClick(QWidget& widget, const QPoint& place);
 
 // To whatever has the focus in the widget's window.
+void Find(QWidget& widget);  // Ctrl+F
 void Key(QWidget& widget, const KeyEvent& key);
 void Character(QWidget& widget, const QString& character);
 

@@ -134,7 +134,7 @@ void WindowPerson::Key(Control& control, const KeyEvent& key) {
   const bool forAll = key.code == keys::kEnter || key.code == keys::kEscape || key.code == keys::kSpace;
   if (const auto* const field = dynamic_cast<TextBox*>(&control)) {
     const bool oneLine = !field->IsMultiLine() || field->GetText().find_first_of(u"\r\n") == Text::npos;
-    if (!plain || !(forAll || (inLine && oneLine)))
+    if (!plain || !(forAll || (inLine && oneLine) || field->KeyDown))
       throw ConsoleError("the field works with that key by itself");
   } else if (!Is<ListBox>(control) && !(plain && forAll)) {
     throw ConsoleError("the control works with that key by itself");
@@ -148,15 +148,16 @@ void WindowPerson::SetText(TextBox& field, const Text& text) {
   if (field.HasFocus() && !field.IsReadOnly()) hand::PasteOverAll(WidgetOf(field), text);
 }
 
-void WindowPerson::Type(TextBox& field, const Text& characters) {
-  Focus(field);
+void WindowPerson::Type(Control& control, const Text& characters) {
+  Focus(control);
   for (std::size_t at = 0; at < characters.size(); ++at) {
     Control* const focused = dispatcher_.Focused();
     if (!focused || !focused->IsReachable()) return;
     const char16_t character = characters[at];
     const bool isKey = character == keys::kEnter || character == keys::kBackspace ||
                        character == keys::kEscape || character == keys::kSpace;
-    if (!Is<TextBox>(*focused) && (!isKey || character == keys::kBackspace)) continue;
+    if (!Is<TextBox>(*focused) && (isKey ? character == keys::kBackspace : !TakesCharacters(*focused)))
+      continue;
     QWidget& window = ViewOf(*focused);
     if (isKey) {
       hand::Key(window, KeyEvent{character});
@@ -167,6 +168,13 @@ void WindowPerson::Type(TextBox& field, const Text& characters) {
     hand::Character(window, ToQt(TextView(characters).substr(at, pair ? 2 : 1)));
     if (pair) ++at;
   }
+}
+
+void WindowPerson::Find(Form& form) {
+  FormView* const view = views_.Of(form);
+  if (!view) throw ConsoleError("no window shows the form");
+  if (!view->isActiveWindow()) Bring(*view);
+  hand::Find(*view);
 }
 
 void WindowPerson::Drop(Control& control, const DragData& data) {
@@ -195,7 +203,8 @@ void WindowPerson::Select(ListBox& list, const std::vector<int>& rows) {
   if (rows.empty()) hand::Click(*view.viewport(), hand::PlaceBelowRows(view));
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (!list.IsReachable() || rows[i] >= list.GetListCount()) return;
-    hand::Click(*view.viewport(), hand::PlaceOfRow(view, rows[i]),
+    if (!list.IsRowShown(rows[i])) return;
+    hand::Click(*view.viewport(), hand::PlaceOfRow(view, list.PositionOf(rows[i])),
                 i > 0 ? Qt::ControlModifier : Qt::NoModifier);
   }
 }
@@ -203,13 +212,13 @@ void WindowPerson::Select(ListBox& list, const std::vector<int>& rows) {
 void WindowPerson::DoubleClickRow(ListBox& list, int row) {
   InFront(list);
   QAbstractItemView& view = RowsOf(list);
-  hand::DoubleClick(*view.viewport(), hand::PlaceOfRow(view, row));
+  hand::DoubleClick(*view.viewport(), hand::PlaceOfRow(view, list.PositionOf(row)));
 }
 
 void WindowPerson::Check(ListBox& list, int row, bool checked) {
   InFront(list);
   QAbstractItemView& view = RowsOf(list);
-  const QPoint place = hand::PlaceOfRow(view, row);
+  const QPoint place = hand::PlaceOfRow(view, list.PositionOf(row));
   // A box that is as it is to be is left alone; its row is clicked.
   const bool toggles = list.GetSelected(row) != checked;
   constexpr int kBox = 8;
@@ -224,7 +233,7 @@ Text WindowPerson::Drag(ListBox& list) {
   if (row < 0) return {};
   const Qt::FocusPolicy policy = view.focusPolicy();
   view.setFocusPolicy(Qt::NoFocus);
-  const Text text = hand::DragOut(view, row);
+  const Text text = hand::DragOut(view, list.PositionOf(row));
   view.setFocusPolicy(policy);
   return text;
 }

@@ -38,7 +38,8 @@ class WindowPerson : public QObject, public Person {
   void DoubleClick(Control& control) override;
   void Key(Control& control, const KeyEvent& key) override;
   void SetText(TextBox& field, const Text& text) override;
-  void Type(TextBox& field, const Text& characters) override;
+  void Type(Control& control, const Text& characters) override;
+  void Find(Form& form) override;
   void Drop(Control& control, const DragData& data) override;
   void Select(ListBox& list, const std::vector<int>& rows) override;
   void DoubleClickRow(ListBox& list, int row) override;

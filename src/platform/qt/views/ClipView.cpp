@@ -6,6 +6,7 @@
 
 #include "clip/ClipPage.h"
 #include "platform/qt/widgets/Bindings.h"
+#include "platform/qt/widgets/FindBar.h"
 #include "platform/qt/widgets/StatusView.h"
 
 namespace quillbox {
@@ -14,6 +15,7 @@ QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipList& list) {
   auto* const widget = new QWidget(&view);
   auto* const layout = new QVBoxLayout(widget);
   layout->setContentsMargins(0, 4, 0, 4);
+  layout->addWidget(MakeFindBar(view, page.find, QStringLiteral("Find in the Clip-List")));
   layout->addWidget(MakeList(view, list.List2, QStringLiteral("Clip-List"),
                              QStringLiteral("What you copy in any program appears here.")),
                     3);

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
@@ -57,6 +58,9 @@ MainView::MainView(frmTray& program, const ViewTools& tools, std::function<bool(
     if (tabs.GetTab() != page) tabs.PersonTab(page);
   });
   Join(tabs, *tabs_, [this, &tabs] { ShowPage(tabs.GetTab()); });
+  // Also on a keyboard with other letters.
+  const auto* const find = new QShortcut(QKeySequence(QKeySequence::Find), this);
+  connect(find, &QShortcut::activated, this, [this] { GetForm().PersonFind(); });
   Finish();
 }
 

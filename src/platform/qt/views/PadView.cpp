@@ -7,6 +7,7 @@
 
 #include "pad/PadPage.h"
 #include "platform/qt/widgets/Bindings.h"
+#include "platform/qt/widgets/FindBar.h"
 #include "platform/qt/widgets/StatusView.h"
 
 namespace quillbox {
@@ -15,6 +16,7 @@ QWidget* MakePadPage(FormView& view, PadPage& page, PadList& list) {
   auto* const widget = new QWidget(&view);
   auto* const layout = new QVBoxLayout(widget);
   layout->setContentsMargins(0, 4, 0, 4);
+  layout->addWidget(MakeFindBar(view, page.find, QStringLiteral("Find in the Pad-List")));
   auto* const listRow = new QHBoxLayout;
   listRow->addWidget(
       MakeList(view, list.List1, QStringLiteral("Pad-List"),

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <initializer_list>
+#include <vector>
+
+#include "find/FoldTable.h"
+
+namespace quillbox {
+
+// The words that a person looks for, parted by blanks, in texts of any case and with any accents.
+class WordSearch {
+ public:
+  explicit WordSearch(FoldTable& folds) : folds_(folds) {}
+
+  void SetWords(TextView text);
+  // There are no words: every text has them.
+  bool IsEmpty() const { return words_.empty(); }
+  // Whether each word is in one of the texts.
+  bool IsIn(std::initializer_list<TextView> texts);
+
+ private:
+  FoldTable& folds_;
+  std::vector<Text> words_;
+  Text folded_;  // the texts that are searched; kept from one to the next for its memory
+};
+
+}  // namespace quillbox
