@@ -1,7 +1,5 @@
 #pragma once
 
-#include <utility>
-
 #include "platform/ports/Clipboard.h"
 
 namespace quillbox {
@@ -9,30 +7,46 @@ namespace quillbox {
 // A clipboard that other programs (the methods beginning with Other) and this one share.
 class MemoryClipboard : public Clipboard {
  public:
-  TextView Read() override;
+  TextView Read() override {
+    CheckOpen();
+    return text_;
+  }
   bool HoldsSecret() const override { return secret_; }
-  void Clear() override;
-  void Put(TextView text) override;
+  void Clear() override { Put({}); }
+  void Put(TextView text) override {
+    CheckOpen();
+    ++ownWrites_;
+    text_ = Text(text);
+    secret_ = false;
+  }
 
-  void OtherSets(const Text& text);
-  void OtherClears();
-  void OtherSetsPicture();
-  void OtherSetsSecret();
+  void OtherSets(const Text& text) { Change(text, ClipboardNews::Text); }
+  void OtherClears() { Change({}, ClipboardNews::Other); }
+  // Without text.
+  void OtherSetsPicture() { OtherClears(); }
+  void OtherSetsSecret() {
+    OtherClears();
+    secret_ = true;
+  }
   // While another program holds the clipboard, nobody else can open it.
   void OtherLocks(bool locked) { locked_ = locked; }
 
   // What stands on it, whoever holds it; empty for a picture.
   const Text& Content() const { return text_; }
-  bool HoldsPicture() const { return picture_; }
   // How often the program cleared it or put something on it.
   int OwnWrites() const { return ownWrites_; }
 
  private:
-  void CheckOpen() const;
-  void Change(const Text& text, bool picture, ClipboardNews news);
+  void CheckOpen() const {
+    if (locked_) throw RuntimeError(errors::kClipboardBusy, "Can't open Clipboard");
+  }
+  void Change(const Text& text, ClipboardNews news) {
+    text_ = text;
+    secret_ = false;
+    Tell(news);
+  }
 
   Text text_;
-  bool picture_ = false;
   bool secret_ = false;
   bool locked_ = false;
   int ownWrites_ = 0;

@@ -15,8 +15,8 @@ class MemoryClock : public Clock {
   Text TimeText() override;
   Text DateText() override;
 
-  // The start of that second. False, and nothing changes, if there is no such time between the years 1 and
-  // 9999.
+  // The start of that second; nothing in it is negative. False, and nothing changes, if there is no such time
+  // between the years 1 and 9999.
   bool Set(const LocalTime& time);
   void Advance(std::int64_t milliseconds) { milliseconds_ += milliseconds; }
 

@@ -20,7 +20,6 @@ class MemoryKeySender : public KeySender {
   }
 
   void SetFailing(bool failing) { failing_ = failing; }
-  const std::vector<Text>& Sent() const { return sent_; }
   std::vector<Text> TakeSent() { return std::exchange(sent_, {}); }
   // What happens while keys are being typed.
   std::function<void()> WhileSending;

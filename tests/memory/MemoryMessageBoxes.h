@@ -27,7 +27,6 @@ class MemoryMessageBoxes : public MessageBoxes {
   }
 
   void Answer(int button) { answers_.push_back(static_cast<BoxAnswer>(button)); }
-  const std::vector<Box>& Shown() const { return shown_; }
   std::vector<Box> TakeShown() { return std::exchange(shown_, {}); }
   // What happens while a box stands open.
   std::function<void()> WhileOpen;

@@ -47,9 +47,8 @@ std::optional<Registry::Key> MemoryRegistry::Create(Hive hive, TextView path) {
 
 bool MemoryRegistry::Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type,
                            std::string& bytes) {
-  const auto handle = open_.find(key);
-  if (handle == open_.end()) return false;
-  const Values& values = handle->second.branch->keys[handle->second.path];
+  if (open_.count(key) == 0) return false;
+  const Values& values = open_[key].branch->keys[open_[key].path];
   const auto found = values.find(AsciiUpper(name));
   if (found == values.end() || found->second.bytes.size() > maxBytes) return false;
   type = found->second.type;
@@ -57,22 +56,21 @@ bool MemoryRegistry::Query(Key key, TextView name, std::size_t maxBytes, std::ui
   return true;
 }
 
+MemoryRegistry::Values* MemoryRegistry::Writable(Key key) {
+  if (open_.count(key) == 0 || open_[key].branch->denied) return nullptr;
+  return &open_[key].branch->keys[open_[key].path];
+}
+
 bool MemoryRegistry::Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) {
-  const auto handle = open_.find(key);
-  if (handle == open_.end() || handle->second.branch->denied) return false;
-  handle->second.branch->keys[handle->second.path][AsciiUpper(name)] = {type, bytes};
-  return true;
+  Values* const values = Writable(key);
+  if (values) (*values)[AsciiUpper(name)] = {type, bytes};
+  return values != nullptr;
 }
 
 bool MemoryRegistry::Delete(Key key, TextView name) {
-  const auto handle = open_.find(key);
-  if (handle == open_.end() || handle->second.branch->denied) return false;
-  return handle->second.branch->keys[handle->second.path].erase(AsciiUpper(name)) > 0;
+  Values* const values = Writable(key);
+  return values && values->erase(AsciiUpper(name)) > 0;
 }
-
-void MemoryRegistry::Close(Key key) { open_.erase(key); }
-
-void MemoryRegistry::Deny(Hive hive, bool denied) { Of(hive).denied = denied; }
 
 void MemoryRegistry::Store(Hive hive, TextView path, TextView name, const Value& value) {
   Make(Of(hive), Normal(path))[AsciiUpper(name)] = value;
@@ -89,16 +87,6 @@ std::optional<MemoryRegistry::Value> MemoryRegistry::Find(Hive hive, TextView pa
 void MemoryRegistry::Remove(Hive hive, TextView path, TextView name) {
   const auto key = Of(hive).keys.find(Normal(path));
   if (key != Of(hive).keys.end()) key->second.erase(AsciiUpper(name));
-}
-
-bool MemoryRegistry::HasKey(Hive hive, TextView path) const { return Of(hive).keys.count(Normal(path)) > 0; }
-
-std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> MemoryRegistry::All(Hive hive) const {
-  std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> all;
-  for (const auto& [path, values] : Of(hive).keys) {
-    for (const auto& [name, value] : values) all.emplace_back(path, name, value.type, value.bytes);
-  }
-  return all;
 }
 
 }  // namespace quillbox

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <map>
-#include <tuple>
-#include <vector>
 
 #include "platform/ports/Registry.h"
 
@@ -22,19 +20,15 @@ class MemoryRegistry : public Registry {
   bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type, std::string& bytes) override;
   bool Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) override;
   bool Delete(Key key, TextView name) override;
-  void Close(Key key) override;
+  void Close(Key key) override { open_.erase(key); }
 
   // The program may only read in that hive.
-  void Deny(Hive hive, bool denied);
+  void Deny(Hive hive, bool denied) { Of(hive).denied = denied; }
 
   // From outside of the program, whatever it is denied.
   void Store(Hive hive, TextView path, TextView name, const Value& value);
   std::optional<Value> Find(Hive hive, TextView path, TextView name) const;
   void Remove(Hive hive, TextView path, TextView name);
-  bool HasKey(Hive hive, TextView path) const;
-  // Every value of a hive: key path, name, both in capitals, type and bytes.
-  std::vector<std::tuple<Text, Text, std::uint32_t, std::string>> All(Hive hive) const;
-  std::size_t OpenKeys() const { return open_.size(); }
 
  private:
   using Values = std::map<Text, Value>;  // by name in capitals
@@ -53,6 +47,8 @@ class MemoryRegistry : public Registry {
   // The key with its missing parents.
   static Values& Make(Branch& branch, const Text& path);
   Key Hand(Branch& branch, const Text& path);
+  // The values of an open key; null if there is none, or no right to change them.
+  Values* Writable(Key key);
 
   Branch user_;
   Branch machine_;

@@ -11,7 +11,6 @@ class MemorySound : public Sound {
  public:
   void Play(const Text& path) override { played_.push_back(path); }
 
-  const std::vector<Text>& Played() const { return played_; }
   std::vector<Text> TakePlayed() { return std::exchange(played_, {}); }
 
  private:

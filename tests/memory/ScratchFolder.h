@@ -1,8 +1,12 @@
 #pragma once
 
+#include <stdlib.h>
+
+#include <cerrno>
+#include <filesystem>
 #include <string>
 
-#include "base/Text.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 
@@ -10,14 +14,20 @@ namespace quillbox {
 class ScratchFolder {
  public:
   // std::filesystem::filesystem_error if none can be made.
-  ScratchFolder();
-  ~ScratchFolder();
+  ScratchFolder() : path_(std::filesystem::temp_directory_path() / "quillbox-XXXXXX") {
+    const std::error_code failed(mkdtemp(path_.data()) ? 0 : errno, std::system_category());
+    if (failed) throw std::filesystem::filesystem_error("mkdtemp", path_, failed);
+  }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
   // Its own path, or that of `name` in it.
   std::string Path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
-  Text PathText() const;
+  Text PathText() const { return FromUtf8(path_); }
 
  private:
   std::string path_;

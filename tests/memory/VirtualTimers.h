@@ -22,7 +22,6 @@ class VirtualTimers : public TimerHost {
   void Advance(std::int64_t milliseconds);
   // The program is gone.
   void StopAll() { running_.clear(); }
-  std::int64_t Elapsed() const { return now_; }
 
  private:
   struct Running {
