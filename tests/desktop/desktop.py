@@ -83,18 +83,17 @@ class Desktop(Screen):
     def __exit__(self, *_):
         self.close()
 
-    def _start(self, window_manager, panel, bus, accessibility, screen):
-        self.environment = {
-            "PATH": os.environ["PATH"],
-            "LANG": "C.UTF-8",
-            "HOME": str(self.folder),
-        }
-        # Without a screen reader the program has nothing to tell one.
-        self.environment.update({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"})
+    def _make_home(self, **environment):
+        """A user's folders, which nothing else is in."""
+        self.environment = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "HOME": str(self.folder), **environment}
         for name in ("config", "data", "cache", "runtime"):
             (self.folder / name).mkdir(mode=0o700)
             key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"
             self.environment[key] = str(self.folder / name)
+
+    def _start(self, window_manager, panel, bus, accessibility, screen):
+        # Without a screen reader the program has nothing to tell one.
+        self._make_home(**({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"}))
         self._start_server(screen)
         if bus:
             self._start_bus()
@@ -108,28 +107,24 @@ class Desktop(Screen):
             self.start_panel()
 
     def _start_server(self, screen):
-        read, write = os.pipe()
-        self.server = self.start(
-            "Xvfb", "-displayfd", str(write), "-screen", "0", screen, "-nolisten", "tcp", "-noreset", keep=(write,)
-        )
-        os.close(write)
-        with os.fdopen(read) as ready:
-            number = ready.readline().strip()
-        if not number:
-            raise AssertionError("the X server did not start:\n" + self.log("Xvfb"))
-        self.name = ":" + number
-        self.environment["DISPLAY"] = self.name
+        self.server, number = self._start_telling(
+            "Xvfb", "-displayfd", "{}", "-screen", "0", screen, "-nolisten", "tcp", "-noreset")
+        self.environment["DISPLAY"] = self.name = ":" + number
 
     def _start_bus(self):
+        _, self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
+            "dbus-daemon", "--session", "--nofork", "--print-address={}", f"--address=unix:dir={self.folder / 'runtime'}")
+
+    def _start_telling(self, program, *arguments):
+        """Starts a server, and what it says about itself through the descriptor that {} stands for."""
         read, write = os.pipe()
-        self.start("dbus-daemon", "--session", "--nofork", f"--print-address={write}",
-                   f"--address=unix:dir={self.folder / 'runtime'}", keep=(write,))
+        process = self.start(program, *(argument.replace("{}", str(write)) for argument in arguments), keep=(write,))
         os.close(write)
         with os.fdopen(read) as ready:
-            address = ready.readline().strip()
-        if not address:
-            raise AssertionError("the session bus did not start:\n" + self.log("dbus-daemon"))
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+            told = ready.readline().strip()
+        if not told:
+            raise AssertionError(f"{program} did not start:\n{self.log(program)}")
+        return process, told
 
     # --- processes
 
@@ -245,10 +240,15 @@ class Desktop(Screen):
         if not program.exists():
             # That user may have no right to the build folder.
             shutil.copy(PROGRAM, program)
-        for path in (self.folder, *self.folder.rglob("*")):
-            if not path.is_symlink():
-                os.chown(path, user, user)
-        return self._started(self.start("setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", program), wait)
+        return self._started(self.start(*self.as_user(user, self.folder, *self.folder.rglob("*")), program), wait)
+
+    @staticmethod
+    def as_user(user, *paths):
+        """What a command begins with to be run as a user, whose the paths become."""
+        for path in paths:
+            os.chown(path, user, user, follow_symlinks=False)
+        # Another user's process forgets whose end it was to end with.
+        return ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", "--pdeathsig=KILL"]
 
     def _started(self, process, wait):
         self.program = process

@@ -1,10 +1,7 @@
 """A panel that speaks StatusNotifierItem: watcher and host in one, which draws nothing."""
 import threading
 
-import gi
-
-gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
+from busservice import BusService, Gio, GLib
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
@@ -23,52 +20,28 @@ INTERFACE = f"""
 </interface></node>"""
 
 
-class StatusNotifierHost:
-    """On the bus at `address` until `close()`. With `names` the watcher has these as well, and is no host by itself."""
+class StatusNotifierHost(BusService):
+    """With `names` the watcher has these as well, and is no host by itself."""
 
     def __init__(self, address, *names):
         self.items = []  # the bus names of the icons, in the order of their coming
         self.known = threading.Condition()
-        self.bus = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None, None)
-        self.bus.set_exit_on_close(False)
-        self.context = GLib.MainContext()
-        self.loop = GLib.MainLoop(self.context)
-        self.ready = threading.Event()
-        self.names = (WATCHER, *names)
-        self.thread = threading.Thread(target=self._run, daemon=True)
-        self.thread.start()
-        if not self.ready.wait(10):
-            raise AssertionError("the StatusNotifier watcher did not start")
+        super().__init__(address, WATCHER, *names)
 
-    def _run(self):
-        self.context.push_thread_default()
+    def publish(self):
         interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
         self.bus.register_object("/StatusNotifierWatcher", interface, self._called, self._property, None)
         self.bus.signal_subscribe("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", None, None,
                                   Gio.DBusSignalFlags.NONE, self._owner_changed)
-        for name in self.names:
-            self._name("RequestName", "(su)", name, 4)
-        self._signal("StatusNotifierHostRegistered", None)
-        self.ready.set()
-        self.loop.run()
 
-    def _name(self, method, kind, *arguments):
-        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-                           GLib.Variant(kind, arguments), None, Gio.DBusCallFlags.NONE, 5000, None)
+    def named(self):
+        self._signal("StatusNotifierHostRegistered", None)
 
     def host(self, there):
         """A host of its own comes or goes."""
         name = "org.kde.StatusNotifierHost-1"
-        self._name("RequestName", "(su)", name, 4) if there else self._name("ReleaseName", "(s)", name)
+        self.name("RequestName", "(su)", name, 4) if there else self.name("ReleaseName", "(s)", name)
         self._signal(f"StatusNotifierHost{'R' if there else 'Unr'}egistered", None)
-
-    def close(self):
-        """The panel ends."""
-        self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
-        self.thread.join(5)
-        self.bus.close_sync(None)
 
     def _called(self, _bus, sender, _path, _interface, method, arguments, invocation):
         if method == "RegisterStatusNotifierItem":

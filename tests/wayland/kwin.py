@@ -1,6 +1,4 @@
 """The same desktop under KWin, which has no screen either."""
-import os
-import pwd
 import shutil
 
 from sway import Sway, wait_for
@@ -17,19 +15,11 @@ class KWin(Sway):
         shutil.copy(shutil.which("kwin_wayland"), program)
         session.write_text(SESSION)
         session.chmod(0o755)
-        command = [program, "--virtual", "--no-lockscreen", "--no-global-shortcuts", session]
-        if self.xwayland:
-            command.insert(1, "--xwayland")
-        if os.getuid() == 0:
-            nobody = pwd.getpwnam("nobody")
-            self.folder.chmod(0o711)
-            for path in (runtime, program, session):
-                os.chown(path, nobody.pw_uid, nobody.pw_gid)
-            command[:0] = ["setpriv", f"--reuid={nobody.pw_uid}", f"--regid={nobody.pw_gid}", "--clear-groups"]
+        command = [program, *["--xwayland"] * self.xwayland, "--virtual", "--no-lockscreen", "--no-global-shortcuts", session]
         said = runtime / "said"  # the environment of the session's programs
-        self.compositor = self.start(*command, environment={
-            "XDG_RUNTIME_DIR": str(runtime), "HOME": str(runtime), "XDG_CONFIG_HOME": str(runtime),
-            "XDG_CACHE_HOME": str(runtime), "XDG_DATA_HOME": str(runtime), "KWIN_COMPOSE": "Q"})
+        own = dict.fromkeys(("XDG_RUNTIME_DIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"), str(runtime))
+        self.compositor = self.start(*self.as_nobody(runtime, program, session), *command,
+                                     environment={**own, "KWIN_COMPOSE": "Q"})
         wait_for("the compositor", said.exists, 60)
         for name, _, value in (line.partition("=") for line in said.read_text().splitlines()):
             if name == "WAYLAND_DISPLAY":

@@ -1,10 +1,5 @@
 """A desktop's portal that hands out keyboards (org.freedesktop.portal.RemoteDesktop) and notes what is typed."""
-import threading
-
-import gi
-
-gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
+from busservice import BusService, Gio, GLib
 
 NAME = "org.freedesktop.portal.Desktop"
 PATH = "/org/freedesktop/portal/desktop"
@@ -24,8 +19,8 @@ INTERFACES = """
 </node>"""
 
 
-class Portal:
-    """On the bus at `address` until `close()`. What a person says is in `allows`."""
+class Portal(BusService):
+    """What a person says is in `allows`."""
 
     def __init__(self, address, allows=True, closes_after=None):
         self.allows = allows
@@ -35,30 +30,11 @@ class Portal:
         self.tokens = 0
         self.session = None
         self.registered = 0
-        self.bus = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None, None)
-        self.context = GLib.MainContext()
-        self.loop = GLib.MainLoop(self.context)
-        self.ready = threading.Event()
-        self.thread = threading.Thread(target=self._run, daemon=True)
-        self.thread.start()
-        if not self.ready.wait(10):
-            raise AssertionError("the portal did not start")
+        super().__init__(address, NAME)
 
-    def _run(self):
-        self.context.push_thread_default()
+    def publish(self):
         self.remote, self.ended = Gio.DBusNodeInfo.new_for_xml(INTERFACES).interfaces
         self.bus.register_object(PATH, self.remote, self._called, lambda *_: GLib.Variant("u", 3), None)
-        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-                           GLib.Variant("(su)", (NAME, 4)), None, Gio.DBusCallFlags.NONE, 5000, None)
-        self.ready.set()
-        self.loop.run()
-
-    def close(self):
-        self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
-        self.thread.join(5)
-        self.bus.close_sync(None)
 
     def _called(self, _bus, sender, path, _interface, method, arguments, invocation):
         values = arguments.unpack()

@@ -1,7 +1,6 @@
 """A Wayland desktop of its own for a test: sway without a screen, session bus, a tray, and Quillbox on it."""
 import json
 import os
-import pwd
 import subprocess
 
 from desktop import Desktop, wait_for
@@ -12,6 +11,7 @@ xwayland {xwayland}
 default_border none
 exec xhost +local: && echo "$DISPLAY" >"{runtime}/display"
 """
+NOBODY = 65534
 # The outputs and the drawing need no device.
 HEADLESS = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
 
@@ -26,12 +26,7 @@ class Sway(Desktop):
         super().__init__()
 
     def _start(self, *_):
-        self.environment = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "HOME": str(self.folder),
-                            "NO_AT_BRIDGE": "1", "XDG_SESSION_TYPE": "wayland"}
-        for name in ("config", "data", "cache", "runtime"):
-            (self.folder / name).mkdir(mode=0o700)
-            key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"
-            self.environment[key] = str(self.folder / name)
+        self._make_home(NO_AT_BRIDGE="1", XDG_SESSION_TYPE="wayland")
         self._start_bus()
         self.tray = StatusNotifierHost(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.start_compositor()
@@ -42,13 +37,8 @@ class Sway(Desktop):
         runtime.mkdir(mode=0o700, exist_ok=True)
         xwayland = "enable" if self.xwayland else "disable"
         (runtime / "config").write_text(CONFIG.format(xwayland=xwayland, runtime=runtime))
-        command = ["sway", "-c", str(runtime / "config")]
-        if os.getuid() == 0:
-            nobody = pwd.getpwnam("nobody")
-            self.folder.chmod(0o711)
-            os.chown(runtime, nobody.pw_uid, nobody.pw_gid)
-            command[:0] = ["setpriv", f"--reuid={nobody.pw_uid}", f"--regid={nobody.pw_gid}", "--clear-groups"]
-        self.compositor = self.start(*command, environment={**HEADLESS, "XDG_RUNTIME_DIR": str(runtime)})
+        self.compositor = self.start(*self.as_nobody(runtime), "sway", "-c", runtime / "config",
+                                     environment={**HEADLESS, "XDG_RUNTIME_DIR": str(runtime)})
         socket = wait_for("the compositor", lambda: [path for path in runtime.glob("wayland-*") if path.is_socket()])[0]
         self.environment["WAYLAND_DISPLAY"] = str(socket)
         self.environment["SWAYSOCK"] = str(wait_for("its control", lambda: list(runtime.glob("sway-ipc*")))[0])
@@ -57,6 +47,13 @@ class Sway(Desktop):
             self.environment["DISPLAY"] = wait_for("the X server", lambda: display.exists() and display.read_text().strip())
         # A session has a keyboard; without one programs hear of keys only when the first comes.
         self.start("wtype", "-s", "100000000", "x")
+
+    def as_nobody(self, *paths):
+        """What a compositor's command begins with where root runs the tests."""
+        if os.getuid() != 0:
+            return []
+        self.folder.chmod(0o711)
+        return self.as_user(NOBODY, *paths)
 
     def close(self):
         if self.tray:
