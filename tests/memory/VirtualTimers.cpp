@@ -22,8 +22,6 @@ void VirtualTimers::MoveTo(std::int64_t time) {
 }
 
 void VirtualTimers::Advance(std::int64_t milliseconds) {
-  if (advancing_) return;
-  advancing_ = true;
   const std::int64_t end = now_ + milliseconds;
   while (true) {
     // The first of the earliest: the vector is in the order of the starts.
@@ -36,8 +34,8 @@ void VirtualTimers::Advance(std::int64_t milliseconds) {
     earliest->due += timer.GetInterval();
     timer.Fire();
   }
-  MoveTo(end);
-  advancing_ = false;
+  // Time may have gone on further while a tick stood in a message box.
+  if (now_ < end) MoveTo(end);
 }
 
 }  // namespace quillbox

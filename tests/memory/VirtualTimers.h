@@ -18,7 +18,7 @@ class VirtualTimers : public TimerHost {
   void Woken(Timer&, bool) override {}
 
   // The ticks due within the time come in the order of their time, then of the timers' start. The clock shows
-  // each tick's time while it runs. Called from within a tick, it does nothing: the time passes already.
+  // each tick's time while it runs. Called while a tick stands in a message box, time goes on behind it.
   void Advance(std::int64_t milliseconds);
   // The program is gone.
   void StopAll() { running_.clear(); }
@@ -34,7 +34,6 @@ class VirtualTimers : public TimerHost {
   MemoryClock& clock_;
   std::int64_t now_ = 0;  // milliseconds that have passed; setting the clock changes nothing here
   std::uint64_t starts_ = 0;
-  bool advancing_ = false;
   std::vector<Running> running_;  // in the order of their start
 };
 
