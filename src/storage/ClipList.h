@@ -7,7 +7,7 @@ namespace quillbox {
 
 // The clipboard's past, the newest first. A row of List2 and the slot of its index hold the same text; slot 0
 // is the clipboard's text as the watcher knows it, and may be empty. The operations never save and check no
-// limit; failures are RuntimeErrors of the caller.
+// limit; a row or slot that isn't there is a RuntimeError.
 class ClipList {
  public:
   explicit ClipList(const Place& place) : List2(place, "List2", ListBox::Kind::ExtendedSelection, 8) {}

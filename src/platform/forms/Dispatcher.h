@@ -21,6 +21,7 @@ class TimerHost {
   virtual ~TimerHost() = default;
   virtual void Started(Timer& timer) = 0;  // begin a whole period
   virtual void Stopped(Timer& timer) = 0;
+  virtual void Gone(Timer& timer) { Stopped(timer); }  // it is being destroyed
   // The timer's ticks were slept through and may make a difference again; `atOnce`: tick without delay.
   virtual void Woken(Timer& timer, bool atOnce) = 0;
 };

@@ -15,7 +15,7 @@ Timer::Timer(const Place& place, std::string_view name, int interval, bool enabl
 }
 
 Timer::~Timer() {
-  if (Dispatch().Timers()) Dispatch().Timers()->Stopped(*this);
+  if (Dispatch().Timers()) Dispatch().Timers()->Gone(*this);
 }
 
 void Timer::SetEnabled(bool enabled) {

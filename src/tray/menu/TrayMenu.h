@@ -11,7 +11,7 @@
 namespace quillbox {
 
 // The tray menu: one fixed tree. Building it means to set caption and visibility of the items that stand for
-// entries; item k stands for row k - 1. Failures are ignored: the menu stays as far as it got.
+// entries; item k stands for row k - 1. Nothing in it fails: a setting that can't be read has its default.
 class TrayMenu {
  public:
   TrayMenu(ClipList& clip, PadList& pad, SysTray& tray, Norvane& settings, const Text& programName);

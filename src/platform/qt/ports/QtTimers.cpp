@@ -29,6 +29,17 @@ void QtTimers::Stopped(Timer& timer) {
   found->second.asleep = false;
 }
 
+void QtTimers::Gone(Timer& timer) {
+  const auto found = runs_.find(&timer);
+  if (found == runs_.end()) return;
+  // It may go within its own tick.
+  if (QTimer* const clock = found->second.clock.release()) {
+    clock->stop();
+    clock->deleteLater();
+  }
+  runs_.erase(found);
+}
+
 void QtTimers::Fire(Timer& timer) {
   // While a tick of this timer waits in a message box, the next one comes in its time.
   if (timer.Ticking()) return Begin(timer, runs_[&timer], timer.GetInterval());

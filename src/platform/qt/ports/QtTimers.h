@@ -16,6 +16,7 @@ class QtTimers : public TimerHost {
   ~QtTimers() override;
   void Started(Timer& timer) override;
   void Stopped(Timer& timer) override;
+  void Gone(Timer& timer) override;
   void Woken(Timer& timer, bool atOnce) override;
   // After each input: makes the tick of every sleeping timer for which there is something to do again.
   void WakeSleepers();

@@ -19,8 +19,8 @@ struct ViewTools {
   bool tellSizes = true;
 };
 
-// The window of a form. It holds no state of its own: it draws the form's controls and turns what a person
-// does into calls on them.
+// The window of a form: draws the form's controls and turns what a person does into calls on them. It
+// remembers what it has drawn, and nothing else.
 class FormView : public QWidget {
  public:
   FormView(Form& form, const ViewTools& tools);
@@ -42,7 +42,7 @@ class FormView : public QWidget {
   virtual void ShowWindow();
   // A window that isn't shown yet comes as its form says.
   void FollowTopmost();
-  // Sizes the form after its window; called once, when everything stands on it.
+  // Sizes the form after its window: when everything stands on it, and when that has grown.
   void Finish();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
