@@ -11,7 +11,7 @@ import os
 import random
 import re
 
-from clients import DiesInTheMiddle, Owner, Reader, Silent
+from clients import Owner, Reader, dies_in_the_middle, silent
 from datafiles import M
 from desktop import wait_for
 from owners import Owner as Copier
@@ -135,13 +135,13 @@ class Day:
         wait_for("the text of a program that has quit", lambda: self.pasted() == text, 10)
 
     def dying_owner(self):
-        owner = DiesInTheMiddle(self.name, {"UTF8_STRING": b""})
-        wait_for("the death of an owner", lambda: owner.left == 0 and not owner.thread.is_alive(), 10, 0.001)
+        owner = Owner(self.name, {"UTF8_STRING": dies_in_the_middle})
+        wait_for("the death of an owner", lambda: not owner.thread.is_alive(), 10, 0.001)
         owner.close()
         self.copied(self.text(50))
 
     def hanging_owner(self):
-        with Silent(self.name, {"UTF8_STRING": b""}) as owner:
+        with Owner(self.name, {"TARGETS": silent}) as owner:
             wait_for("a question to the hanging owner", lambda: owner.asked, 10, 0.001)
             self.copied(self.text(50))
 

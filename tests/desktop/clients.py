@@ -176,33 +176,17 @@ def in_pieces(data, size):
 
 
 def silent(_owner, _question):
-    """An offer that is never given."""
+    """An offer that is never given; as TARGETS, an owner that never answers."""
 
 
-class Silent(Owner):
-    """Never answers."""
+def dies_in_the_middle(owner, question):
+    """One whose owner is gone after the second part."""
+    def parts():
+        yield from [b"x" * 1000] * 2
+        owner.display.flush()
+        raise OSError("gone")
 
-    def answer(self, question, target):
-        pass
-
-
-class DiesInTheMiddle(Owner):
-    """Begins to hand over in parts and is gone after the second one."""
-
-    left = 2
-
-    def answer(self, question, target):
-        if target in self.offers:
-            self.begin(question, target, [b"x" * 1000] * 10)
-        else:
-            super().answer(question, target)
-
-    def go_on(self, window, at):
-        super().go_on(window, at)
-        self.left -= 1
-        if self.left == 0:
-            self.display.flush()
-            raise OSError("gone")
+    owner.begin(question, "UTF8_STRING", parts())
 
 
 class Reader:

@@ -61,34 +61,11 @@ class Disk(DesktopCase):
             self.desktop.stop_program()
             subprocess.run(["umount", self.desktop.data], check=True)
 
-    def test_folder_that_is_a_file_and_link_that_stays_one(self):
-        self.desktop.data.parent.mkdir(mode=0o700, parents=True)
-        self.desktop.data.write_bytes(b"not a folder")
-        self.start()
-        self.refused_copy()
-        self.assertEqual(b"not a folder", self.desktop.data.read_bytes())
-        self.desktop.data.unlink()
-        self.copy("after it")
-        self.assertEqual(["after it", "while it fails"], self.file("Clip")[:2])
-        real = self.clip.rename(self.desktop.folder / "elsewhere.qbx")
-        self.clip.symlink_to(real)
-        self.copy("through the link")
-        self.assertTrue(self.clip.is_symlink())
-        self.assertIn(b"through the link", real.read_bytes())
-
-    def test_broken_file_is_reported_and_the_program_goes_on(self):
-        content = self.rest("one", "two")
-        self.clip.write_bytes(content[:len(content) // 2])
-        self.start(wait=False)
-        self.answer(wait_for("a message", self.desktop.message))
-        self.next_copy_is_taken()
-
 
 class DiskOfAUser(Disk):
     """Rights matter only to somebody who isn't root."""
 
-    test_full_disk = test_folder_that_is_a_file_and_link_that_stays_one = None
-    test_broken_file_is_reported_and_the_program_goes_on = None
+    test_full_disk = None
 
     def setUp(self):
         super().setUp()

@@ -4,7 +4,7 @@ import unittest
 
 import datafiles
 from case import DesktopCase
-from clients import Manager, Owner, Silent
+from clients import Manager, Owner, silent
 from desktop import wait_for
 
 
@@ -17,7 +17,7 @@ class Owners(DesktopCase):
         return self.desktop.display.get_selection_owner(self.desktop.display.intern_atom("CLIPBOARD"))
 
     def test_an_owner_that_never_answers_holds_nobody_up(self):
-        with Silent(self.desktop.name, {"UTF8_STRING": b"never"}) as owner:
+        with Owner(self.desktop.name, {"TARGETS": silent}) as owner:
             wait_for("the question to the owner", lambda: owner.asked)
             self.desktop.open_menu()
             self.desktop.key("Escape")

@@ -3,7 +3,7 @@
 import unittest
 
 from case import DesktopCase, INFO, SETTINGS
-from clients import Silent
+from clients import Owner, silent
 from desktop import wait_for
 from dragging import DragSource, DropTarget
 from screenreader import nodes
@@ -14,23 +14,6 @@ DELETE = "Delete selected entries?"
 
 class Keyboard(DesktopCase):
     DESKTOP = {"accessibility": True}
-
-    def test_clip(self):
-        self.start_reading("Clip")
-        self.copy("first", "second", "third")
-        rest = self.file("Clip")[3:]
-        self.reader.tab_to("Clip-List")
-        self.desktop.key("Home", "Down", "Return")
-        self.pastes("second")
-        self.file_becomes("Clip", ["second", "third", "first", *rest])
-        self.desktop.key("Down", "Down", "Delete")
-        self.answer(DELETE)
-        self.file_becomes("Clip", ["second", "third", *rest])
-        self.desktop.click(*self.middle("list item", "third"), times=2)
-        self.pastes("third")
-        self.reader.tab_to("Clear clipboard", True)
-        self.desktop.key("space")
-        wait_for("an empty clipboard", lambda: not self.desktop.paste())
 
     def test_pad(self):
         self.start_reading("Pad")
@@ -51,21 +34,6 @@ class Keyboard(DesktopCase):
         self.desktop.key("Delete")
         self.answer(DELETE)
         self.file_becomes("Pad", before)
-
-    def test_todo(self):
-        self.start_reading("ToDo")
-        before = self.file("ToDo")
-        self.reader.tab_to("Text of the ToDo entry")
-        self.desktop.type("water the plants\n")
-        wait_for("the task", lambda: len(self.file("ToDo")) == len(before) + 1)
-        self.reader.tab_to("ToDo-List", True)
-        self.desktop.key("End", "space", "ctrl+Home")
-        wait_for("the marked task on top", lambda: "water the plants" in self.file("ToDo")[0])
-        rows = {node["name"]: node["states"] for node, _ in nodes(self.reader.window("Quillbox"))}
-        self.assertIn("CHECKED", rows["water the plants"])
-        self.reader.tab_to("Refresh")
-        self.desktop.key("space")
-        wait_for("no marked task", lambda: not any("water the plants" in entry for entry in self.file("ToDo")))
 
     def test_a_dialog_gives_the_focus_back(self):
         self.start_reading("Clip")
@@ -96,7 +64,7 @@ class Fields(DesktopCase):
             self.desktop.key("ctrl+a", paste, "End", str(number), "ctrl+a", copy)
             text += str(number)
             self.pastes(text)
-        with Silent(self.desktop.name, {"UTF8_STRING": b"never"}) as owner:
+        with Owner(self.desktop.name, {"TARGETS": silent}) as owner:
             wait_for("the question to the owner", lambda: owner.asked)
             # Nothing can be pasted, and nobody waits for that.
             self.desktop.key("ctrl+a", "ctrl+v", "shift+Insert", "End", "z", "ctrl+a", "ctrl+c")

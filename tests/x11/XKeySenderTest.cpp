@@ -38,54 +38,42 @@ Text MixedText(std::size_t characters) {
   return text + Text(characters - count, u'x');
 }
 
-struct Keyboard {
-  const char* layouts;
-  int group;
-  std::uint8_t locked;
-  bool answersPings;
-  int microsecondsPerKey;
-};
-
-class XKeySenderText : public testing::TestWithParam<Keyboard> {};
-
-TEST_P(XKeySenderText, ArrivesWholeAndTheKeyboardStaysAsItWas) {
-  const Keyboard& keyboard = GetParam();
-  TestKeyboard person(keyboard.layouts, keyboard.group);
-  person.Lock(keyboard.locked);
-  KeyReceiver receiver(
-      {.answersPings = keyboard.answersPings, .microsecondsPerKey = keyboard.microsecondsPerKey});
-  receiver.TakeFocus();
-  const std::string before = TestKeyboard::Dump();
-
-  const Text text = MixedText(5000);
-  XKeySender(Plain()).Send(Quote(text));
-
-  ASSERT_TRUE(receiver.WaitFor(5000));
-  EXPECT_EQ(receiver.Text(), ToUtf8(text));
-  EXPECT_EQ(receiver.Unpaired(), 0);
-  EXPECT_EQ(TestKeyboard::Dump(), before);
-  EXPECT_EQ(person.Locked(), keyboard.locked);
-  EXPECT_EQ(person.Group(), keyboard.group);
-  EXPECT_FALSE(person.AnyKeyDown());
-  EXPECT_FALSE(person.RootHas("_QUILLBOX_SPARE_KEYS"));
-  EXPECT_FALSE(person.RootHas("_QUILLBOX_TYPING"));
+TEST(XKeySender, ALongTextArrivesWholeAndTheKeyboardStaysAsItWas) {
+  constexpr std::uint8_t kBothLocks = TestKeyboard::kCapsLock | TestKeyboard::kNumLock;
+  const struct {
+    const char* layouts;
+    int group = 0;
+    std::uint8_t locked = 0;
+    bool answersPings = true;
+    int microsecondsPerKey = 0;
+  } keyboards[] = {{.layouts = "us", .answersPings = false},
+                   {.layouts = "us", .microsecondsPerKey = 300},
+                   {.layouts = "us", .locked = kBothLocks},
+                   {.layouts = "de", .locked = kBothLocks, .answersPings = false},
+                   {.layouts = "fr"},
+                   {.layouts = "us,gr", .group = 1},
+                   {.layouts = "us,gr", .group = 1, .locked = kBothLocks}};
+  for (const auto& keyboard : keyboards) {
+    SCOPED_TRACE(&keyboard - keyboards);
+    TestKeyboard person(keyboard.layouts, keyboard.group);
+    person.Lock(keyboard.locked);
+    KeyReceiver receiver(
+        {.answersPings = keyboard.answersPings, .microsecondsPerKey = keyboard.microsecondsPerKey});
+    receiver.TakeFocus();
+    const std::string before = TestKeyboard::Dump();
+    const Text text = MixedText(5000);
+    XKeySender(Plain()).Send(Quote(text));
+    ASSERT_TRUE(receiver.WaitFor(5000));
+    EXPECT_EQ(receiver.Text(), ToUtf8(text));
+    EXPECT_EQ(receiver.Unpaired(), 0);
+    EXPECT_EQ(TestKeyboard::Dump(), before);
+    EXPECT_EQ(person.Locked(), keyboard.locked);
+    EXPECT_EQ(person.Group(), keyboard.group);
+    EXPECT_FALSE(person.AnyKeyDown());
+    EXPECT_FALSE(person.RootHas("_QUILLBOX_SPARE_KEYS"));
+    EXPECT_FALSE(person.RootHas("_QUILLBOX_TYPING"));
+  }
 }
-
-constexpr std::uint8_t kBothLocks = TestKeyboard::kCapsLock | TestKeyboard::kNumLock;
-
-INSTANTIATE_TEST_SUITE_P(Keyboards, XKeySenderText,
-                         testing::Values(Keyboard{"us", 0, 0, false, 0}, Keyboard{"us", 0, 0, true, 300},
-                                         Keyboard{"us", 0, kBothLocks, true, 0},
-                                         Keyboard{"de", 0, kBothLocks, false, 0},
-                                         Keyboard{"fr", 0, 0, true, 0}, Keyboard{"us,gr", 1, 0, true, 0},
-                                         Keyboard{"us,gr", 1, kBothLocks, true, 0}),
-                         [](const auto& keyboard) {
-                           std::string name = keyboard.param.layouts;
-                           std::erase(name, ',');
-                           if (keyboard.param.locked != 0) name += "Locked";
-                           name += keyboard.param.answersPings ? "Asked" : "Waited";
-                           return name + std::to_string(keyboard.param.microsecondsPerKey);
-                         });
 
 TEST(XKeySender, MoreCharactersThanSpareKeys) {
   for (const bool answersPings : {true, false}) {

@@ -11,7 +11,7 @@ from Xlib import X, Xatom
 from Xlib.protocol import event
 
 from body import Body
-from clients import Manager, Owner, Reader, in_pieces, silent
+from clients import Manager, Owner, Reader, dies_in_the_middle, in_pieces, silent
 from desktop import Desktop, wait_for
 
 BODY = os.environ.get("QUILLBOX_CLIPBOARD", "")
@@ -196,16 +196,10 @@ class BadOwners(OnX11):
 
     def test_lies_about_type_and_format_are_no_text(self):
         """A text target that is answered with anything but text counts for nothing, and the next best is taken."""
-        def dies(owner):
-            yield from [(UTF8, 8, b"part")] * 3
-            owner.display.flush()
-            raise OSError("gone")
-
         lies = [lambda: (UTF8, 16, b"abcdabcd"), lambda: (UTF8, 32, b"abcdabcd"), lambda: ("COMPOUND_TEXT", 8, b"abcd"),
                 lambda: ("ATOM", 32, b"abcd"), lambda: lambda owner, question: owner.notify(question, question.property),
                 lambda: [b"good", ("image/png", 8, b"bad"), b""], lambda: [b"good", (UTF8, 32, b"bad!"), b""],
-                lambda: [("INCR", 32, b"\1\1\1\1")],
-                lambda: lambda owner, question: owner.begin(question, UTF8, dies(owner))]
+                lambda: [("INCR", 32, b"\1\1\1\1")], lambda: dies_in_the_middle]
         for number, lie in enumerate(lies):
             with self.subTest(number):
                 self.reads("", {UTF8: lie()})
@@ -326,19 +320,18 @@ class Takeover(OnX11):
     """The clipboard outlives the program that it was copied in."""
 
     def test_a_text_stays_however_its_owner_quits(self):
+        def gone(owner):
+            owner.display.sync()
+            raise OSError("gone")
+
         def last_words(text):
-            def give(owner, question):
-                owner.put(question, UTF8, 8, text)
-                owner.display.sync()
-                raise OSError("gone")
-            return give
+            return lambda owner, question: owner.put(question, UTF8, 8, text) or gone(owner)
 
         def last_piece(owner, question):
             def parts():
                 yield from in_pieces(b"in pieces", 4)[:-1]
-                owner.write(question.requestor, question.property, UTF8, 8, b"")
-                owner.display.sync()
-                raise OSError("gone")
+                gone(owner.write(question.requestor, question.property, UTF8, 8, b"") or owner)
+
             owner.begin(question, UTF8, parts())
 
         large = b"L" * 3_000_000
