@@ -5,7 +5,6 @@ The seed is printed; with it the same walk is made again. The hands:
   program   all pages, dialogs and the tray menu, other programs' copies, restarts, what comes in while a box or the
             typing of keys is under way, settings that no dialog stores, files and a registry that can't be written.
             Rows, slots, files and menu hold the same entries, and no step loses an entry that it has no right to
-  tasks     the ToDo page beside a plain model of its list
   calc      the calculator: what its state says of itself, and results that are numbers
   damage    data files cut off, changed or full of noise: what was closed before the damage stands
   lines     anything at all as a request: each line has its answer
@@ -172,7 +171,7 @@ LOOK = " ; ".join((f"get {PAD} List", "slots PadEntries", f"get {CLIP} List", "s
 
 
 class Program(Hand):
-    SHARE = 50
+    SHARE = 70
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
@@ -340,98 +339,6 @@ class Program(Hand):
             self.check_top()
 
 
-class Tasks(Hand):
-    SHARE = 20
-    BEGIN = "start ; tray.mouse 513 ; tab frmTray.SSTab1 4"
-    # What leaves no row current, and whether it drops the tasks that are done.
-    REFRESH = (("click frmTray.Command4", False), ("click frmTray.Command5", True),
-               (f"{SET} AutoRefresh 1 ; {{end|shutdown}} ; {BEGIN}", True),
-               (f"{SET} AutoRefresh 2 ; {{end|shutdown}} ; {BEGIN}", False),
-               (f"{SET} AutoRefresh2 1 ; click frmTray.Command6 ; tray.mouse 513", True))
-
-    def __init__(self, *arguments):
-        super().__init__(*arguments)
-        self.tasks, self.maximum, self.boxes = [], self.one(2, 5, 8, 12), 0
-        self.do(f"{SET} ToDoEntriesMax {self.maximum} ; {self.BEGIN}")
-        self.index, self.pending = -1, False  # pending: a mark that isn't saved yet
-
-    def text(self):
-        return self.one("True", "False", " ", f"{MARK} [TODO ENTRY FILE END] {MARK}", f"{MARK} [TODO ENTRY 0] {MARK}",
-                        "größer", *(f"task {i}" for i in range(14)))
-
-    def put(self):
-        text, drop, yes = self.text(), self.chance(20), self.chance(50)
-        old = -1 if drop else self.index
-        after = [task for row, task in enumerate(self.tasks) if row != old]
-        same = [row for row, task in enumerate(after) if task[0] == text]
-        self.index, self.pending = -1, False
-        if same:
-            del after[same[-1]]
-            after.append((text, False))
-        elif len(after) > self.maximum:
-            self.boxes += 1
-            self.want("answer", "6" if yes else "7")
-            after = after[1:] + [(text, False)] if yes else self.tasks
-            self.index = -1 if yes or drop else old
-        else:
-            after.insert(old if old >= 0 else len(after), (text, False))
-        self.tasks = after
-        self.want(*("drop", TODO) if drop else ("settext", "frmTray.Text1"), text)
-        if not drop:
-            self.do("{click frmTray.Command2|key frmTray.Text1 Enter}")
-
-    def select(self):
-        self.index = self.random.randrange(len(self.tasks))
-        self.want("select", TODO, str(self.index))
-
-    def toggle(self):
-        self.select()
-        text, mark = self.tasks[self.index]
-        self.tasks[self.index] = (text, not mark)
-        self.do(f"{{check {TODO} {self.index} {int(not mark)}|key {TODO} Enter|key {TODO} Space}}")
-        self.pending = True
-
-    def move(self):
-        self.select()
-        way = self.one("Up", "Left", "Down", "Right", "Home", "End", "up", "down")
-        to = {"Home": 0, "End": len(self.tasks) - 1}.get(way, self.index + (-1 if way in ("Up", "Left", "up") else 1))
-        to = min(max(to, 0), len(self.tasks) - 1)
-        self.do(f"spin frmTray.UpDown1 {way}" if way.islower() else f"key {TODO} {way} ctrl")
-        if to != self.index:
-            self.tasks.insert(to, self.tasks.pop(self.index))
-            self.index, self.pending = to, False
-
-    def delete(self):
-        key, everything, yes = self.chance(50), self.index < 0, self.chance(10)
-        self.boxes += key + everything
-        for answer in ["6"] * key + ["6" if yes else "7"] * everything:
-            self.want("answer", answer)
-        self.tasks = [] if everything and yes else [task for row, task in enumerate(self.tasks) if row != self.index]
-        self.index = -1
-        self.do(f"key {TODO} Delete" if key else "click frmTray.Command3")
-        self.pending = bool(key and self.pending and everything and self.tasks)
-
-    def refresh(self):
-        way, drops = self.one(*self.REFRESH)
-        self.do(way)
-        self.tasks = [task for task in self.tasks if not (drops and task[1])]
-        self.index, self.pending = -1, False
-
-    def make_step(self):
-        some = len(self.tasks) > 0
-        self.random.choices((self.put, self.toggle, self.select, self.move, self.delete, self.refresh),
-                            (30, 25 * some, 10 * some, 15 * some, 7, 11))[0]()
-        rows, marks, index, boxes, writes = self.ask(
-            f"get {TODO} List ; get {TODO} Selected ; get {TODO} ListIndex ; boxes ; writes ToDoData.qbx")
-        shown = [(row, mark == "1") for row, mark in zip(rows, marks)]
-        self.wants("tasks", shown == self.tasks, "are", shown, "should be", self.tasks)
-        self.wants("the current row", index == [str(self.index)], index, self.index)
-        self.wants("questions", len(boxes) == 3 * self.boxes, boxes)
-        self.boxes = 0
-        self.wants("the file", self.pending or writes == ["0"] or self.holds(
-            "ToDoData.qbx", [(str(mark), text) for text, mark in self.tasks]), self.file("ToDoData.qbx"))
-
-
 class Calc(Hand):
     SHARE = 20
     # Keys whose result is a number as the calculator writes it, or one of its two messages.
@@ -560,7 +467,7 @@ class Lines(Hand):
             self.ask("start")
 
 
-HANDS = {"program": Program, "tasks": Tasks, "calc": Calc, "damage": Damage, "lines": Lines}
+HANDS = {"program": Program, "calc": Calc, "damage": Damage, "lines": Lines}
 EPISODE = 2000  # steps after which a hand begins in a world of its own
 
 

@@ -53,16 +53,13 @@ class DesktopCase(unittest.TestCase):
     # --- windows
 
     def titled(self, title):
-        return wait_for(f"the window {title}",
-                        lambda: (w := self.desktop.window(title)) and self.desktop.is_viewable(w) and w)
+        return wait_for(f"the window {title}", lambda: self.desktop.shown(title))
 
     def gone(self, title):
-        wait_for(f"the end of {title}",
-                 lambda: not ((w := self.desktop.window(title)) and self.desktop.is_viewable(w)))
+        wait_for(f"the end of {title}", lambda: not self.desktop.shown(title))
 
     def shown(self):
-        window = self.desktop.window("Quillbox")
-        return bool(window and self.desktop.is_viewable(window))
+        return bool(self.desktop.shown())
 
     def active(self):
         """The id of the window that has the keyboard, as the window manager tells it."""

@@ -1,4 +1,5 @@
 """Clients of the clipboard: owners that behave well or badly, and readers. Each has a connection of its own."""
+import contextlib
 import os
 import select
 import struct
@@ -29,9 +30,7 @@ class Owner:
         self.offers = dict(offers)
         self.transfers = {}  # (requestor's id, property) -> iterator over the parts
         self.asked = []  # names of the targets that were asked for
-        self.lost = threading.Event()
         self.cleared = threading.Event()
-        self.served = threading.Event()  # a text has been handed over as a whole
         self.stop_read, self.stop_write = os.pipe()
         self.thread = threading.Thread(target=self._run, daemon=True)
         self.own()
@@ -84,26 +83,18 @@ class Owner:
             while True:
                 while self.display.pending_events():
                     self._handle(self.display.next_event())
-                ready = select.select([self.display.fileno(), self.stop_read], [], [], self.tick())[0]
+                ready = select.select([self.display.fileno(), self.stop_read], [], [])[0]
                 if self.stop_read in ready:
                     if os.read(self.stop_read, 1) == b"x":
                         break
                     self._give_up()
         except (Xlib.error.ConnectionClosedError, OSError):
             pass
-        try:
+        with contextlib.suppress(Xlib.error.ConnectionClosedError, OSError):
             self.display.close()
-        except (Xlib.error.ConnectionClosedError, OSError):
-            pass
-
-    def tick(self):
-        """Called between events; returns how long to wait for the next one at most, in seconds."""
-        return None
 
     def _handle(self, message):
-        if message.type == X.SelectionClear:
-            self.lost.set()
-        elif message.type == X.SelectionRequest:
+        if message.type == X.SelectionRequest:
             target = self.display.get_atom_name(message.target)
             self.asked.append(target)
             self.answer(message, target)
@@ -127,7 +118,6 @@ class Owner:
             self.begin(question, target, in_pieces(offer, CHUNK))
         else:
             self.put(question, *self.typed(target, offer))
-            self.served.set()
 
     @staticmethod
     def list_of(atom, *names):
@@ -163,12 +153,9 @@ class Owner:
     def go_on(self, window, at):
         target, parts = self.transfers.get((window.id, at), (None, iter(())))
         part = next(parts, None)
-        if part is None:
-            return
-        self.write(window, at, *self.typed(target, part))
-        self.display.flush()
-        if part == b"":
-            self.served.set()
+        if part is not None:
+            self.write(window, at, *self.typed(target, part))
+            self.display.flush()
 
 
 def in_pieces(data, size):

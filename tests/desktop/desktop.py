@@ -253,7 +253,7 @@ class Desktop(Screen):
     def _started(self, process, wait):
         self.program = process
         if wait:
-            wait_for("Quillbox in reach", self.reach, 10)
+            wait_for("Quillbox in reach", self.reach, 30)
         return self.program
 
     def stop_program(self, how=signal.SIGTERM):
@@ -276,7 +276,7 @@ class Desktop(Screen):
         """How a person can reach the program now: "icon", "window", "taskbar" or ""."""
         if self.icons():
             return "icon"
-        window = self.window("Quillbox")
-        if window and self.is_viewable(window):
+        if self.shown():
             return "window"
+        window = self.window("Quillbox")
         return "taskbar" if window and window.id in self.client_list() else ""

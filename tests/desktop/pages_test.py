@@ -1,14 +1,11 @@
 #!/usr/bin/env python3
-"""The pages as a person uses them: by keyboard alone, with texts pasted into every field, and by drag and drop."""
+"""The pages as a person uses them: by keyboard alone, and with texts pasted into every field."""
 import unittest
 
 from case import DesktopCase, INFO, SETTINGS
 from clients import Owner, silent
 from desktop import wait_for
-from dragging import DragSource, DropTarget
-from screenreader import nodes
 
-PNG = b"\x89PNG\r\n\x1a\n" + bytes(40)
 DELETE = "Delete selected entries?"
 
 
@@ -85,53 +82,6 @@ class Fields(DesktopCase):
             self.desktop.key("space")
             self.pastes(result)
             self.newest_becomes(result)
-
-
-class DragAndDrop(DesktopCase):
-    DESKTOP = {"accessibility": True}
-    LISTS = (("Clip", "Clip-List"), ("Pad", "Pad-List"), ("ToDo", "ToDo-List"))
-
-    def drop(self, list_name, offers):
-        """Drops what another program offers on a list; whether that takes it."""
-        with DragSource(self.desktop.name, offers) as source:
-            return source.drop(self.window, *self.middle("list", list_name))
-
-    def test_texts_from_another_program(self):
-        self.start_reading("Clip")
-        refused = {"image/png": PNG}, {"text/uri-list": b"file:///etc/hosts\r\n"}
-        for page, name in self.LISTS:
-            if page != "Clip":
-                self.desktop.key(*["ctrl+Tab"] * {"Pad": 1, "ToDo": 3}[page])
-            before = {file: self.file(file) for file, _ in self.LISTS}
-            for offers in refused:
-                self.drop(name, offers)
-                self.assertEqual(before, {file: self.file(file) for file, _ in self.LISTS}, offers)
-            text = f"dropped ä on {name}"
-            self.assertTrue(self.drop(name, {"text/plain;charset=utf-8": text.encode(), "UTF8_STRING": text.encode()}))
-            wait_for("the entry", lambda: any(text in entry for entry in self.file(page)))
-            self.assertEqual(len(before[page]) + 1, len(self.file(page)))
-        self.next_copy_is_taken()
-
-    def drag(self, item):
-        """Drags a row of a list to another program and returns the text that it gets."""
-        with DropTarget(self.desktop.name, 20, 20) as target:
-            x, y = self.middle("list item", item)
-            hand = self.desktop.start(
-                "xdotool", "mousemove", x, y, "mousedown", 1, "mousemove", x - 20, y + 10, "sleep", 0.1, "mousemove",
-                60, 60, "sleep", 0.1, "mousemove", *target.middle, "sleep", 0.1, "mouseup", 1)
-            self.assertTrue(target.serve(lambda: target.dropped and hand.poll() is not None), "nothing was dropped")
-            return target.texts
-
-    def test_texts_to_another_program(self):
-        self.start_reading("Clip")
-        self.copy("a text\nof two lines")
-        self.assertEqual(["a text\nof two lines"], self.drag("a text↵of two lines"))
-        self.desktop.key("ctrl+Tab")
-        self.reader.tab_to("Pad-List")
-        self.desktop.key("Home", "shift+Down")
-        slots = [entry.partition("\r\n") for entry in self.file("Pad")[:2]]
-        self.assertEqual(["\r\n".join(text for _, _, text in slots)], self.drag(slots[0][0]))
-        self.next_copy_is_taken()
 
 
 if __name__ == "__main__":

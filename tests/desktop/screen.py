@@ -69,6 +69,11 @@ class Screen:
                 return window
         return None
 
+    def shown(self, title="Quillbox"):
+        """The same, if a person can see it."""
+        window = self.window(title)
+        return window if window and self.is_viewable(window) else None
+
     def title(self, window):
         """None for a window without one, or that has gone while we looked."""
         try:
@@ -164,11 +169,9 @@ class Screen:
 
     def show_window(self):
         """A click on the icon brings up the main window."""
-        window = self.window("Quillbox")
-        if not (window and self.is_viewable(window)):
+        if not self.shown():
             self.click_icon(1)
-        wait_for("the main window", lambda: (w := self.window("Quillbox")) and self.is_viewable(w))
-        return self.window("Quillbox")
+        return wait_for("the main window", self.shown)
 
     def close_box(self, window):
         """A click into the close box, as the window manager's decoration tells it."""
