@@ -3,7 +3,7 @@
 
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
-#include "x11/PlainSender.h"
+#include "x11/TestKeyboard.h"
 
 int main(int count, char** arguments) {
   if (count != 2) return 2;

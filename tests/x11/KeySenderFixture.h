@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "x11/KeyReceiver.h"
-#include "x11/PlainSender.h"
 #include "x11/TestKeyboard.h"
 
 namespace quillbox::test {

@@ -11,13 +11,20 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/x11/keys/XKeyConnection.h"
+#include "platform/x11/keys/XKeySender.h"
 #include "platform/x11/server/Xkb.h"
 
 namespace quillbox::test {
 
 inline void Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+
+// Of a sender whose program does nothing meanwhile, and has no windows unless it says so.
+inline XKeySender::Options Plain(XFocus::IsOurs isOurs = [](xcb_window_t) { return false; }) {
+  return {.display = {}, .pause = Sleep, .isOurs = std::move(isOurs)};
+}
 
 // The person's keyboard and what the system tells about it. Its destructor releases and unlocks everything.
 class TestKeyboard {
