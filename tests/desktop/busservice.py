@@ -44,6 +44,8 @@ class BusService:
         """The names are there."""
 
     def close(self):
+        if self.bus.is_closed():
+            return
         self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
         self.thread.join(5)
         self.bus.close_sync(None)

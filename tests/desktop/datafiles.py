@@ -69,7 +69,4 @@ def newest(desktop):
 
 def pad_file(*entries):
     """The bytes of a Pad file with these names and texts."""
-    lines = [f"{M} [PAD ENTRY FILE 4.31, DO NOT EDIT] {M}"]
-    for number, (name, text) in enumerate(entries):
-        lines += [f"{M} [PAD ENTRY {number}] {M}", name, text]
-    return b"\xef\xbb\xbf" + "\r\n".join([*lines, f"{M} [PAD ENTRY FILE END] {M}", ""]).encode()
+    return content("PAD", map("\r\n".join, entries))

@@ -16,6 +16,7 @@ import time
 import Xlib.display
 import Xlib.error
 
+from datafiles import pad_file
 from screen import PICTURES, Screen, wait_for  # noqa: F401
 
 PROGRAM = os.environ.get("QUILLBOX", "")
@@ -229,6 +230,11 @@ class Desktop(Screen):
         lines = "".join(f'"{name}"="{value}"\n' for name, value in intern.items())
         (folder / "user.reg").write_bytes(
             USED_BEFORE.format(user=pwd.getpwuid(self.user).pw_name, intern=lines).replace("\n", "\r\n").encode("cp1252"))
+
+    def script(self, keys):
+        """A Pad-List with nothing but a script, "Hello"."""
+        self.data.mkdir(parents=True, mode=0o700)
+        (self.data / "PadData.qbx").write_bytes(pad_file(("Hello", "{SCRIPT}" + keys)))
 
     def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""

@@ -4,15 +4,13 @@ import signal
 import subprocess
 import unittest
 
-import datafiles
 from case import DesktopCase
 from desktop import wait_for
 
 
 class Script(DesktopCase):
     def start(self, script):
-        self.desktop.data.mkdir(parents=True, mode=0o700)
-        (self.desktop.data / "PadData.qbx").write_bytes(datafiles.pad_file(("Hello", "{SCRIPT}" + script)))
+        self.desktop.script(script)
         self.desktop.start_program()
         self.typed = self.desktop.key_receiver()
 

@@ -110,6 +110,10 @@ class StatusNotifierHost(BusService):
         walk(layout[2])
         return found
 
+    def pick_entry(self, text):
+        """Of the item whose caption ends so."""
+        self.pick(next(number for number, shown in self.menu() if shown.get("label", "").endswith(text)))
+
     def pick(self, number):
         self.call(MENU, self.get("Menu"), "Event",
                   GLib.Variant("(isvu)", (number, "clicked", GLib.Variant("i", 0), 0)))

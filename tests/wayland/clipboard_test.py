@@ -59,8 +59,7 @@ class Sessions:
             owner = self.copy(f"copy {number}")
         self.assertEqual([f"copy {number}" for number in range(59, 9, -1)], self.entries())
 
-        item = next(item for item, shown in self.desktop.tray.menu() if shown.get("label", "").endswith("copy 57"))
-        self.desktop.tray.pick(item)
+        self.desktop.tray.pick_entry("copy 57")
         self.pastes("copy 57")
         self.newest_becomes("copy 57")
 

@@ -8,8 +8,6 @@ import unittest
 
 from sway import Sway, wait_for
 
-from datafiles import pad_file
-
 # Notes each byte that the terminal sends.
 RECORDER = """
 import os, sys, tty
@@ -37,8 +35,7 @@ class ScriptCase(unittest.TestCase):
         self.screen = Sway(xwayland=self.XWAYLAND)
         self.addCleanup(self.screen.close)
         self.screen.settings()
-        self.screen.data.mkdir(parents=True, mode=0o700)
-        (self.screen.data / "PadData.qbx").write_bytes(pad_file(("Hello", "{SCRIPT}" + script)))
+        self.screen.script(script)
         self.screen.program_environment = {"QUILLBOX_LOG": "1", **self.ENVIRONMENT}
         self.screen.start_program()
         self.typed = self.screen.folder / "typed"
@@ -51,9 +48,7 @@ class ScriptCase(unittest.TestCase):
         return terminal
 
     def pick(self):
-        number = next(number for number, properties in self.screen.tray.menu()
-                      if properties.get("label", "").endswith("Hello"))
-        self.screen.tray.pick(number)
+        self.screen.tray.pick_entry("Hello")
 
     def text(self):
         return self.typed.read_bytes().decode(errors="replace")

@@ -3,7 +3,6 @@ import unittest
 
 from desktop import Desktop, wait_for
 from portal import Portal
-from datafiles import pad_file
 from statusnotifier import StatusNotifierHost
 
 SHIFT, CONTROL, ENTER, TAB, LEFT = 0xFFE1, 0xFFE3, 0xFF0D, 0xFF09, 0xFF51
@@ -20,8 +19,7 @@ class PortalScripts(unittest.TestCase):
         self.addCleanup(self.screen.close)
         self.screen.environment.update(XDG_SESSION_TYPE="wayland", QUILLBOX_LOG="1")
         self.screen.settings()
-        self.screen.data.mkdir(parents=True, mode=0o700)
-        (self.screen.data / "PadData.qbx").write_bytes(pad_file(("Hello", "{SCRIPT}" + script)))
+        self.screen.script(script)
         self.bus = self.screen.environment["DBUS_SESSION_BUS_ADDRESS"]
         self.tray = StatusNotifierHost(self.bus)
         self.addCleanup(self.tray.close)
@@ -34,9 +32,7 @@ class PortalScripts(unittest.TestCase):
         return portal
 
     def pick(self):
-        number = next(number for number, properties in self.tray.menu()
-                      if properties.get("label", "").endswith("Hello"))
-        self.tray.pick(number)
+        self.tray.pick_entry("Hello")
 
     def fails_with(self, words):
         wait_for(words, lambda: words in self.screen.log("quillbox"))
