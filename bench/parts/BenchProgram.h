@@ -24,7 +24,6 @@ class WatchedCalls : public SystemCalls {
 
   std::atomic<int> renames{0};
   std::atomic<int> syncSeconds{0};
-  std::atomic<int> syncs{0};  // ended so far
 };
 
 // The whole program on real files and a real registry; clipboard, tray and windows are in memory. It has
@@ -40,7 +39,8 @@ class BenchProgram {
   }
   // So many different texts of that length, as if they had been copied one after another.
   void Fill(int rows, std::size_t length);
-  // Waits until what was written is on the disk: a measured write doesn't wait for the one before it.
+  // Sees what was written on the disk, as the program itself does a second later: a measured write doesn't
+  // wait for the one before it.
   void AwaitDisk();
   // A text of that length that no row has.
   Text NewText(std::size_t length);

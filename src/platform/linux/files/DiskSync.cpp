@@ -11,6 +11,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "platform/linux/files/AtomicFile.h"
 
@@ -18,6 +19,7 @@ namespace quillbox {
 namespace {
 
 constexpr std::chrono::seconds kLongestEnd{1};
+constexpr std::chrono::seconds kPause{1};
 
 void SyncPath(SystemCalls& calls, const std::string& path, int flags) {
   const int fd = calls.Open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags, 0);
@@ -88,12 +90,15 @@ void DiskSync::Run(const std::shared_ptr<State>& state) {
   for (;;) {
     state->changed.wait(lock, [&] { return state->ending || !state->waiting.empty(); });
     if (state->abandoned || state->waiting.empty()) break;
-    const std::string path = std::move(state->waiting.front());
-    state->waiting.pop_front();
-    lock.unlock();
-    SyncPath(*state->calls, path, 0);
-    SyncPath(*state->calls, FolderOf(path), O_DIRECTORY);
-    lock.lock();
+    for (std::deque<std::string> paths = std::exchange(state->waiting, {}); !paths.empty();
+         paths.pop_front()) {
+      if (state->abandoned) break;
+      lock.unlock();
+      SyncPath(*state->calls, paths.front(), 0);
+      SyncPath(*state->calls, FolderOf(paths.front()), O_DIRECTORY);
+      lock.lock();
+    }
+    state->changed.wait_for(lock, kPause, [&] { return state->ending; });
   }
   state->running = false;
   state->changed.notify_all();

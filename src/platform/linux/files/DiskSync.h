@@ -8,7 +8,8 @@
 namespace quillbox {
 
 // Brings written files to the disk on a thread of its own, so that a slow disk holds nobody up. The thread
-// starts with the first request and sleeps while there is none.
+// starts with the first request and sleeps while there is none. What comes within a second after a sync waits
+// for the end of that second, so that many quick writes of a file are one on the disk.
 class DiskSync {
  public:
   explicit DiskSync(std::shared_ptr<SystemCalls> calls);
