@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QSessionManager>
+#include <QTimer>
 
 #include "base/Utf8.h"
 #include "platform/qt/SessionPorts.h"
@@ -15,6 +16,7 @@ namespace {
 
 // A start on a slow clipboard doesn't wait longer to know whether there is a text on it.
 constexpr int kSettleMilliseconds = 300;
+constexpr int kPrepareMilliseconds = 500;
 // An end is not held up longer by whoever shall keep the clipboard's text.
 constexpr int kHandOverMilliseconds = 1000;
 
@@ -65,9 +67,8 @@ bool Program::Start() {
     FillHostMenu();
     return hostMenu_->Menu();
   };
-  windows_.MenuFor(frmTray_->menu.mnuBase).RightPressBeside = [this](const QPoint& place) {
-    trayIcon_.RightPressAt(place);
-  };
+  TrayMenuView& menu = windows_.MenuFor(frmTray_->menu.mnuBase);
+  menu.RightPressBeside = [this](const QPoint& place) { trayIcon_.RightPressAt(place); };
   frmTray_->Ended = [this] {
     messageBoxes_.CloseAll();
     QApplication::exit(0);
@@ -79,6 +80,10 @@ bool Program::Start() {
   keySender_->Recover();
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
+  // When all is there and nobody waits any more.
+  QTimer::singleShot(kPrepareMilliseconds, menu.Menu(), [this, &menu] {
+    if (!hostMenu_) menu.Prepare();
+  });
   return true;
 }
 
