@@ -38,6 +38,12 @@ inline bool NarrowAsciiBlock(const char16_t* from, char* to) {
   return true;
 }
 
+// Whether the block is ASCII and the same in both widths.
+inline bool IsSameAsciiBlock(const char* bytes, const char16_t* units) {
+  char16_t widened[kAsciiBlock];
+  return WidenAsciiBlock(bytes, widened) && std::memcmp(widened, units, sizeof widened) == 0;
+}
+
 // Copies characters from `from` (`count` are there) to `to` until one isn't ASCII; returns how many it
 // copied.
 inline std::size_t WidenAscii(const char* from, std::size_t count, char16_t* to) {

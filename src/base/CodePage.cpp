@@ -65,6 +65,17 @@ Text FromBytes(std::string_view bytes, Encoding encoding) {
   return encoding == Encoding::Utf8 ? FromLosslessUtf8(bytes) : FromSingleBytes(bytes);
 }
 
+bool AreBytesOf(std::string_view bytes, TextView text) {
+  if (bytes.size() != text.size()) return false;
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    while (bytes.size() - at >= kAsciiBlock && IsSameAsciiBlock(bytes.data() + at, text.data() + at))
+      at += kAsciiBlock;
+    if (at == bytes.size()) break;
+    if (CharacterOf(static_cast<unsigned char>(bytes[at])) != text[at]) return false;
+  }
+  return true;
+}
+
 std::string ToBytes(TextView text) {
   std::string bytes;
   if (AppendSingleBytes(bytes, text) && !bytes.starts_with(kUtf8Mark)) return bytes;

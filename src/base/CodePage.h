@@ -28,5 +28,7 @@ inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 // or a beginning is appended then.
 bool AppendBytes(std::string& bytes, TextView text, Encoding encoding);
 Text FromBytes(std::string_view bytes, Encoding encoding);
+// Whether these are the single bytes of `text`.
+bool AreBytesOf(std::string_view bytes, TextView text);
 
 }  // namespace quillbox

@@ -1,36 +1,44 @@
 #pragma once
 
 #include <memory>
-#include <utility>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "base/Text.h"
 
 namespace quillbox {
 
-// A text that is never changed, only replaced, so that a row, its slot and whoever shows it hold it once. An
-// empty text holds no memory.
+// A text that is never changed, only replaced, so that a row, its slot and whoever shows it hold it once: as
+// its single bytes of Windows-1252 where it has no other characters, which is half the memory and what the
+// data files hold. An empty text holds no memory.
 class SharedText {
  public:
   SharedText() = default;
-  SharedText(Text text) : text_(text.empty() ? nullptr : std::make_shared<const Text>(std::move(text))) {}
-  explicit SharedText(TextView text) : SharedText(Text(text)) {}
-  SharedText(const char16_t* text) : SharedText(Text(text)) {}
+  SharedText(const Text& text) : SharedText(TextView(text)) {}
+  SharedText(const char16_t* text) : SharedText(TextView(text)) {}
+  explicit SharedText(TextView text);
 
-  const Text& Get() const { return text_ ? *text_ : Empty(); }
-  operator const Text&() const { return Get(); }
-  bool IsEmpty() const { return !text_; }
-  std::size_t Length() const { return text_ ? text_->size() : 0; }
+  // At most the first `most` units; made at each call.
+  Text Get(std::size_t most = Text::npos) const;
+  operator Text() const { return Get(); }
+  bool Is(TextView text) const;
+  bool IsEmpty() const { return !body_; }
+  std::size_t Length() const { return body_ ? body_->bytes.size() + body_->text.size() : 0; }
+  // Nothing if it has a character that isn't in Windows-1252. Valid as long as the text.
+  std::optional<std::string_view> SingleBytes() const;
 
   friend bool operator==(const SharedText& a, const SharedText& b) {
-    return a.text_ == b.text_ || SameText(a.Get(), b.Get());
+    if (a.body_ == b.body_) return true;
+    return a.body_ && b.body_ && a.body_->bytes == b.body_->bytes && SameText(a.body_->text, b.body_->text);
   }
 
  private:
-  static const Text& Empty() {
-    static const Text empty;
-    return empty;
-  }
-  std::shared_ptr<const Text> text_;
+  struct Body {
+    std::string bytes;
+    Text text;  // empty where the bytes say it all
+  };
+  std::shared_ptr<const Body> body_;
 };
 
 }  // namespace quillbox

@@ -15,11 +15,11 @@ namespace {
 constexpr std::size_t kMaxTip = 255;
 constexpr std::size_t kCutTip = 250;
 
-Text TipOf(TextView entry) {
-  // No character becomes less than one: what lies further behind decides nothing.
-  Text tip = ReplaceAll(entry.substr(0, kMaxTip + 1), u"&", u"&&");
-  const Text beginning = AsciiUpper(TextView(tip).substr(0, 3));
-  if (beginning == u"<C>" || beginning == u"<R>") tip.insert(0, 1, u' ');
+// No character becomes less than one: what lies behind the first kMaxTip + 1 decides nothing.
+Text TipOf(TextView beginning) {
+  Text tip = ReplaceAll(beginning, u"&", u"&&");
+  const Text mark = AsciiUpper(TextView(tip).substr(0, 3));
+  if (mark == u"<C>" || mark == u"<R>") tip.insert(0, 1, u' ');
   if (tip.size() <= kMaxTip) return tip;
   return Text(CutTo(tip, kCutTip)).append(u"\r\n...");
 }
@@ -98,8 +98,9 @@ void ClipPage::List2_GotFocus() {
 }
 
 void ClipPage::Label7_Change() {
-  Label7.SetToolTipText(
-      HasCurrentRow(clip_.List2) ? TipOf(clip_.ClipEntries(clip_.List2.GetListIndex()).Get()) : Text());
+  Label7.SetToolTipText(HasCurrentRow(clip_.List2)
+                            ? TipOf(clip_.ClipEntries(clip_.List2.GetListIndex()).Get(kMaxTip + 1))
+                            : Text());
 }
 
 void ClipPage::Label7_DblClick() {

@@ -21,7 +21,7 @@ void ClipWatcher::TimerAktion() {
   try {
     const TextView whole = clipboard_.Read();
     const TextView text = CutTo(whole, limits::kEntryLength);
-    if (SameText(text, clip_.ClipEntries(0).Get())) {
+    if (clip_.ClipEntries(0).Is(text)) {
       Blink();
     } else {
       TakeChange(text, text.size() < whole.size());
@@ -33,7 +33,7 @@ void ClipWatcher::TimerAktion() {
 void ClipWatcher::TakeChange(TextView view, bool truncated) {
   const SharedText text(view);
   const int maximum = settings_.Read(setting::kClipEntriesMax);
-  const int duplicate = clip_.FindBelowTop(text.Get());
+  const int duplicate = clip_.FindBelowTop(view);
   if (duplicate >= 0) {
     clip_.DeleteEntry2(duplicate);
   } else if (maximum < clip_.List2.GetListCount() && !clip_.ClipEntries(0).IsEmpty()) {
@@ -75,7 +75,7 @@ void ClipWatcher::Blink() {
 bool ClipWatcher::NothingToDo() {
   if (IconBlinkStep != 0) return false;
   try {
-    return SameText(CutTo(clipboard_.Read(), limits::kEntryLength), clip_.ClipEntries(0).Get());
+    return clip_.ClipEntries(0).Is(CutTo(clipboard_.Read(), limits::kEntryLength));
   } catch (const RuntimeError&) {
     // What can't be opened now tells us when it can.
     return true;

@@ -94,8 +94,7 @@ void PadPage::EmptyFields() {
 bool PadPage::FieldsAreKept() const {
   if (Text101.GetText().empty()) return Text3.GetText().empty() || Text3.GetText() == PadList::kNoName;
   return LastRow(pad_.List1, 0, [this](int row) {
-           return SameText(pad_.PadEntries(row).Get(), Text101.GetText()) &&
-                  SameText(pad_.List1.GetList(row).Get(), Text3.GetText());
+           return pad_.PadEntries(row).Is(Text101.GetText()) && pad_.List1.GetList(row).Is(Text3.GetText());
          }) >= 0;
 }
 
@@ -230,7 +229,7 @@ void PadPage::Label13_DblClick() {
 bool PadPage::Updates(int row) const {
   if (Command101.GetCaption() != u"Update" || pad_.List1.GetListCount() == 0) return false;
   // Without a current row the fields can only stand for an entry whose use has moved it to the top.
-  return HasCurrentRow(pad_.List1) || pad_.PadEntries(row).Get() == Text101.GetText();
+  return HasCurrentRow(pad_.List1) || pad_.PadEntries(row).Is(Text101.GetText());
 }
 
 void PadPage::Command101_Click() {

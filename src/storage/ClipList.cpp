@@ -28,7 +28,7 @@ void ClipList::ReplaceTop(const SharedText& text) {
 }
 
 int ClipList::FindBelowTop(TextView text) const {
-  return LastRow(List2, 1, [&](int row) { return SameText(ClipEntries(row).Get(), text); });
+  return LastRow(List2, 1, [&](int row) { return ClipEntries(row).Is(text); });
 }
 
 }  // namespace quillbox

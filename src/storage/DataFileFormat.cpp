@@ -1,9 +1,18 @@
 #include "storage/DataFileFormat.h"
 
+#include <utility>
+
 #include "base/RuntimeError.h"
 #include "core/settings/Version.h"
 
 namespace quillbox {
+
+namespace {
+
+// As much as stays near the processor on its way to the disk.
+constexpr std::size_t kPieceBytes = 48 * 1024;
+
+}  // namespace
 
 Text MarkerLines::Between(TextView inner) const {
   Text line = marker_;
@@ -22,14 +31,30 @@ Text MarkerLines::Entry(int number) const {
 
 Text MarkerLines::End() const { return Between(u" ENTRY FILE END"); }
 
-LineWriter::LineWriter(Encoding encoding, std::size_t expected) : encoding_(encoding) {
-  bytes_.reserve(expected);
-  if (encoding == Encoding::Utf8) bytes_ = kUtf8Mark;
+LineWriter::LineWriter(Encoding encoding, std::function<void(std::string_view)> put)
+    : encoding_(encoding), put_(std::move(put)) {
+  piece_.reserve(2 * kPieceBytes);
+  if (encoding == Encoding::Utf8) piece_ = kUtf8Mark;
 }
 
+LineWriter::~LineWriter() { put_(piece_); }
+
 void LineWriter::Line(TextView text) {
-  fits_ = fits_ && AppendBytes(bytes_, text, encoding_);
-  bytes_ += "\r\n";
+  AppendBytes(piece_, text, encoding_);
+  EndLine();
+}
+
+void LineWriter::Entry(const SharedText& text) {
+  if (encoding_ == Encoding::Utf8) return Line(text.Get());
+  piece_ += *text.SingleBytes();
+  EndLine();
+}
+
+void LineWriter::EndLine() {
+  piece_ += "\r\n";
+  if (piece_.size() < kPieceBytes) return;
+  put_(piece_);
+  piece_.clear();
 }
 
 LineReader::LineReader(std::string_view bytes)

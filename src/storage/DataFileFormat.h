@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/CodePage.h"
+#include "base/SharedText.h"
 #include "base/Text.h"
 
 namespace quillbox {
@@ -26,20 +27,24 @@ class MarkerLines {
   Text marker_;
 };
 
-// A file that is being put together, line by line.
+// A file that is being written line by line, and handed on in pieces.
 class LineWriter {
  public:
-  // `expected`: bytes that it will about need.
-  LineWriter(Encoding encoding, std::size_t expected);
+  LineWriter(Encoding encoding, std::function<void(std::string_view)> put);
+  ~LineWriter();
+  LineWriter(const LineWriter&) = delete;
+  LineWriter& operator=(const LineWriter&) = delete;
+
+  // With single bytes the texts have no character that isn't in Windows-1252.
   void Line(TextView text);
-  // False once a text had a character that the encoding lacks.
-  bool Fits() const { return fits_; }
-  const std::string& Bytes() const { return bytes_; }
+  void Entry(const SharedText& text);
 
  private:
+  void EndLine();
+
   Encoding encoding_;
-  std::string bytes_;
-  bool fits_ = true;
+  std::function<void(std::string_view)> put_;
+  std::string piece_;
 };
 
 // A file's lines, each ended by a carriage return, or one with a line feed; a line feed alone stays in the

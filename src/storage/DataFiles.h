@@ -46,11 +46,12 @@ class DataFiles {
   bool Exists(const Text& path) const { return files_.Exists(path); }
 
  private:
-  // `length`: units of the texts together, so that the file is put together in one piece of memory.
-  void Save(const DataFileKind& kind, int rows, std::size_t length,
+  // `singleBytes`: all texts are in Windows-1252, and so is the file.
+  void Save(const DataFileKind& kind, bool singleBytes,
             const std::function<void(LineWriter&)>& appendEntries);
-  // A slot's text, cut in memory too where it is longer than a text may be.
-  const SharedText& Cut(EntrySlots& slots, int index);
+  // Cuts the first `rows` texts, in memory too, where they are longer than a text may be. Whether all of them
+  // are in Windows-1252.
+  static bool CutAll(EntrySlots& slots, int rows);
 
   PadList& pad_;
   ClipList& clip_;

@@ -23,7 +23,7 @@ void PadList::RemoveAll() {
 }
 
 int PadList::FindText(TextView text) const {
-  return LastRow(List1, 0, [&](int row) { return SameText(PadEntries(row).Get(), text); });
+  return LastRow(List1, 0, [&](int row) { return PadEntries(row).Is(text); });
 }
 
 }  // namespace quillbox

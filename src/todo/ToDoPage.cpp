@@ -71,7 +71,7 @@ bool ToDoPage::PutIn(int old) {
   const Text text = Text1.GetText();
   const bool update = old >= 0;
   const int others = List3.GetListCount() - (update ? 1 : 0);
-  int duplicate = LastRow(List3, 0, [&](int row) { return row != old && List3.GetList(row).Get() == text; });
+  int duplicate = LastRow(List3, 0, [&](int row) { return row != old && List3.GetList(row).Is(text); });
   const bool full = duplicate < 0 && others > settings_.Read(setting::kToDoEntriesMax);
   if (full && !MayDeleteOldest()) return false;
   if (update) {

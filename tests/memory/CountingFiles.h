@@ -12,8 +12,8 @@ class CountingFiles : public Files {
   bool Exists(const Text& path) override { return files_.Exists(path); }
   std::string Read(const Text& path) override { return files_.Read(path); }
   void MakeFolder(const Text& path) override { files_.MakeFolder(path); }
-  void Write(const Text& path, const std::string& content) override {
-    files_.Write(path, content);
+  void WritePieces(const Text& path, const Content& content) override {
+    files_.WritePieces(path, content);
     ++writes_[path.substr(path.rfind(u'/') + 1)];
   }
   void Rename(const Text& from, const Text& to) override { files_.Rename(from, to); }

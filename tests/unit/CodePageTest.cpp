@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/CodePage.h"
+#include "base/SharedText.h"
 
 namespace quillbox {
 namespace {
@@ -43,6 +44,32 @@ TEST(CodePage, OneForeignCharacterMakesTheWholeTextUtf8) {
     for (char16_t& unit : text) unit = static_cast<char16_t>(random() % (random() % 8 == 0 ? range : 0x80));
     ASSERT_EQ(FromBytes(ToBytes(text)), text);
   }
+}
+
+// What is kept as bytes reads as it was, and is like no other text.
+TEST(SharedText, IsTheTextItWasMadeOf) {
+  const Text texts[] = {u"",
+                        u"a",
+                        u"\u20AC",
+                        u"\u0080",
+                        u"\u0081",
+                        u"0123456789abcdef0123456789abcdef\u00FC0123456789abcdef",
+                        u"0123456789abcdef0123456789abcdef\u20AC0123456789abcdef",
+                        u"0123456789abcdef0123456789abcdef\u00800123456789abcdef",
+                        u"0123456789abcdef0123456789abcdef\u00FC0123456789abcdeg",
+                        u"0123456789abcdef0123456789abcdef\u03B10123456789abcdef"};
+  for (const Text& text : texts) {
+    const SharedText shared(text);
+    EXPECT_EQ(shared.Get(), text);
+    EXPECT_EQ(shared.Get(33), text.substr(0, 33));
+    EXPECT_EQ(shared.Length(), text.size());
+    for (const Text& other : texts) {
+      EXPECT_EQ(shared.Is(other), text == other);
+      EXPECT_EQ(shared == SharedText(other), text == other);
+    }
+  }
+  EXPECT_TRUE(SharedText(texts[6]).SingleBytes());
+  EXPECT_FALSE(SharedText(texts[7]).SingleBytes());
 }
 
 }  // namespace

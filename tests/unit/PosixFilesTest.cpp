@@ -215,6 +215,10 @@ TEST_F(PosixFilesTest, ContentComesBackByteByByte) {
     files.Write(path, written);
     EXPECT_EQ(files.Read(path), written);
   }
+  files.WritePieces(path, [](const Files::Put& put) {
+    for (const char* piece : {"one", "", "two"}) put(piece);
+  });
+  EXPECT_EQ(files.Read(path), "onetwo");
   files.Rename(path, In("renamed"));
   EXPECT_FALSE(files.Exists(path));
   EXPECT_TRUE(files.Exists(In("renamed")));

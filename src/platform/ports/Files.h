@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "base/RuntimeError.h"
 #include "base/Text.h"
@@ -16,10 +18,16 @@ class Files {
   virtual std::string Read(const Text& path) = 0;
   // Creates a folder, one level, if it doesn't exist.
   virtual void MakeFolder(const Text& path) = 0;
+  // Hands a file's content over, piece by piece.
+  using Put = std::function<void(std::string_view piece)>;
+  using Content = std::function<void(const Put& put)>;
   // Replaces the file's content as one step: every reader, and a crash at any moment, finds the old content
   // or the new. Returns when readers find the new one; what a power cut keeps follows without holding the
   // caller up.
-  virtual void Write(const Text& path, const std::string& content) = 0;
+  virtual void WritePieces(const Text& path, const Content& content) = 0;
+  void Write(const Text& path, std::string_view whole) {
+    WritePieces(path, [whole](const Put& put) { put(whole); });
+  }
   // Gives the file another name beside it, replacing what has that name.
   virtual void Rename(const Text& from, const Text& to) = 0;
 };

@@ -29,10 +29,10 @@ Text PrefixOf(Prefix kind, int k) {
   return prefix.append(u":  ");
 }
 
-Text Caption(Prefix kind, int k, TextView text, double limit) {
+Text Caption(Prefix kind, int k, const SharedText& text, double limit) {
   const auto kept = static_cast<std::size_t>(NearestWhole(limit));
   // No character becomes less than one: what lies further behind decides nothing.
-  const Text beautiful = TrayMenu::TextBeautify(text.substr(0, kept + 3));
+  const Text beautiful = TrayMenu::TextBeautify(text.Get(kept + 3));
   Text caption = PrefixOf(kind, k);
   // Up to two more stay whole: the dots would make it no shorter.
   if (static_cast<double>(beautiful.size()) <= limit + 2) return caption.append(beautiful);
@@ -45,7 +45,7 @@ template <class TextOf>
 void Build(std::deque<MenuItem>& items, Prefix kind, double shown, double length, const TextOf& textOf) {
   for (int k = 1; k <= static_cast<int>(items.size()); ++k) {
     MenuItem& item = items[k - 1];
-    const Text* const text = k <= shown ? textOf(k) : nullptr;
+    const SharedText* const text = k <= shown ? textOf(k) : nullptr;
     if (text) item.SetCaption(Caption(kind, k, *text, length));
     item.SetVisible(text != nullptr);
   }
@@ -115,7 +115,7 @@ void TrayMenu::AktualisiereContextMnu() {
   // The first item shows the clipboard's state, even an empty one.
   const auto textOf = [&](int k) {
     const SharedText& text = clip_.ClipEntries(k - 1);
-    return k == 1 || !text.IsEmpty() ? &text.Get() : nullptr;
+    return k == 1 || !text.IsEmpty() ? &text : nullptr;
   };
   Build(mnuClip, Prefix::Mnemonic, shown.normal, shown.normalLength, textOf);
   Build(mnuClipSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, textOf);
@@ -127,10 +127,10 @@ void TrayMenu::AktualisiereContextMnu2() {
   const bool any = (shown.normal != 0 || shown.collapsed != 0) && pad_.List1.GetListCount() > 0;
   mnuTrennlinie5.SetVisible(any);
   mnuPads.SetVisible(any && shown.collapsed != 0);
-  const auto nameOf = [&](int k) -> const Text* {
+  const auto nameOf = [&](int k) -> const SharedText* {
     if (k > pad_.List1.GetListCount()) return nullptr;
     const SharedText& name = pad_.List1.GetList(k - 1);
-    return name.IsEmpty() ? nullptr : &name.Get();
+    return name.IsEmpty() ? nullptr : &name;
   };
   Build(mnuPad, Prefix::Plain, shown.normal, shown.normalLength, nameOf);
   Build(mnuPadSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, nameOf);

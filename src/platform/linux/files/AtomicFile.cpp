@@ -128,6 +128,10 @@ int ReadWholeFile(SystemCalls& calls, const std::string& path, std::size_t maxBy
 }
 
 int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content) {
+  return ReplaceFile(calls, path, [content](const PutPiece& put) { put(content); });
+}
+
+int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPiece&)>& content) {
   if (path.empty()) return ENOENT;
   if (const int error = ResolveLinks(path)) return error;
   if (const int error = CheckTarget(path)) return error;
@@ -138,7 +142,15 @@ int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content)
   const int fd = OpenTemporary(calls, folder, temporary);
   if (fd < 0) return errno;
   int error = SetMode(calls, fd);
-  if (error == 0) error = WriteAll(calls, fd, content);
+  try {
+    content([&](std::string_view piece) {
+      if (error == 0) error = WriteAll(calls, fd, piece);
+    });
+  } catch (...) {
+    calls.Close(fd);
+    calls.Remove(temporary.c_str());
+    throw;
+  }
   // A network file system may tell only here that the content did not fit.
   if (calls.Close(fd) != 0 && errno != EINTR && error == 0) error = errno;
   if (error == 0 && calls.Rename(temporary.c_str(), path.c_str()) != 0) error = errno;

@@ -51,7 +51,7 @@ void PosixFiles::MakeFolder(const Text& path) {
   Check(quillbox::MakeFolder(bytes, false), bytes);
 }
 
-void PosixFiles::Write(const Text& path, const std::string& content) {
+void PosixFiles::WritePieces(const Text& path, const Content& content) {
   std::string bytes = PathBytes(path);
   const int error = ReplaceFile(*calls_, bytes, content);
   // A file that isn't there can't be missing when it is written: the folder is.

@@ -24,7 +24,7 @@ class PosixFiles : public Files {
   // Regular files of at most 1 GiB.
   std::string Read(const Text& path) override;
   void MakeFolder(const Text& path) override;
-  void Write(const Text& path, const std::string& content) override;
+  void WritePieces(const Text& path, const Content& content) override;
   void Rename(const Text& from, const Text& to) override;
 
  private:

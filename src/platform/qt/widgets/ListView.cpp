@@ -21,8 +21,9 @@ namespace {
 constexpr std::size_t kMostShown = 400;
 constexpr QChar kLineBreakSign(u'\u21B5');
 
-QString InOneLine(TextView text) {
-  QString line = ToQt(CutTo(text, kMostShown));
+QString InOneLine(const SharedText& text) {
+  // One more decides whether the last one is half of a character.
+  QString line = ToQt(CutTo(text.Get(kMostShown + 1), kMostShown));
   line.replace(QStringLiteral("\r\n"), QString(kLineBreakSign));
   for (QChar& unit : line) {
     if (unit == u'\n' || unit == u'\r' || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator) {
@@ -31,7 +32,7 @@ QString InOneLine(TextView text) {
       unit = u' ';
     }
   }
-  if (text.size() > kMostShown) line += QChar(u'\u2026');
+  if (text.Length() > kMostShown) line += QChar(u'\u2026');
   return line;
 }
 
@@ -44,7 +45,7 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
   const int row = list_.RowAt(index.row());
   switch (role) {
     case Qt::DisplayRole:
-      return InOneLine(list_.GetList(row).Get());
+      return InOneLine(list_.GetList(row));
     case Qt::CheckStateRole:
       if (list_.HasCheckBoxes()) return list_.GetSelected(row) ? Qt::Checked : Qt::Unchecked;
       return {};
