@@ -92,26 +92,23 @@ std::string WithoutEscapes(std::string_view value) {
   return text;
 }
 
+// What every entry of ours begins with.
+std::string Beginning() { return std::string(kGroup).append("\nType=Application\nName=Quillbox\n"); }
+
 }  // namespace
 
 std::string Autostart(std::string_view program) {
-  return std::string(kGroup) +
-         "\nType=Application"
-         "\nName=Quillbox"
-         "\nComment=Keeps what was copied, and notes, tasks and a calculator at hand"
-         "\nExec=" +
-         Argument(program) +
-         "\nIcon=quillbox"
-         "\nTerminal=false"
-         "\nX-GNOME-Autostart-enabled=true\n";
+  std::string entry = Beginning();
+  entry += "Comment=Keeps what was copied, and notes, tasks and a calculator at hand\nExec=";
+  entry += Argument(program);
+  entry +=
+      "\nIcon=quillbox"
+      "\nTerminal=false"
+      "\nX-GNOME-Autostart-enabled=true\n";
+  return entry;
 }
 
-std::string Hidden() {
-  return std::string(kGroup) +
-         "\nType=Application"
-         "\nName=Quillbox"
-         "\nHidden=true\n";
-}
+std::string Hidden() { return Beginning().append("Hidden=true\n"); }
 
 bool IsHidden(std::string_view entry) { return ValueOf(entry, "Hidden") == "true"; }
 
