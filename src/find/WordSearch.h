@@ -21,7 +21,7 @@ class WordSearch {
  private:
   FoldTable& folds_;
   std::vector<Text> words_;
-  Text folded_;  // the texts that are searched; kept from one to the next for its memory
+  Folded folded_;  // the texts that are searched; from one to the next it keeps its memory
 };
 
 }  // namespace quillbox
