@@ -12,6 +12,21 @@ DELETE = "Delete selected entries?"
 class Keyboard(DesktopCase):
     DESKTOP = {"accessibility": True}
 
+    def test_find(self):
+        self.start_reading("Clip")
+        self.copy("Größe 42", "fourth", "fifth")
+        self.reader.tab_to("Clip-List")
+        self.desktop.type("gros")
+        wait_for("what is found", lambda: self.shown("list item") == ["Größe 42"])
+        self.assertIn(f"1 of {len(self.file('Clip'))}", self.shown("label"))
+        self.desktop.key("Return")
+        self.pastes("Größe 42")
+        self.desktop.key("Escape")
+        wait_for("all of the list", lambda: "fifth" in self.shown("list item"))
+
+    def shown(self, role):
+        return [node["name"] for node, _ in nodes(self.reader.window("Quillbox")) if node["role"] == role]
+
     def test_pad(self):
         self.start_reading("Pad")
         before = self.file("Pad")

@@ -17,14 +17,15 @@ bool IsAccent(char32_t character) {
   return (place >= 10 && place <= 36) || place >= 200;
 }
 
-// Letters with a stroke and their like, which Unicode takes for letters of their own; and what a person types
+// Letters that Unicode takes for letters of their own, or Qt folds into themselves; and what a person types
 // who has no key for them.
 struct Likeness {
   char16_t letter;
   const char16_t* typed;
 };
-constexpr Likeness kLikenesses[] = {{u'ø', u"o"}, {u'ł', u"l"}, {u'đ', u"d"},  {u'ħ', u"h"},  {u'ŧ', u"t"},
-                                    {u'ı', u"i"}, {u'ð', u"d"}, {u'þ', u"th"}, {u'æ', u"ae"}, {u'œ', u"oe"}};
+constexpr Likeness kLikenesses[] = {{u'ß', u"ss"}, {u'ø', u"o"},  {u'ł', u"l"}, {u'đ', u"d"},
+                                    {u'ħ', u"h"},  {u'ŧ', u"t"},  {u'ı', u"i"}, {u'ð', u"d"},
+                                    {u'þ', u"th"}, {u'æ', u"ae"}, {u'œ', u"oe"}};
 
 }  // namespace
 
