@@ -27,13 +27,14 @@ ListFind::ListFind(const Place& place, std::string_view name, std::string_view l
   field.Change = [this] { Field_Change(); };
   field.KeyDown = [this](KeyEvent& key) { Field_KeyDown(key); };
   list_.KeyPress = [this](char16_t& character) { List_KeyPress(character); };
-  list_.ShownChanged = [this] { FollowRows(); };
+  list_.RowsChange = [this] { FollowRows(); };
 }
 
 void ListFind::Open() {
   field.SetVisible(true);
   shown.SetVisible(true);
   field.SetText(u"");
+  ShowCount();
   field.SetFocus();
 }
 
@@ -114,8 +115,8 @@ void ListFind::Type(char16_t character) {
 }
 
 void ListFind::FollowRows() {
-  if (std::exchange(follows_, true)) return;
-  // Not before the entry stands whole, its text in the slot of its row.
+  // Later, when an entry that comes in stands whole, its text in the slot of its row.
+  if (!field.GetVisible() || std::exchange(follows_, true)) return;
   field.Owner().GetDispatcher().Post([this] {
     follows_ = false;
     ShowCount();
@@ -123,12 +124,8 @@ void ListFind::FollowRows() {
 }
 
 void ListFind::ShowCount() {
-  Text count;
-  if (list_.IsFiltered()) {
-    count = Decimal(list_.ShownCount());
-    count.append(u" of ").append(Decimal(list_.GetListCount()));
-  }
-  shown.SetCaption(count);
+  Text count = Decimal(list_.ShownCount());
+  shown.SetCaption(count.append(u" of ").append(Decimal(list_.GetListCount())));
 }
 
 }  // namespace quillbox

@@ -21,7 +21,7 @@ class ListFind {
            FoldTable& folds, Search search);
 
   TextBox field;  // the words
-  Label shown;    // how many rows they leave, "3 of 100"; empty without words
+  Label shown;    // how many rows they leave: "3 of 100"
 
   // Opens the field, or empties the open one, and gives it the focus.
   void Open();

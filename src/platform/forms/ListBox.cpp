@@ -22,7 +22,7 @@ void ListBox::RowsChanged() {
   top_ = std::clamp(top_, 0, std::max(0, GetListCount() - 1));
   ++rowsRevision_;
   Touch();
-  if (filter_) Raise(ShownChanged);
+  Raise(RowsChange);
 }
 
 const SharedText& ListBox::GetList(int row) const {

@@ -79,8 +79,8 @@ class ListBox : public Control {
   void TakeKey(const KeyEvent& key) { OwnKey(key, 0); }
 
   Event<int> ItemCheck;
-  // In a filtered list rows have come, gone or moved.
-  Event<> ShownChanged;
+  // Rows have come, gone or moved; an entry that comes in may not be whole yet.
+  Event<> RowsChange;
   // The data to be dragged, the selected rows at first; the handler may replace it.
   Event<Text&> OLEStartDrag;
 
