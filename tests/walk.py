@@ -4,7 +4,8 @@
 The seed is printed; with it the same walk is made again. The hands:
   program   all pages, dialogs and the tray menu, other programs' copies, restarts, what comes in while a box or the
             typing of keys is under way, settings that no dialog stores, files and a registry that can't be written.
-            Rows, slots, files and menu hold the same entries, and no step loses an entry that it has no right to
+            Rows, slots, files and menu hold the same entries, and no step loses an entry that it has no right to.
+            Find hides rows: these are neither selected nor current, no deletion takes one, none gets another name
   calc      the calculator: what its state says of itself, and results that are numbers
   damage    data files cut off, changed or full of noise: what was closed before the damage stands
   lines     anything at all as a request: each line has its answer
@@ -27,10 +28,12 @@ INTERN, EXTERN, ENTRY = (r"Software\Norvane\Quillbox\user" + "\\" + key for key 
 SET = f"reg.set HKCU {INTERN}"
 CLIP, PAD, TODO = LISTS = "frmTray.List2", "frmTray.List1", "frmTray.List3"
 ALL, BELOW = "{%s|%s|%s}" % LISTS, "{%s|%s}" % LISTS[1:]
+FIND = "{frmTray.FindClip|frmTray.FindPad}"
 FILES = dict(zip(("PadData.qbx", "ClipData.qbx", "ToDoData.qbx"), ("PAD", "CLIP", "TODO")))
 MAXIMA = ("PermEntriesMax", "ClipEntriesMax", "ToDoEntriesMax")
 MARK = "½" * 5
 ANY = 1000  # any number of entries
+SEEN = 999  # any number of those that find doesn't hide
 
 
 class Hand:
@@ -111,13 +114,15 @@ class Hand:
         return self.file(file) == datafiles.content(FILES[file], map("\r\n".join, entries))
 
 
-Lists = collections.namedtuple("Lists", "names pads clips tasks marks")
+Lists = collections.namedtuple("Lists", "names pads clips tasks marks hidden")  # hidden: clips, pads with names
 
 # Share; how many clips, pads and tasks may go, None where an entry is put on the clipboard; what is done.
 DEEDS = (
     (18, (1, 0, 0), ("clip.clear", "clip.picture", "clip.secret", "clip.lock #2", "clip.set @", *3 * ("clip.set @ ; advance #600",))),
     (12, None, ("pick mnuClip{|Sub}#1-10", "pick mnuPad{|Sub}#1-10", f"dblrow {CLIP} #10", f"dblrow {PAD} #10",
-                f"key {{{CLIP}|{PAD}}} Enter", "click frmTray.Command102")),
+                f"key {{{CLIP}|{PAD}}} Enter", "click frmTray.Command102", f"key {FIND} Enter")),
+    (8, (0, 0, 0), ("find frmTray", f"type {{{CLIP}|{PAD}}} {{t|E|6}}", f"settext {FIND} {{t|ex|NAME|grosse|o_e|6}}",
+                    f"key {FIND} {{Home|End|Up|Down|PageUp|PageDown|Escape}}")),
     (5, (0, 0, 0), ("spin frmTray.UpDown{1|2} {up|down}",
                     f"key {BELOW} {{Home|End|Up|Down|Left|Right|PageUp|PageDown}} ctrl")),
     (5, None, (f"key {CLIP} {{Home|End|Up|Down|Left|Right|PageUp|PageDown}} {{|ctrl}}",
@@ -132,7 +137,7 @@ DEEDS = (
     (2, (0, 0, ANY), ("click frmTray.Command{103|104|6|4|5}",)),  # to the tray, which may drop the tasks that are done
     (1, (0, 0, 0), (f"{{drop|dropother}} {CLIP} dropped",)),
     (2, (1, 0, ANY), ("pick mnuClear", "click frmTray.Command000")),
-    (2, (ANY, ANY, ANY), ("answer {6|7|7|7|7} ; click frmTray.Command{003|105|3}",
+    (2, (SEEN, SEEN, ANY), ("answer {6|7|7|7|7} ; click frmTray.Command{003|105|3}",
                           f"answer 6 {{6|7|7|7|7}} ; key {ALL} Delete")),
     # The text that was there before, and on Yes the oldest of a full list.
     (5, (0, 0, 2), ("settext frmTray.Text1 {|True|task_#20|größer} ; click frmTray.Command2",
@@ -167,7 +172,8 @@ SETTINGS = (
 LOOK = " ; ".join((f"get {PAD} List", "slots PadEntries", f"get {CLIP} List", "slots ClipEntries", f"get {TODO} List",
                    f"get {TODO} Selected", "during", "boxes", "keys", "get frmTray.Timer1 Enabled",
                    *(f"writes {file}" for file in FILES),
-                   *(f"reg.get HKCU {INTERN} {key}" for key in (*MAXIMA, "CutURL", "AutoRefresh"))))
+                   *(f"reg.get HKCU {INTERN} {key}" for key in (*MAXIMA, "CutURL", "AutoRefresh")),
+                   *(f"get {each} {what}" for each in (CLIP, PAD) for what in ("Shown", "Selected", "ListIndex"))))
 
 
 class Program(Hand):
@@ -194,7 +200,7 @@ class Program(Hand):
         got = self.ask(LOOK)
         names, pads, clips, slots, tasks, marks, came, _, _, polls = got[:10]
         self.writes = dict(zip(FILES, (int(value[0]) for value in got[10:13])))
-        *limits, cut, self.refresh = (value[1] if value[0] == "1" and value[1] else None for value in got[13:])
+        *limits, cut, self.refresh = (value[1] if value[0] == "1" and value[1] else None for value in got[13:18])
         self.armed -= len(came)
         self.came = len(came) > 0
         self.limits = dict(zip(FILES, (int(value or "49") + 1 for value in limits)))
@@ -204,7 +210,12 @@ class Program(Hand):
         self.wants("clip rows and slots", clips == slots[:len(clips)], clips, slots)
         rest = slots[len(clips):] + pads[len(names):]
         self.wants("a slot without a row", self.leftovers or not any(rest), slots, pads)
-        return Lists(names, pads[:len(names)], clips, tasks, [str(mark == "1") for mark in marks])
+        hidden = []
+        for rows, (shown, selected, (current,)) in zip((clips, list(zip(names, pads))), (got[18:21], got[21:])):
+            hidden.append([row for row, seen in zip(rows, shown) if seen == "0"])
+            self.wants("a hidden row", not any(seen == "0" and mark == "1" for seen, mark in zip(shown, selected)) and
+                       (current == "-1" or shown[int(current)] == "1"), shown, selected, current)
+        return Lists(names, pads[:len(names)], clips, tasks, [str(mark == "1") for mark in marks], hidden)
 
     def step(self):
         """Does something, and says what it may cost."""
@@ -282,6 +293,9 @@ class Program(Hand):
         for what, number in zip(("clips", "pads", "tasks"), (may[0] + armed, *may[1:])):
             gone = self.lost(getattr(self.before, what), getattr(now, what))
             self.wants(f"lost {what}", gone <= number, gone, "of", getattr(self.before, what), "left", now)
+        for rows, number, left in zip(self.before.hidden, may, (now.clips, list(zip(now.names, now.pads)))):
+            gone = self.lost(rows, left)
+            self.wants("lost where nobody sees it", gone <= (0 if number == SEEN else number) + armed, gone, "of", rows, "left", left)
         same = sorted(self.before.pads) == sorted(now.pads)
         self.wants("a repeat has come or gone", may[1] or same, self.before, now)
         self.before = self.check_files(now)

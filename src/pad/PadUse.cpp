@@ -71,7 +71,8 @@ void PadUse::MoveToTop(int row) {
 }
 
 void PadUse::MoveShownToTop() {
-  if (const int row = pad_.FindText(fields_.text.GetText()); row >= 0) MoveToTop(row);
+  const int row = pad_.FindText(fields_.text.GetText());
+  if (row >= 0 && pad_.List1.IsRowShown(row)) MoveToTop(row);
 }
 
 void PadUse::MoveCurrentToTop(const Text& word) {
