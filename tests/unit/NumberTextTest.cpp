@@ -11,6 +11,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "base/NumberText.h"
 #include "base/RuntimeError.h"
@@ -87,6 +88,13 @@ TEST(NumberText, AnyDigitsAreReadExactlyAndWrittenToFifteenOfThem) {
   for (const double half : {100000000000000.5, 100000000000001.5, 562949953421311.5, 1e15 + 5}) check(half);
   for (const double value : {kOverflows, -kOverflows, std::nan("")}) {
     EXPECT_THROW(MakeTextFromNumber(value), RuntimeError);
+  }
+}
+
+TEST(NumberText, ATieIsRoundedToEvenAndNothingToNoSign) {
+  for (const auto& [value, decimals] : {std::pair{0.5, 0}, {-0.5, 0}, {5e-15, 14}, {-1e-20, 14}}) {
+    const double rounded = RoundToDecimals(value, decimals);
+    EXPECT_TRUE(rounded == 0 && !std::signbit(rounded)) << value;
   }
 }
 
