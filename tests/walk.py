@@ -6,7 +6,6 @@ The seed is printed; with it the same walk is made again. The hands:
             typing of keys is under way, settings that no dialog stores, files and a registry that can't be written.
             Rows, slots, files and menu hold the same entries, and no step loses an entry that it has no right to.
             Find hides rows: these are neither selected nor current, no deletion takes one, none gets another name
-  calc      the calculator: what its state says of itself, and results that are numbers
   damage    data files cut off, changed or full of noise: what was closed before the damage stands
   lines     anything at all as a request: each line has its answer
 """
@@ -177,7 +176,7 @@ LOOK = " ; ".join((f"get {PAD} List", "slots PadEntries", f"get {CLIP} List", "s
 
 
 class Program(Hand):
-    SHARE = 70
+    SHARE = 85
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
@@ -353,46 +352,8 @@ class Program(Hand):
             self.check_top()
 
 
-class Calc(Hand):
-    SHARE = 20
-    # Keys whose result is a number as the calculator writes it, or one of its two messages.
-    RESULTS = [*"7 8 28 29 41 44 30 32 33 36 37 40 21 u1 u2 u3 u4 u5 u6".split()]
-    NUMBER = re.compile(r"-?(?:[1-9]\d{0,14}|0(?=\.)|[1-9]\d*(?=\.))(?:\.\d*[1-9])?|0|-?[1-9](?:\.\d*[1-9])?E[+-]\d\d+"
-                        r"|Error!|Sorry\.\.\. no complex numbers!")
-    TYPED = "|".join("0123456789.,+-*/x=\r\b_abcdefABCDEF^Ω\x01")
-    KEYS = "|".join([*RESULTS, *RESULTS, *map(str, (9, *range(10, 42), 49, 50))])
-    HANDS = ("{click frmTray.Label#9-11|clip.set 17,25|clip.set -1E-7_x|drop frmTray.Text7 3E150|drop frmTray.Text7 x}",
-             "{focus frmTray.Text7|key frmTray.Text7 Left|key frmTray.Text7 Home|key frmTray.Text7 Delete}",
-             *3 * (f"type frmTray.Text7 {{{TYPED}}}",), *5 * (f"click frmTray.Command{{{KEYS}}}",))
-    LOOK = " ; ".join((*(f"get frmTray.Text{field} Text" for field in (7, 8, 9, 10, 22, 23)),
-                       "get frmTray.Label9 Visible", "get frmTray.Label9 ForeColor", "get frmTray.Command38 Enabled",
-                       "get frmTray.Command39 Enabled", f"reg.get HKCU {ENTRY} M1"))
-
-    def __init__(self, *arguments):
-        super().__init__(*arguments)
-        self.do("separator {.|,} ; start ; tray.mouse 513 ; tab frmTray.SSTab1 2")
-        self.shown = "0"
-
-    def make_step(self):
-        key = self.hand(*self.HANDS)[1]
-        *got, memory = self.ask(self.LOOK)
-        shown, operator, left, entry, typed, focus, labels, color, recall, clear = (value[0] for value in got)
-        self.wants("an operation", operator in ("", "+", "-", "x", "/", "^") and (operator or not left), operator, left)
-        self.wants("marks", entry in ("", "k") and typed in ("", "k") and focus in ("", "got"), entry, typed, focus)
-        self.wants("the base selector", labels == ("1" if focus else "0"), labels, focus)
-        self.wants("a comma", "," not in shown, shown)
-        if shown == "-0":  # a hand can put it together from what is left of a number; a result never is
-            self.wants("-0", re.fullmatch(r"-\d?\.?|-0\.|-.0|-0.", self.shown), self.shown)
-        self.wants("a display without the focus", focus or shown and not typed and color == "blue", shown, typed, color)
-        kept = memory[0] == "1" and memory[1] != ""
-        self.wants("MR and MC", recall == clear == str(int(kept)), recall, clear, memory)
-        if key.replace("frmTray.Command", "") in self.RESULTS:
-            self.wants("no number", self.NUMBER.fullmatch(shown), shown, "of", self.shown, "by", key)
-        self.shown = shown
-
-
 class Damage(Hand):
-    SHARE = 5
+    SHARE = 8
     NOISE = (b"\r\n", b"\r", b"\n", b"\0", b"True", b"\xBD" * 5, f"{MARK} [CLIP ENTRY 1] {MARK}".encode("cp1252"),
              datafiles.UTF8, b"\xF0\x9F", b"text")
 
@@ -447,7 +408,7 @@ class Damage(Hand):
 
 
 class Lines(Hand):
-    SHARE = 5
+    SHARE = 7
     VERBS = (
         "start end closebox shutdown running clip.set clip.clear clip.picture clip.secret clip.lock clip.get clip.writes reg.set "
         "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
@@ -481,7 +442,7 @@ class Lines(Hand):
             self.ask("start")
 
 
-HANDS = {"program": Program, "calc": Calc, "damage": Damage, "lines": Lines}
+HANDS = {"program": Program, "damage": Damage, "lines": Lines}
 EPISODE = 2000  # steps after which a hand begins in a world of its own
 
 
