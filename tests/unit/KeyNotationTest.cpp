@@ -5,6 +5,7 @@
 
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
+#include "platform/ports/KeyCombination.h"
 #include "platform/ports/KeyNotation.h"
 
 namespace quillbox {
@@ -91,6 +92,17 @@ TEST(KeyNotation, ExpansionIsBoundedAndDeepNestingIsNoProblem) {
   const Text open(200000, u'(');
   EXPECT_EQ(Strokes(open + u"a" + Text(200000, u')')), "a");
   EXPECT_EQ(Strokes(open + u"a"), "fails");
+}
+
+// What a person reads is what is read.
+TEST(KeyCombination, IsWrittenAsItIsRead) {
+  for (const Text key : {u"V", u"Ctrl+Alt+V", u"Ctrl+Alt+Shift+Meta+F24", u"Meta+Space", u"Ctrl++", u"Alt+-",
+                         u"Shift+F1", u"Ctrl+PageUp", u"Alt+ö", u"Ctrl+😀"})
+    EXPECT_EQ(FormatCombination(ParseCombination(key).value_or(KeyCombination())), key) << ToUtf8(key);
+  EXPECT_EQ(FormatCombination(*ParseCombination(u"shift+META+alt+CTRL+pause")), u"Ctrl+Alt+Shift+Meta+Pause");
+  for (const Text none : {u"", u"Ctrl", u"Ctrl+", u"+V", u"Ctrl+Ctrl", u"Strg+V", u"Ctrl+VV", u"Ctrl+ ",
+                          u"F0", u"F25", u"\xD83D", u"\x1B", u"Ctrl+Alt+V "})
+    EXPECT_FALSE(ParseCombination(none)) << ToUtf8(none);
 }
 
 }  // namespace

@@ -63,6 +63,12 @@ class TestKeyboard {
     xcb_xkb_latch_lock_state(server_.Get(), XCB_XKB_ID_USE_CORE_KBD, modifiers, modifiers, 0, 0, 0, 0, 0);
     server_.Sync();
   }
+  // Caps Lock and Num Lock as given.
+  void UseLocks(std::uint8_t locked) {
+    xcb_xkb_latch_lock_state(server_.Get(), XCB_XKB_ID_USE_CORE_KBD, kCapsLock | kNumLock, locked, 0, 0, 0, 0,
+                             0);
+    server_.Sync();
+  }
   std::uint8_t Locked() { return State()->lockedMods; }
   int Group() { return State()->group; }
   void Key(xcb_keycode_t code, bool press) {

@@ -74,6 +74,7 @@ namespace modifier {
 inline constexpr std::uint8_t kShift = 1;
 inline constexpr std::uint8_t kControl = 2;
 inline constexpr std::uint8_t kAlt = 4;
+inline constexpr std::uint8_t kMeta = 8;  // no sign stands for it
 }  // namespace modifier
 
 // One key, pressed and released.

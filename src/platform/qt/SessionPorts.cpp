@@ -10,8 +10,10 @@
 #include "base/RuntimeError.h"
 #include "base/Trace.h"
 #include "platform/qt/SessionKeySender.h"
+#include "platform/qt/portal/PortalGlobalKey.h"
 #include "platform/wayland/clipboard/WaylandClipboard.h"
 #include "platform/x11/clipboard/XClipboard.h"
+#include "platform/x11/keys/XGlobalKey.h"
 
 namespace quillbox {
 
@@ -93,6 +95,15 @@ std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
 
 std::unique_ptr<KeySender> ChooseKeySender(const std::function<std::string()>& dataFolder) {
   return std::make_unique<SessionKeySender>(dataFolder);
+}
+
+bool IsWayland() {
+  return !Environment("WAYLAND_DISPLAY").empty() || Environment("XDG_SESSION_TYPE") == "wayland";
+}
+
+std::unique_ptr<GlobalKey> ChooseGlobalKey(EventLoop& loop) {
+  if (IsWayland()) return std::make_unique<PortalGlobalKey>(QDBusConnection::sessionBus());
+  return std::make_unique<XGlobalKey>(loop);
 }
 
 }  // namespace quillbox

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/ports/EventLoop.h"
+#include "platform/ports/GlobalKey.h"
 #include "platform/ports/KeySender.h"
 #include "platform/ports/SessionClipboard.h"
 
@@ -35,5 +36,12 @@ std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
 // Never fails: where nothing can be typed, each Send says so. `dataFolder` gives the user's when a permission
 // is to be kept there.
 std::unique_ptr<KeySender> ChooseKeySender(const std::function<std::string()>& dataFolder);
+
+// Whether the session is one of Wayland's, whatever the windows are.
+bool IsWayland();
+
+// The X server's grabs, which under Wayland reach X11 windows alone: there the desktop's portal. Never fails;
+// where there is neither, each Bind says so. `loop` outlives it.
+std::unique_ptr<GlobalKey> ChooseGlobalKey(EventLoop& loop);
 
 }  // namespace quillbox

@@ -78,6 +78,11 @@ xkb_keysym_t KeysymOf(const KeyStroke& stroke) {
   return stroke.special != SpecialKey::None ? KeysymOf(stroke.special) : KeysymOf(stroke.character);
 }
 
+xkb_keysym_t KeysymOf(const KeyCombination& key) {
+  return key.special != SpecialKey::None ? KeysymOf(key.special)
+                                         : xkb_keysym_to_lower(KeysymOf(key.character));
+}
+
 std::vector<KeyStroke> ParseTypeableKeys(TextView keys) {
   std::vector<KeyStroke> strokes = ParseKeys(keys);
   if (std::any_of(strokes.begin(), strokes.end(),

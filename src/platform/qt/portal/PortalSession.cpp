@@ -9,24 +9,19 @@
 #include <utility>
 
 #include "base/RuntimeError.h"
+#include "platform/qt/portal/PortalRequest.h"
 
 namespace quillbox {
 
+using namespace portal;
+
 namespace {
 
-const QString kService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kRemoteDesktop = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
-const QString kRequest = QStringLiteral("org.freedesktop.portal.Request");
-const QString kSession = QStringLiteral("org.freedesktop.portal.Session");
 
-constexpr uint kKeyboard = 1;      // among the types of devices
-constexpr uint kUntilRevoked = 2;  // how long a permission is kept
-constexpr uint kGranted = 0;       // responses
-constexpr uint kRefused = 1;
-
-constexpr int kLongestAnswer = 5000;
-constexpr int kLongestQuestion = 120'000;  // to the person
+constexpr uint kKeyboard = 1;              // among the types of devices
+constexpr uint kUntilRevoked = 2;          // how long a permission is kept
+constexpr int kLongestQuestion = 120'000;  // to the person, in milliseconds
 
 constexpr const char* kWithdrawn = "The desktop has withdrawn the permission to type keys.";
 
@@ -83,36 +78,24 @@ bool PortalSession::Offered() {
   }
 }
 
-QVariantMap PortalSession::Request(const char* method, QVariantList arguments, QVariantMap options,
-                                   int milliseconds) {
-  const QString token = QStringLiteral("quillbox%1").arg(++requests_);
-  options.insert(QStringLiteral("handle_token"), token);
-  arguments.append(options);
-  // The request's name is known beforehand, so that its response can't come before somebody listens.
-  const QString sender = bus_.baseService().mid(1).replace(QLatin1Char('.'), QLatin1Char('_'));
-  const QString path = kPath + QStringLiteral("/request/%1/%2").arg(sender, token);
-  const QString response = QStringLiteral("Response");
-  bus_.connect(kService, path, kRequest, response, this, SLOT(OnResponse(uint, QVariantMap)));
-  const auto leave = [&] {
-    bus_.disconnect(kService, path, kRequest, response, this, SLOT(OnResponse(uint, QVariantMap)));
-  };
-  response_.reset();
-  QDBusMessage call =
-      QDBusMessage::createMethodCall(kService, kPath, kRemoteDesktop, QString::fromLatin1(method));
-  call.setArguments(arguments);
-  try {
-    if (Call(call, kLongestAnswer).type() != QDBusMessage::ReplyMessage) {
-      Fail("The desktop's portal, which types the keys, has failed.");
-    }
-    WaitFor([this] { return response_.has_value(); }, milliseconds);
-  } catch (...) {
-    leave();
-    throw;
-  }
-  leave();
-  if (*response_ == kRefused) Fail("The permission to type keys was refused.");
-  if (*response_ != kGranted) Fail("The desktop has ended the question for the permission to type keys.");
-  return std::exchange(results_, {});
+QVariantMap PortalSession::Request(const char* method, const QVariantList& arguments,
+                                   const QVariantMap& options, int milliseconds) {
+  bool answered = false;
+  std::optional<uint> response;
+  QVariantMap results;
+  const PortalRequest request(bus_, kRemoteDesktop, QLatin1String(method), arguments, options,
+                              QStringLiteral("quillbox%1").arg(++requests_),
+                              [&](std::optional<uint> code, const QVariantMap& brought) {
+                                answered = true;
+                                response = code;
+                                results = brought;
+                                if (wake_) wake_();
+                              });
+  WaitFor([&] { return answered; }, milliseconds);
+  if (!response) Fail("The desktop's portal, which types the keys, has failed.");
+  if (*response == kRefused) Fail("The permission to type keys was refused.");
+  if (*response != kGranted) Fail("The desktop has ended the question for the permission to type keys.");
+  return results;
 }
 
 std::string PortalSession::Open(const std::string& token) {
@@ -169,12 +152,6 @@ void PortalSession::Sync() {
   // The refusal of a key that came too late may be seen before the word that the session was closed.
   if (wasClosed_ || watcher.error().type() == QDBusError::AccessDenied) Fail(kWithdrawn);
   if (watcher.isError()) Fail("The desktop's portal doesn't take the keys.");
-}
-
-void PortalSession::OnResponse(uint code, const QVariantMap& results) {
-  response_ = code;
-  results_ = results;
-  if (wake_) wake_();
 }
 
 void PortalSession::OnClosed() {

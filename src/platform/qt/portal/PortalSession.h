@@ -39,22 +39,20 @@ class PortalSession : public QObject {
   void Sync();
 
  private Q_SLOTS:
-  void OnResponse(uint code, const QVariantMap& results);
   void OnClosed();
 
  private:
   // Calls and waits for the answer.
   QDBusMessage Call(const QDBusMessage& call, int milliseconds);
   // Calls what answers with a request, and waits for the response to that.
-  QVariantMap Request(const char* method, QVariantList arguments, QVariantMap options, int milliseconds);
+  QVariantMap Request(const char* method, const QVariantList& arguments, const QVariantMap& options,
+                      int milliseconds);
   void WaitFor(const std::function<bool()>& done, int milliseconds);
 
   QDBusConnection bus_;
   QDBusObjectPath handle_;  // empty while no session is open
   bool wasClosed_ = false;  // by the desktop
   std::optional<QDBusPendingCall> lastKey_;
-  std::optional<uint> response_;  // to the request under way
-  QVariantMap results_;
   std::function<void()> wake_;
   int requests_ = 0;
 };

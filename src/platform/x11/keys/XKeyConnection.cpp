@@ -46,6 +46,14 @@ std::vector<std::uint32_t> XKeyConnection::Values(xcb_window_t window, xcb_atom_
   return {values, values + reply->value_len};
 }
 
+std::string XKeyConnection::String(xcb_window_t window, xcb_atom_t property) {
+  const auto cookie = xcb_get_property(connection_, 0, window, property, XCB_ATOM_STRING, 0, 1024);
+  const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+  if (!reply || reply->format != 8) return {};
+  const auto* bytes = static_cast<const char*>(xcb_get_property_value(reply.get()));
+  return {bytes, bytes + xcb_get_property_value_length(reply.get())};
+}
+
 void XKeyConnection::SetValues(xcb_window_t window, xcb_atom_t property,
                                const std::vector<std::uint32_t>& values) {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_CARDINAL, 32,
@@ -61,6 +69,11 @@ xcb_window_t XKeyConnection::Sync() {
   const XReply<xcb_get_input_focus_reply_t> reply(
       xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
   return reply ? reply->focus : xcb_window_t{XCB_NONE};
+}
+
+bool XKeyConnection::IsOfKeyboard(const xcb_generic_event_t& event) const {
+  const int type = event.response_type & 0x7F;
+  return type == keyboardEvent_ || type == XCB_MAPPING_NOTIFY;
 }
 
 XReply<xcb_generic_event_t> XKeyConnection::NextEvent() {

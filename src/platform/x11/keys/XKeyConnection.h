@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,8 @@ class XKeyConnection {
   xcb_atom_t Atom(std::string_view name);
   // The 32-bit values of a property, at most 1024; empty if it is missing or of another type.
   std::vector<std::uint32_t> Values(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
+  // A property of the type STRING, at most 4096 bytes; empty if there is none.
+  std::string String(xcb_window_t window, xcb_atom_t property);
   void SetValues(xcb_window_t window, xcb_atom_t property, const std::vector<std::uint32_t>& values);
 
   // Presses or releases a key through XTEST.
@@ -36,6 +39,8 @@ class XKeyConnection {
   // Whether the keyboard's map has been replaced since the last such question, as by setxkbmap or by a change
   // between keyboards; perhaps by the same one. Takes in all events that have come.
   bool KeyboardWasReplaced();
+  // Whether an event says that the keyboard's map has changed, or whatever else of XKB was asked for.
+  bool IsOfKeyboard(const xcb_generic_event_t& event) const;
   // The next event that has come in, or null.
   XReply<xcb_generic_event_t> NextEvent();
 

@@ -79,8 +79,11 @@ void XKeyboardMap::FindModifierKeys() {
       if (isAlt && alt_ == 0) alt_ = modifier;
     }
   }
-  for (xkb_keycode_t code = first; code <= last && numLock_ == 0; ++code) {
-    if (xkb_state_key_get_one_sym(state.get(), code) == XKB_KEY_Num_Lock) numLock_ = ModifiersOf(code, true);
+  for (xkb_keycode_t code = first; code <= last; ++code) {
+    const xkb_keysym_t keysym = xkb_state_key_get_one_sym(state.get(), code);
+    if (keysym == XKB_KEY_Num_Lock && numLock_ == 0) numLock_ = ModifiersOf(code, true);
+    const bool logo = keysym == XKB_KEY_Super_L || keysym == XKB_KEY_Super_R;
+    if (logo && super_ == 0) super_ = ModifiersOf(code, false);
   }
 }
 

@@ -39,6 +39,7 @@ class XKeyboardMap {
   xcb_keycode_t ModifierKey(int modifier) const { return modifierKeys_[static_cast<std::size_t>(modifier)]; }
   std::uint8_t Alt() const { return alt_; }          // the real modifier of the Alt key; 0 if there is none
   std::uint8_t NumLock() const { return numLock_; }  // likewise
+  std::uint8_t Super() const { return super_; }      // likewise, of the key with the logo
 
   // Codes without any symbol, which no key uses; ascending.
   const std::vector<xcb_keycode_t>& SpareCodes() const { return spareCodes_; }
@@ -68,6 +69,7 @@ class XKeyboardMap {
   std::array<xcb_keycode_t, 8> modifierKeys_{};
   std::uint8_t alt_ = 0;
   std::uint8_t numLock_ = 0;
+  std::uint8_t super_ = 0;
   std::unordered_map<char32_t, Ranked> characters_;
   std::unordered_map<xkb_keysym_t, Ranked> keysyms_;
   std::vector<xcb_keycode_t> spareCodes_;
