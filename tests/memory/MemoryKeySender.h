@@ -12,6 +12,14 @@ namespace quillbox {
 // Keeps the key strings that could have been typed.
 class MemoryKeySender : public KeySender {
  public:
+  void SendTo(const KeysFor& keysFor) override {
+    if (failing_) throw RuntimeError(errors::kPermission, "Permission denied");
+    if (WhileSending) WhileSending();
+    const Text keys = keysFor(windowClass);
+    if (keys.empty()) return;
+    ParseKeys(keys);
+    sent_.push_back(keys);
+  }
   void Send(const Text& keys) override {
     if (failing_) throw RuntimeError(errors::kPermission, "Permission denied");
     ParseKeys(keys);
@@ -21,6 +29,8 @@ class MemoryKeySender : public KeySender {
 
   void SetFailing(bool failing) { failing_ = failing; }
   std::vector<Text> TakeSent() { return std::exchange(sent_, {}); }
+  // Of the window that has the focus.
+  std::string windowClass;
   // What happens while keys are being typed.
   std::function<void()> WhileSending;
 

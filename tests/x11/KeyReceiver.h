@@ -117,6 +117,13 @@ class KeyReceiver {
     return false;
   }
 
+  void SetClass(const std::string& name) {
+    const std::string both = name + '\0' + name + '\0';
+    xcb_change_property(server_.Get(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(both.size()), both.data());
+    server_.Sync();
+  }
+
  private:
   struct Free {
     void operator()(xkb_context* context) const { xkb_context_unref(context); }

@@ -53,6 +53,17 @@ TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
   EXPECT_TRUE(said.Presses().empty());
 }
 
+TEST_F(XKeySenderFocus, KeysMayDependOnTheClassOfTheWindow) {
+  receiver.SetClass("XTerm");
+  std::string told;
+  careful.SendTo([&](const std::string& windowClass) {
+    told = windowClass;
+    return u"v";
+  });
+  careful.SendTo([](const std::string&) { return Text(); });
+  EXPECT_EQ(told + " " + receiver.Text(), "XTerm v");
+}
+
 // Under openbox, which parks the focus on a window of its own when no program has it.
 TEST(XKeySenderManaged, UnderAWindowManager) {
   if (std::system("command -v openbox >/dev/null") != 0) GTEST_SKIP() << "openbox isn't installed";

@@ -2,11 +2,10 @@
 
 #include <QGuiApplication>
 #include <QWidget>
-#include <cstdlib>
-#include <string_view>
 
 #include "base/RuntimeError.h"
 #include "base/Trace.h"
+#include "platform/qt/SessionPorts.h"
 #include "platform/qt/ports/QtEventLoop.h"
 #include "platform/xkb/Keysyms.h"
 
@@ -17,12 +16,6 @@ namespace {
 void Pause(int milliseconds) { QtEventLoop::Pause(milliseconds); }
 
 bool FocusIsOurs() { return QGuiApplication::focusWindow() != nullptr; }
-
-bool IsWayland() {
-  const char* const display = std::getenv("WAYLAND_DISPLAY");
-  const char* const type = std::getenv("XDG_SESSION_TYPE");
-  return (display && *display) || (type && std::string_view(type) == "wayland");
-}
 
 }  // namespace
 
@@ -46,11 +39,23 @@ std::pair<KeySender&, const char*> SessionKeySender::Choose() {
 
 void SessionKeySender::Send(const Text& keys) {
   // Nobody is asked for a string that can't be typed anyway.
-  if (ParseTypeableKeys(keys).empty()) return;
+  if (!ParseTypeableKeys(keys).empty()) Through([&](KeySender& way) { way.Send(keys); });
+}
+
+void SessionKeySender::SendTo(const KeysFor& keysFor) {
+  Through([&](KeySender& way) { way.SendTo(keysFor); });
+}
+
+void SessionKeySender::Through(const std::function<void(KeySender&)>& send) {
+  if (sending_) throw RuntimeError(errors::kPermission, "Other keys are being typed.");
+  struct Sending {
+    bool& flag;
+    ~Sending() { flag = false; }
+  } sending{sending_ = true};
   try {
     const auto [way, reason] = Choose();
     Trace({"keys: through ", reason});
-    way.Send(keys);
+    send(way);
   } catch (const RuntimeError& error) {
     Trace({"keys: ", error.what()});
     throw;

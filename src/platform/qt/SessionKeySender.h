@@ -22,15 +22,18 @@ class SessionKeySender : public KeySender {
   // RuntimeErrors of the way chosen; all of them have errors::kDeviceError, in words for the person, where
   // the string is good and can't be typed.
   void Send(const Text& keys) override;
+  void SendTo(const KeysFor& keysFor) override;
   void Recover() override { x11_.Recover(); }
 
  private:
+  void Through(const std::function<void(KeySender&)>& send);
   // And why.
   std::pair<KeySender&, const char*> Choose();
 
   WaylandKeySender wayland_;
   PortalKeySender portal_;
   XKeySender x11_;
+  bool sending_ = false;
 };
 
 }  // namespace quillbox

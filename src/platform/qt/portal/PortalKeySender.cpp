@@ -36,11 +36,15 @@ PortalKeySender::PortalKeySender(Options options)
 
 void PortalKeySender::Send(const Text& keys) {
   const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (strokes.empty()) return;
-  if (!session_.IsOpen()) Open();
-  WaitForTarget();
-  options_.pause(kFocusReturns);
+  if (!strokes.empty()) Run([&] { return strokes; });
+}
 
+void PortalKeySender::SendTo(const KeysFor& keysFor) {
+  Run([&] { return ParseTypeableKeys(keysFor({})); });
+}
+
+void PortalKeySender::Run(const std::function<std::vector<KeyStroke>()>& strokesFor) {
+  if (!session_.IsOpen()) Open();
   // Whatever happens, nothing stays pressed; and a session that can be had again without a question doesn't
   // stay open, since desktops show it to the person as long as it does.
   struct Ending {
@@ -50,6 +54,9 @@ void PortalKeySender::Send(const Text& keys) {
       if (sender.tokenGiven_) sender.session_.Close();
     }
   } ending{*this};
+  WaitForTarget();
+  options_.pause(kFocusReturns);
+  const std::vector<KeyStroke> strokes = strokesFor();
   KeyPace pace;
   for (std::size_t i = 0; i < strokes.size(); ++i) {
     Type(strokes[i]);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/ports/KeyNotation.h"
 #include "platform/ports/KeySender.h"
@@ -32,8 +33,11 @@ class PortalKeySender : public KeySender {
   // refuses or ends the session, if the portal goes away, or if our windows keep the focus for 1 s. Not
   // called again from within `pause`.
   void Send(const Text& keys) override;
+  // No desktop tells the class of a window.
+  void SendTo(const KeysFor& keysFor) override;
 
  private:
+  void Run(const std::function<std::vector<KeyStroke>()>& strokesFor);
   void Open();
   void WaitForTarget();
   void Type(const KeyStroke& stroke);

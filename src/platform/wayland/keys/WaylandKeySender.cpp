@@ -33,10 +33,16 @@ bool WaylandKeySender::Offered() const {
 
 void WaylandKeySender::Send(const Text& keys) {
   const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (!strokes.empty()) Type(strokes);
+  if (!strokes.empty()) Type([&](const WaylandToplevels&) { return strokes; });
 }
 
-void WaylandKeySender::Type(std::span<const KeyStroke> strokes) {
+void WaylandKeySender::SendTo(const KeysFor& keysFor) {
+  Type(
+      [&](const WaylandToplevels& toplevels) { return ParseTypeableKeys(keysFor(toplevels.OtherActive())); });
+}
+
+void WaylandKeySender::Type(
+    const std::function<std::vector<KeyStroke>(const WaylandToplevels&)>& strokesFor) {
   WaylandKeyConnection connection(options_.display.empty() ? nullptr : options_.display.c_str());
   if (connection.Lost()) throw RuntimeError(errors::kDeviceError, "There is no compositor to send keys to.");
   if (!connection.KeyboardManager() || !connection.Seat()) {
@@ -46,7 +52,8 @@ void WaylandKeySender::Type(std::span<const KeyStroke> strokes) {
   options_.pause(0);
   WaitForTarget(connection, toplevels);
   if (!toplevels.Known()) options_.pause(kFocusReturns);
-  TypeAll(connection, toplevels, strokes);
+  const std::vector<KeyStroke> strokes = strokesFor(toplevels);
+  if (!strokes.empty()) TypeAll(connection, toplevels, strokes);
 }
 
 void WaylandKeySender::WaitForTarget(WaylandKeyConnection& connection, const WaylandToplevels& toplevels) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/ports/KeyNotation.h"
 #include "platform/ports/KeySender.h"
@@ -35,9 +36,10 @@ class WaylandKeySender : public KeySender {
   // compositor has no virtual keyboard, or if it tells that for 1 s no window but ours has the focus. Where
   // it doesn't tell, our own windows are given time to lose it.
   void Send(const Text& keys) override;
+  void SendTo(const KeysFor& keysFor) override;
 
  private:
-  void Type(std::span<const KeyStroke> strokes);
+  void Type(const std::function<std::vector<KeyStroke>(const WaylandToplevels&)>& strokesFor);
   void WaitForTarget(WaylandKeyConnection& connection, const WaylandToplevels& toplevels);
   void TypeAll(WaylandKeyConnection& connection, const WaylandToplevels& toplevels,
                std::span<const KeyStroke> strokes);

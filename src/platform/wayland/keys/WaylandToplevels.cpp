@@ -49,10 +49,11 @@ WaylandToplevels::~WaylandToplevels() {
   if (manager_) zwlr_foreign_toplevel_manager_v1_destroy(manager_);
 }
 
-bool WaylandToplevels::OtherIsActive() const {
-  return std::any_of(windows_.begin(), windows_.end(), [this](const auto& each) {
+const WaylandToplevels::Window* WaylandToplevels::FindOther() const {
+  const auto found = std::find_if(windows_.begin(), windows_.end(), [this](const auto& each) {
     return each.second.active && strcasecmp(each.second.id.c_str(), ownId_.c_str()) != 0;
   });
+  return found == windows_.end() ? nullptr : &found->second;
 }
 
 void WaylandToplevels::Add(zwlr_foreign_toplevel_handle_v1* handle) {

@@ -25,7 +25,9 @@ class WaylandToplevels {
   // Whether the compositor tells at all.
   bool Known() const { return manager_ != nullptr; }
   // Whether another program's window has the focus, as of the connection's last Sync.
-  bool OtherIsActive() const;
+  bool OtherIsActive() const { return FindOther() != nullptr; }
+  // That program's id; empty if there is none.
+  std::string OtherActive() const { return FindOther() ? FindOther()->id : std::string(); }
 
  private:
   struct Window {
@@ -34,6 +36,7 @@ class WaylandToplevels {
   };
   struct Events;
 
+  const Window* FindOther() const;
   void Add(zwlr_foreign_toplevel_handle_v1* handle);
   void Remove(zwlr_foreign_toplevel_handle_v1* handle);
 

@@ -59,6 +59,15 @@ bool XFocus::IsTarget(xcb_window_t window) {
   return false;
 }
 
+std::string XFocus::ClassOf(xcb_window_t window) {
+  for (int depth = 0; window != XCB_NONE && depth < kMaxDepth; ++depth, window = Parent(window)) {
+    // Two texts, each closed by a NUL: the instance's name, then the class.
+    const std::string both = connection_.String(window, XCB_ATOM_WM_CLASS);
+    if (const std::size_t end = both.find('\0'); end != std::string::npos) return both.c_str() + end + 1;
+  }
+  return {};
+}
+
 bool XFocus::AskCaughtUp() {
   xcb_window_t window = connection_.Sync();
   if (window <= XCB_INPUT_FOCUS_POINTER_ROOT) return false;

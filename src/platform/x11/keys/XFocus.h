@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace quillbox {
 
@@ -21,6 +22,9 @@ class XFocus {
   // Where keys may go: a program's window that isn't ours. The bare desktop is none, nor is "wherever the
   // pointer is".
   bool IsTarget(xcb_window_t window);
+
+  // The class of the program's window that a window belongs to; empty if it has none.
+  std::string ClassOf(xcb_window_t window);
 
   // Asks the program of the window with the focus to answer once it has come to this point of its input.
   // False if it knows no such question.

@@ -134,7 +134,14 @@ void XKeySender::Recover() {
 
 void XKeySender::Send(const Text& keys) {
   const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (strokes.empty()) return;
+  if (!strokes.empty()) Run([&] { return strokes; });
+}
+
+void XKeySender::SendTo(const KeysFor& keysFor) {
+  Run([&] { return ParseTypeableKeys(keysFor(focus_.ClassOf(target_))); });
+}
+
+void XKeySender::Run(const std::function<std::vector<KeyStroke>()>& strokesFor) {
   if (sending_) throw RuntimeError(errors::kPermission, "Another key string is being typed.");
   if (connection_.Lost()) throw RuntimeError(errors::kDeviceError, "There is no X server to send keys to.");
   Recover();
@@ -147,6 +154,8 @@ void XKeySender::Send(const Text& keys) {
   connection_.KeyboardWasReplaced();  // what was before doesn't matter
   WaitForReleasedKeys();
   WaitForTarget();
+  const std::vector<KeyStroke> strokes = strokesFor();
+  if (strokes.empty()) return;
 
   Session session(*this);
   effectBudget_ = kEffectBudget;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/ports/KeyNotation.h"
 #include "platform/ports/KeySender.h"
@@ -34,6 +35,7 @@ class XKeySender : public KeySender {
   // within `pause`), errors::kDeviceError if modifier keys are held down for 3 s, if for 1 s no window but
   // ours has the focus, or without a usable server. What has been typed until then is typed.
   void Send(const Text& keys) override;
+  void SendTo(const KeysFor& keysFor) override;
 
   // Called by each Send, too.
   void Recover() override;
@@ -43,6 +45,7 @@ class XKeySender : public KeySender {
  private:
   class Session;
 
+  void Run(const std::function<std::vector<KeyStroke>()>& strokesFor);
   void WaitForReleasedKeys();
   void WaitForTarget();
   std::size_t TypeRound(Session& session, std::span<const KeyStroke> strokes);
