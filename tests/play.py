@@ -29,7 +29,7 @@ What can be looked at:
   clips, pads, tasks              a page, rows | status | what else belongs to it: [ ] around the current row, * behind
                                   a selected or marked one, _ for a blank one, name(TEXT) for a pad whose text isn't
                                   its name in capitals; then ! and the title of each box
-  clip, menu (names), icon, tip, running, and since the last look: clip.writes, keys, sounds
+  clip, menu (names), icon, tip, running, globalkey, and since the last look: clip.writes, keys, sounds
   boxes, said, meanwhile          code and title of each box since the last look, their texts; answers of `during`
   tip:Label7:500, drag:List2      a control's tip with the mouse there: left, width, height, alignment, text; a drag
   file:CLIP, bytes:PAD            entries as in `store`, bytes; writes:CLIP since the last look; slots:PadEntries
@@ -52,7 +52,7 @@ import datafiles  # noqa: E402
 QUOTED = r'"(?:[^"\\]|\\.)*"'
 WORD = re.compile(rf'(?:\\.|{QUOTED}|[^\s"\\])+')
 CELL = re.compile(rf'(?:\\.|{QUOTED}|[^\s"\\]|(?<=\S) (?=\S))+')
-ON_CONTROLS = set("click dblclick focus settext type key select dblrow check spin scroll choose tab drop dropother "
+ON_CONTROLS = set("combination click dblclick focus settext type key select dblrow check spin scroll choose tab drop dropother "
                   "drag tip settip get".split())
 OF_FORMS = set("Visible WindowState Left Top Topmost Loaded Caption".split())
 # What a control is looked at for, if it is no caption.
@@ -276,7 +276,7 @@ class World:
                  "icon": lambda: [self.do("tray")[1] if self.do("tray")[0] == "1" else "none"],
                  "tip": lambda: self.do("tray")[2:], "menu": lambda: self.do("menu")[0::3],
                  "clip": lambda: self.do("clip.get"), "clip.writes": lambda: self.since(what, *self.do(what)),
-                 **{each: lambda: self.do(what) for each in ("running", "keys", "sounds")}}
+                 **{each: lambda: self.do(what) for each in ("running", "keys", "sounds", "globalkey")}}
         of = {"len": lambda: [str(len("".join(self.see(rest))))], "count": lambda: [str(len(self.see(rest)))],
               "tip": lambda: self.do("tip", *rest.split(":")), "drag": lambda: self.do("drag", rest),
               "file": lambda: self.entries(rest), "bytes": lambda: [self.content(rest)],

@@ -24,9 +24,9 @@ int WatchedCalls::Sync(int fd) {
 
 BenchProgram::BenchProgram(int clipEntriesMax)
     : registry(Below(world.scratch.Path()), calls),
-      platform{world.clipboard, registry,     world.trayIcon, world.windows, world.messageBoxes,
-               world.keySender, world.sound,  world.system,   clock,         files,
-               world.tips,      world.folding} {
+      platform{world.clipboard, registry,      world.trayIcon, world.windows, world.messageBoxes,
+               world.keySender, world.sound,   world.system,   clock,         files,
+               world.tips,      world.folding, world.globalKey} {
   Norvane settings(registry, world.system);
   settings.PrepareRegistry();
   settings.Write(setting::kStartHelp, false);

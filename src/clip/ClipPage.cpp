@@ -46,7 +46,7 @@ ClipPage::ClipPage(MainWindow& window, ClipWatcher& watcher, ClipList& clip, Pad
       settings_(settings),
       clipboard_(clipboard) {
   clip_.List2.Click = [this] { List2_Click(); };
-  clip_.List2.DblClick = [this] { List2_DblClick(); };
+  clip_.List2.DblClick = [this] { Pick(); };
   clip_.List2.GotFocus = [this] { List2_GotFocus(); };
   clip_.List2.KeyDown = [this](KeyEvent& key) { List2_KeyDown(key); };
   clip_.List2.KeyUp = [this](KeyEvent& key) { List2_KeyUp(key); };
@@ -109,6 +109,13 @@ void ClipPage::Label7_DblClick() {
 
 double ClipPage::CutUrlGrade() { return settings_.Read(setting::kCutURL); }
 
+void ClipPage::Pick() {
+  if (!HasCurrentRow(clip_.List2)) return;
+  const SharedText text = clip_.ClipEntries(clip_.List2.GetListIndex());
+  List2_DblClick();
+  Raise(Picked, text);
+}
+
 void ClipPage::List2_DblClick() {
   PollPause pause(window_.poll);
   if (clip_.List2.GetListCount() < 2 || !HasCurrentRow(clip_.List2)) return;
@@ -155,7 +162,7 @@ void ClipPage::List2_KeyDown(const KeyEvent& key) {
       if (MayDeleteByKey(window_, settings_)) Command003_Click();
       return;
     case keys::kEnter:
-      return List2_DblClick();
+      return Pick();
     case keys::kHome:
     case keys::kUp:
       if (key.CtrlAlone()) List2_DblClick();

@@ -38,10 +38,14 @@ class ClipPage {
   // Opens find, empty and with the focus, on the page in front; closes it.
   void OpenFind() { find.Open(); }
   void CloseFind() { find.Close(); }
+  // The person has picked this entry in the list; it has been copied.
+  Event<const SharedText&> Picked;
   // Clears clipboard, field and the entry at the top, and says so.
   void ClearBoard();
 
  private:
+  // A double click or Enter on the current row.
+  void Pick();
   void List2_Click();
   void List2_GotFocus();
   void List2_KeyDown(const KeyEvent& key);

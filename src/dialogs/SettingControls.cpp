@@ -67,4 +67,10 @@ void TrayTipModeBox::Load(Norvane& settings) {
       static_cast<int>(std::clamp<long long>(NearestWhole(settings.ReadTrayTipMode()), lowest, highest)));
 }
 
+SettingKey::SettingKey(const RowPlace& at, std::string_view name, const TextSetting& setting,
+                       TextView description, TextView closing)
+    : KeyBox(at.place, name), SettingRow(at.rows), setting_(setting) {
+  SetToolTipText(SettingTip(description, closing));
+}
+
 }  // namespace quillbox

@@ -7,6 +7,7 @@
 #include "dialogs/SettingRow.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/ComboBox.h"
+#include "platform/forms/KeyBox.h"
 #include "platform/forms/OptionButton.h"
 
 // The kinds of rows that the settings dialog has.
@@ -132,6 +133,19 @@ class SettingText : public TextBox, public SettingRow {
   void Load(Norvane& settings) override { SetText(settings.Read(setting_)); }
   void Store(Norvane& settings) const override { settings.Write(setting_, GetText()); }
   void SetDefault(const Norvane&) override {}
+
+ private:
+  const TextSetting& setting_;
+};
+
+// A key for the whole desktop; none by default.
+class SettingKey : public KeyBox, public SettingRow {
+ public:
+  SettingKey(const RowPlace& at, std::string_view name, const TextSetting& setting, TextView description,
+             TextView closing);
+  void Load(Norvane& settings) override { SetText(settings.Read(setting_)); }
+  void Store(Norvane& settings) const override { settings.Write(setting_, GetText()); }
+  void SetDefault(const Norvane&) override { SetText(Text(setting_.byDefault)); }
 
  private:
   const TextSetting& setting_;

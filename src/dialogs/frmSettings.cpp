@@ -11,7 +11,7 @@ constexpr int kHeight = 380 * kTwipsPerPixel;
 
 frmSettings::frmSettings(Dispatcher& dispatcher, MainWindow& window, Norvane& settings, DataFiles& files,
                          DataFileSetup& setup, PadList& pad, ClipList& clip, ToDoList& toDo,
-                         MessageBoxes& messageBoxes, std::function<void()> rebuildMenus)
+                         MessageBoxes& messageBoxes, ShowKey& showKey, std::function<void()> rebuildMenus)
     : form(dispatcher, "frmSettings", u"Quillbox Settings"),
       SSTab1(form, "SSTab1", {u"General", u"MaxNumbers", u"Advanced"}),
       Command1(form, "Command1", u"OK", u"Accept and save settings"),
@@ -25,6 +25,7 @@ frmSettings::frmSettings(Dispatcher& dispatcher, MainWindow& window, Norvane& se
       clip_(clip),
       toDo_(toDo),
       messageBoxes_(messageBoxes),
+      showKey_(showKey),
       rebuildMenus_(std::move(rebuildMenus)) {
   form.SetSize(kWidth, kHeight);
   form.SetCancelButton(&Command2);
@@ -39,6 +40,8 @@ frmSettings::frmSettings(Dispatcher& dispatcher, MainWindow& window, Norvane& se
       SettingTip(u"Activate Quillbox when you double-click on its icon in the traybar", u"(Default=NO)"));
   Check4.Click = [this] { Check4_Click(); };
   Check8.Click = [this] { Check8_Click(); };
+  Text9.Change = [this] { Label14.SetCaption({}); };
+  Text9.Refuse = [this] { Label14.SetCaption(u"It needs Ctrl, Alt or Meta."); };
   Command1.Click = [this] { Command1_Click(); };
   Command2.Click = [this] { form.Unload(); };
   Command4.Click = [this] { Command4_Click(); };
@@ -50,6 +53,7 @@ void frmSettings::Form_Load() {
   window_.ExchangeTopmost(false);
   window_.GetOnTop().Center(form);
   for (SettingRow* row : rows_) row->Load(settings_);
+  Label14.SetCaption(showKey_.Fault());
   // A box that was loaded as it had been created has told nobody.
   Check8_Click();
 }
@@ -69,6 +73,7 @@ void frmSettings::Command1_Click() {
   ReloadLists();
   if (rebuildMenus_) rebuildMenus_();
   form.Unload();
+  showKey_.Follow();
 }
 
 void frmSettings::ReloadLists() {

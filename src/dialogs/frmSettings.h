@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "core/window/MainWindow.h"
+#include "core/window/ShowKey.h"
 #include "dialogs/SettingControls.h"
 #include "platform/forms/Picture.h"
 #include "storage/DataFileSetup.h"
@@ -17,7 +18,7 @@ class frmSettings {
   // `rebuildMenus` rebuilds both parts of the tray menu, and the tip.
   frmSettings(Dispatcher& dispatcher, MainWindow& window, Norvane& settings, DataFiles& files,
               DataFileSetup& setup, PadList& pad, ClipList& clip, ToDoList& toDo, MessageBoxes& messageBoxes,
-              std::function<void()> rebuildMenus);
+              ShowKey& showKey, std::function<void()> rebuildMenus);
 
   Form form;
   TabControl SSTab1;
@@ -177,6 +178,20 @@ class frmSettings {
       u"Specify how many letters of a collapsed entry you want to display in the traybar menu"};
   // Enabled while Check8 is checked.
   SettingText Text8{Row(Advanced), "Text8", setting::kWavePath};
+  Label Label13{On(Advanced), "Label13", u"Key that opens Quillbox:"};
+  SettingKey Text9{Row(Advanced), "Text9", setting::kShowKey,
+                   u"Press the keys that open Quillbox whatever program you are in, and send it away again. "
+                   u"Press DEL for none",
+                   u"(Default = none)"};
+  // What has become of the key, or why one can't be taken.
+  Label Label14{On(Advanced), "Label14", u""};
+  SettingCheckBox Check9{Row(Advanced),
+                         "Check9",
+                         u"Paste the picked entry at once",
+                         setting::kPastePick,
+                         u"An entry that you pick in the tray menu, or after the key, is copied and pasted "
+                         u"into the program you are in",
+                         kDefaultNo};
 
   CommandButton Command1;
   CommandButton Command2;
@@ -199,6 +214,7 @@ class frmSettings {
   ClipList& clip_;
   ToDoList& toDo_;
   MessageBoxes& messageBoxes_;
+  ShowKey& showKey_;
   std::function<void()> rebuildMenus_;
 };
 

@@ -7,6 +7,7 @@
 #include "platform/forms/ComboBox.h"
 #include "platform/forms/Dispatcher.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/KeyBox.h"
 #include "platform/forms/ListBox.h"
 #include "platform/forms/MenuItem.h"
 #include "platform/forms/ScrollBar.h"
@@ -49,6 +50,7 @@ class Person {
   virtual void Click(Control& control) { control.PersonClick(); }
   virtual void DoubleClick(Control& control) { control.PersonDoubleClick(); }
   virtual void Key(Control& control, const KeyEvent& key) { control.PersonKey(key); }
+  virtual void Press(KeyBox& box, const KeyCombination& key) { box.PersonPress(key); }
   virtual void SetText(TextBox& field, const Text& text) { field.PersonSetText(text); }
   // Characters as keys: they go to whatever has the focus by then.
   virtual void Type(Control& control, const Text& characters);

@@ -108,6 +108,13 @@ void AddTray(VerbTable& table, Session& session) {
     if (!form.GetVisible()) throw ConsoleError("the form is hidden");
     person.Find(form);
   });
+  // To another program's window.
+  table.Add("leave", 0, [&](In, Out) { windows.Leave(session.Alive().tray->form); });
+  table.Add("globalkey.press", 0, [&](In, Out) {
+    session.Alive();
+    if (!session.world.globalKey.Works()) throw ConsoleError("no key is bound");
+    session.world.globalKey.Press();
+  });
   table.Add("move", 3, [&](In in, Out) {
     Person& person = session.Alive().GetPerson();
     Form& form = session.LoadedForm(in.Name(0));
@@ -127,6 +134,11 @@ void AddPersonVerbs(VerbTable& table, Session& session) {
   deeds.Add("type", 1, 2, [](auto& control, auto& person, In in, Out) {
     if (!TakesCharacters(control)) throw ConsoleError("nothing can be typed there");
     person.Type(control, in[1]);
+  });
+  deeds.Add<KeyBox>("combination", 2, 2, [](auto& box, auto& person, In in, Out) {
+    const auto key = ParseCombination(in[1]);
+    if (!key) throw ConsoleError("no such key");
+    person.Press(box, *key);
   });
   deeds.Add("click", 1, 1, [](auto& control, auto& person, In, Out) { person.Click(control); });
   deeds.Add("dblclick", 1, 1, [](auto& control, auto& person, In, Out) { person.DoubleClick(control); });

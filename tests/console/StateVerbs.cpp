@@ -51,6 +51,7 @@ const std::vector<Property>& Properties() {
       Of<TextBox>("SelStart", &TextBox::GetSelStart),
       Of<TextBox>("BackColor", &TextBox::GetBackColor),
       Of<TextBox>("Alignment", &TextBox::GetAlignment),
+      Of<KeyBox>("Text", &KeyBox::GetText),
       Of<Label>("Caption", &Label::GetCaption),
       Of<Label>("ForeColor", &Label::GetForeColor),
       Of<Label>("Alignment", &Label::GetAlignment),
@@ -152,6 +153,7 @@ void AddRecords(VerbTable& table, MemoryWorld& world) {
   });
   table.Add("keys", 0, [&](In, Out out) { out.Add(world.keySender.TakeSent()); });
   table.Add("keys.fail", 1, [&](In in, Out) { world.keySender.SetFailing(in.Flag(0)); });
+  table.Add("keys.class", 0, 1, [&](In in, Out) { world.keySender.windowClass = in.Name(0); });
   table.Add("sounds", 0, [&](In, Out out) { out.Add(world.sound.TakePlayed()); });
   table.Add("writes", 1, [&](In in, Out out) { out.Add(world.files.Writes(in[0])); });
 }

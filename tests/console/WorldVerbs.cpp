@@ -71,6 +71,20 @@ void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
   table.Add("clip.writes", 0, [&](In, Out out) { out.Add(clipboard.OwnWrites()); });
 }
 
+// The key that is asked for, and what the desktop makes of it.
+void AddGlobalKey(VerbTable& table, MemoryGlobalKey& key) {
+  table.Add("globalkey", 0, [&](In, Out out) { out.Add(key.Asked()); });
+  table.Add("globalkey.answer", 1, [&](In in, Out) {
+    static const std::map<Text, KeyBinding> kAnswers{
+        {u"bound", KeyBinding::Bound},     {u"pending", KeyBinding::Pending},
+        {u"taken", KeyBinding::Taken},     {u"refused", KeyBinding::Refused},
+        {u"nokey", KeyBinding::NoSuchKey}, {u"impossible", KeyBinding::Impossible}};
+    const auto answer = kAnswers.find(in[0]);
+    if (answer == kAnswers.end()) throw ConsoleError("no such answer");
+    key.Answer(answer->second);
+  });
+}
+
 Hive HiveOf(In in) {
   if (in[0] == u"HKCU") return Hive::CurrentUser;
   if (in[0] == u"HKLM") return Hive::LocalMachine;
@@ -112,6 +126,7 @@ void AddRegistry(VerbTable& table, MemoryRegistry& store) {
 void AddWorldVerbs(VerbTable& table, Session& session) {
   AddSystem(table, session);
   AddClipboard(table, session.world.clipboard);
+  AddGlobalKey(table, session.world.globalKey);
   AddRegistry(table, session.world.registry);
   table.Add("start", 0, [&](In, Out) { session.Start(); });
   table.Add("running", 0, [&](In, Out out) { out.Add(session.Running()); });

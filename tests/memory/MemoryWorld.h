@@ -3,6 +3,7 @@
 #include "memory/CountingFiles.h"
 #include "memory/MemoryClipboard.h"
 #include "memory/MemoryClock.h"
+#include "memory/MemoryGlobalKey.h"
 #include "memory/MemoryKeySender.h"
 #include "memory/MemoryMessageBoxes.h"
 #include "memory/MemoryRegistry.h"
@@ -45,9 +46,10 @@ struct MemoryWorld {
   CountingFiles files;
   MemoryTips tips;
   MemoryTextFolding folding;
+  MemoryGlobalKey globalKey;
   VirtualTimers timers{clock};
-  Platform platform{clipboard, registry, trayIcon, windows, messageBoxes, keySender,
-                    sound,     system,   clock,    files,   tips,         folding};
+  Platform platform{clipboard, registry, trayIcon, windows, messageBoxes, keySender, sound,
+                    system,    clock,    files,    tips,    folding,      globalKey};
 };
 
 }  // namespace quillbox

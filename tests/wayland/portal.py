@@ -1,4 +1,5 @@
-"""A desktop's portal that hands out keyboards (org.freedesktop.portal.RemoteDesktop) and notes what is typed."""
+"""A desktop's portal that hands out keyboards (org.freedesktop.portal.RemoteDesktop) and notes what is typed, and that
+binds keys for the whole desktop (org.freedesktop.portal.GlobalShortcuts)."""
 from busservice import BusService, Gio, GLib
 
 NAME = "org.freedesktop.portal.Desktop"
@@ -14,6 +15,11 @@ INTERFACES = """
   <method name="NotifyKeyboardKeysym"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
     <arg type="i" direction="in"/><arg type="u" direction="in"/></method>
   <property name="AvailableDeviceTypes" type="u" access="read"/>
+</interface>
+<interface name="org.freedesktop.portal.GlobalShortcuts">
+  <method name="CreateSession"><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
+  <method name="BindShortcuts"><arg type="o" direction="in"/><arg type="a(sa{sv})" direction="in"/>
+    <arg type="s" direction="in"/><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
 </interface>
 <interface name="org.freedesktop.portal.Session"><method name="Close"/></interface>
 </node>"""
@@ -33,8 +39,9 @@ class Portal(BusService):
         super().__init__(address, NAME)
 
     def publish(self):
-        self.remote, self.ended = Gio.DBusNodeInfo.new_for_xml(INTERFACES).interfaces
+        self.remote, shortcuts, self.ended = Gio.DBusNodeInfo.new_for_xml(INTERFACES).interfaces
         self.bus.register_object(PATH, self.remote, self._called, lambda *_: GLib.Variant("u", 3), None)
+        self.bus.register_object(PATH, shortcuts, self._called, None, None)
 
     def _called(self, _bus, sender, path, _interface, method, arguments, invocation):
         values = arguments.unpack()
@@ -42,7 +49,10 @@ class Portal(BusService):
             self._key(values, invocation)
             return
         options = values[-1] if values else {}
+        self.sender = sender
         self.calls.append((method, {key: value for key, value in options.items() if not key.endswith("handle_token")}))
+        if method == "BindShortcuts":
+            self.shortcuts = values[1]
         if method == "Close":
             self._end_session()
             invocation.return_value(None)
@@ -66,6 +76,15 @@ class Portal(BusService):
             return 1, {}
         self.tokens += 1
         return 0, {"devices": GLib.Variant("u", 1), "restore_token": GLib.Variant("s", f"token {self.tokens}")}
+
+    def BindShortcuts(self, _sender, _options):
+        return (0 if self.allows else 1), {"shortcuts": GLib.Variant("a(sa{sv})", [
+            (name, {"trigger_description": GLib.Variant("s", "the key")}) for name, _ in self.shortcuts])}
+
+    def press(self):
+        """The person presses the key that was bound."""
+        self.bus.emit_signal(self.sender, PATH, "org.freedesktop.portal.GlobalShortcuts", "Activated", GLib.Variant(
+            "(osta{sv})", (self.session, self.shortcuts[0][0], 1, {})))
 
     def _key(self, values, invocation):
         if values[0] != self.session:

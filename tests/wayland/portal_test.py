@@ -1,4 +1,5 @@
 """Scripts in a session without a virtual keyboard: the desktop's portal types them."""
+import contextlib
 import unittest
 
 from desktop import Desktop, wait_for
@@ -13,12 +14,12 @@ def strokes(*keysyms):
     return [(keysym, pressed) for keysym in keysyms for pressed in (True, False)]
 
 
-class PortalScripts(unittest.TestCase):
-    def start(self, script):
+class PortalCase(unittest.TestCase):
+    def start(self, script="", **settings):
         self.screen = Desktop(panel=False)
         self.addCleanup(self.screen.close)
         self.screen.environment.update(XDG_SESSION_TYPE="wayland", QUILLBOX_LOG="1")
-        self.screen.settings()
+        self.screen.settings(**settings)
         self.screen.script(script)
         self.bus = self.screen.environment["DBUS_SESSION_BUS_ADDRESS"]
         self.tray = StatusNotifierHost(self.bus)
@@ -31,11 +32,16 @@ class PortalScripts(unittest.TestCase):
         self.addCleanup(portal.close)
         return portal
 
+    def says(self, words):
+        wait_for(words, lambda: words in self.screen.log("quillbox"))
+
+
+class PortalScripts(PortalCase):
     def pick(self):
         self.tray.pick_entry("Hello")
 
     def fails_with(self, words):
-        wait_for(words, lambda: words in self.screen.log("quillbox"))
+        self.says(words)
         wait_for("the message", lambda: self.screen.window("Quillbox Script Error"))
 
     def test_in_order_and_asked_once(self):
@@ -78,6 +84,41 @@ class PortalScripts(unittest.TestCase):
         self.start("abc")
         self.pick()
         self.fails_with("This session has no way to type keys into other windows")
+
+
+class PortalKey(PortalCase):
+    def in_front(self):
+        window = self.screen.window("Quillbox")
+        active = list(self.screen.property(self.screen.root, "_NET_ACTIVE_WINDOW") or [])
+        return bool(window and self.screen.is_viewable(window) and active == [window.id])
+
+    def settles(self, condition):
+        with contextlib.suppress(AssertionError):
+            return wait_for("it", condition, 1) or True
+        return False
+
+    def test_bound_whenever_a_portal_comes(self):
+        self.start(ShowKey="Ctrl+Alt+Shift+Meta+V")
+        self.says("key: This desktop gives programs no such keys.")
+        for time in 1, 2:
+            portal = Portal(self.bus)
+            wait_for("the binding", lambda: self.screen.log("quillbox").count("key: bound") == time)
+            self.assertEqual([("find", {"description": "Find an entry in Quillbox",
+                                        "preferred_trigger": "CTRL+ALT+SHIFT+LOGO+v"})], portal.shortcuts)
+            portal.press()
+            wait_for("the window", self.in_front)
+            # A press before the window knows that it is in front brings it up once more.
+            wait_for("no window", lambda: portal.press() or self.settles(lambda: not self.in_front()))
+            portal.close()
+        self.assertIsNone(self.screen.message())
+
+    def test_refused_says_so_in_the_settings_alone(self):
+        self.start(ShowKey="F12")
+        portal = self.portal(allows=False)
+        self.says("key: The desktop has refused this key.")
+        self.assertEqual("F12", portal.shortcuts[0][1]["preferred_trigger"])
+        self.assertEqual([name for name, _ in portal.calls][-3:], ["CreateSession", "BindShortcuts", "Close"])
+        self.assertIsNone(self.screen.message())
 
 
 if __name__ == "__main__":

@@ -14,6 +14,8 @@ frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
     : form(dispatcher, "frmTray", u"Quillbox"),
       settings(platform.registry, platform.system),
       window(form, settings, platform),
+      showKey(window, settings, platform),
+      pastePick(window, settings, platform),
       pad(window.On(Page::Pad)),
       clip(window.On(Page::Clip)),
       toDo(window.On(Page::ToDo)),
@@ -34,7 +36,7 @@ frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
               }),
       timerPage(window, settings, platform.clipboard, platform.clock, message),
       toDoPage(window, toDo, files, settings),
-      commands(menu, window, clipPage, padPage, clip, pad, settings),
+      commands(menu, window, clipPage, padPage, clip, pad, pastePick, settings),
       about(dispatcher,
             [this] {
               return std::make_unique<frmAbout>(dispatcher_, window, settings, platform_.system,
@@ -43,7 +45,7 @@ frmTray::frmTray(Dispatcher& dispatcher, Platform& platform)
       settingsDialog(dispatcher,
                      [this] {
                        return std::make_unique<frmSettings>(dispatcher_, window, settings, files, setup, pad,
-                                                            clip, toDo, platform_.messageBoxes,
+                                                            clip, toDo, platform_.messageBoxes, showKey,
                                                             [this] { RebuildMenus(); });
                      }),
       startHelp(dispatcher,
@@ -71,6 +73,12 @@ void frmTray::Wire() {
   files.RebuildClipMenu = [this] { menu.AktualisiereContextMnu(); };
   files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
   clipPage.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
+  showKey.Open = [this] { clipPage.OpenFind(); };
+  clipPage.Picked = [this](const SharedText& text) {
+    if (!showKey.HasOpened()) return;
+    window.Minimize();
+    pastePick.Picked(text);
+  };
   window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
   form.FindWanted = [this] { OpenFind(); };
   window.WentAway = [this] {
@@ -119,6 +127,7 @@ void frmTray::Form_Load() {
   padPage.Text101.SetText(u"");
   toDoPage.Text1.SetText(u"");
   window.poll.Start();
+  showKey.Start();
   if (!settings.IsNo(setting::kStartHelp)) startHelp.Show();
 }
 
@@ -163,6 +172,7 @@ void frmTray::Form_Unload() {
   if (settings.IsOn(setting::kAutoRefresh)) toDoPage.Command5_Click();
   SaveLists();
   toolTips.MLToolTipRemove();
+  showKey.End();
   tray.SysTrayUnhook();
   tray.SysTrayDelete();
   about.Unload();

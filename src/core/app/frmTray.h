@@ -5,6 +5,8 @@
 #include "clip/ClipWatcher.h"
 #include "core/settings/Norvane.h"
 #include "core/window/MainWindow.h"
+#include "core/window/PastePick.h"
+#include "core/window/ShowKey.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmSettings.h"
 #include "dialogs/frmStartHelp.h"
@@ -33,6 +35,8 @@ class frmTray {
   Form form;
   Norvane settings;
   MainWindow window;
+  ShowKey showKey;
+  PastePick pastePick;
   PadList pad;
   ClipList clip;
   ToDoList toDo;

@@ -76,6 +76,10 @@ inline constexpr RangedSetting kClicksToShow{{Intern(u"ClicksToShow"), 1}, {1, 2
 inline constexpr RangedSetting kTrayTipMode{
     {Intern(u"TrayTipMode"), kTipModeOfPlatform},
     {static_cast<int>(TrayTipMode::NameOnly), static_cast<int>(TrayTipMode::MultiLine)}};
+// The key that opens the window from anywhere, as KeyCombination.h writes it; none while it is empty.
+inline constexpr TextSetting kShowKey{Intern(u"ShowKey")};
+// An entry that was picked in the tray menu, or behind that key, is pasted where the focus was.
+inline constexpr SwitchSetting kPastePick{Intern(u"PastePick"), false};
 inline constexpr YesNoSetting kStartHelp{Intern(u"StartHelp")};
 
 // The lists.

@@ -3,6 +3,7 @@
 #include "platform/ports/Clipboard.h"
 #include "platform/ports/Clock.h"
 #include "platform/ports/Files.h"
+#include "platform/ports/GlobalKey.h"
 #include "platform/ports/KeySender.h"
 #include "platform/ports/MessageBoxes.h"
 #include "platform/ports/Registry.h"
@@ -31,6 +32,7 @@ struct Platform {
   Files& files;
   TipSurface& tips;
   TextFolding& folding;
+  GlobalKey& globalKey;
 };
 
 }  // namespace quillbox

@@ -28,9 +28,10 @@ Program::Program(EndingSignals& signals)
       trayIcon_(presence_),
       windows_(dispatcher_),
       keySender_(ChooseKeySender([this] { return ToLosslessUtf8(frmTray_->settings.UserDataDir()); })),
+      globalKey_(ChooseGlobalKey(loop_)),
       registry_(RegistryPlaces::FromEnvironment()),
-      platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_,
-                sound_,      system_,   clock_,    files_,   tips_,         folding_} {
+      platform_{*clipboard_, registry_, trayIcon_, windows_, messageBoxes_, *keySender_, sound_,
+                system_,     clock_,    files_,    tips_,    folding_,      *globalKey_} {
   UseFormAccess();
   UseReadableStyle();
   dispatcher_.UseTimerHost(&timers_);

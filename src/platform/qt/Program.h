@@ -56,6 +56,7 @@ class Program {
   QtMessageBoxes messageBoxes_;
   QtSound sound_;
   std::unique_ptr<KeySender> keySender_;
+  std::unique_ptr<GlobalKey> globalKey_;
   PosixFiles files_;
   FileRegistry registry_;
   LinuxSystem system_;

@@ -15,18 +15,21 @@ void WireFamily(std::deque<MenuItem>& items, int first, const Command& command) 
 }  // namespace
 
 TrayCommands::TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage,
-                           ClipList& clip, PadList& pad, Norvane& settings)
+                           ClipList& clip, PadList& pad, PastePick& pastePick, Norvane& settings)
     : menu_(menu),
       window_(window),
       clipPage_(clipPage),
       padPage_(padPage),
       clip_(clip),
       pad_(pad),
+      pastePick_(pastePick),
       settings_(settings) {
   menu_.mnuShow.Click = [this] { mnuShow_Click(); };
   menu_.mnuClear.Click = [this] { clipPage_.ClearBoard(); };
   menu_.mnuOnTop.Click = [this] { mnuOnTop_Click(); };
-  // The first Clip item stands for what is on the clipboard already: it has no command.
+  // The first Clip item stands for what is on the clipboard already: nothing is to be copied.
+  for (std::deque<MenuItem>* items : {&menu_.mnuClip, &menu_.mnuClipSub})
+    items->front().Click = [this] { PasteTop(); };
   const auto useClipEntry = [this](int k) { UseClipEntry(k); };
   WireFamily(menu_.mnuClip, 2, useClipEntry);
   WireFamily(menu_.mnuClipSub, 2, useClipEntry);
@@ -56,17 +59,22 @@ void TrayCommands::mnuOnTop_Click() {
 void TrayCommands::UseClipEntry(int k) {
   if (clip_.List2.GetListCount() < k) return;
   clipPage_.CloseFind();
+  const SharedText text = clip_.ClipEntries(k - 1);
   clip_.ClearList2();
   clip_.List2.SetListIndex(k - 1);
   clip_.List2.SetSelected(k - 1, true);
   clipPage_.List2_DblClick();
+  pastePick_.Picked(text);
 }
 
 void TrayCommands::UsePadEntry(int k) {
   if (pad_.List1.GetListCount() < k) return;
   padPage_.CloseFind();
+  const SharedText text = pad_.PadEntries(k - 1);
   pad_.List1.SetListIndex(k - 1);
   padPage_.List1_DblClick();
+  // A script types what it has to by itself.
+  if (!IsScript(text.Get())) pastePick_.Picked(text);
 }
 
 }  // namespace quillbox

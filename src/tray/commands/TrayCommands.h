@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clip/ClipPage.h"
+#include "core/window/PastePick.h"
 #include "pad/PadPage.h"
 #include "tray/menu/TrayMenu.h"
 
@@ -12,7 +13,7 @@ namespace quillbox {
 class TrayCommands {
  public:
   TrayCommands(TrayMenu& menu, MainWindow& window, ClipPage& clipPage, PadPage& padPage, ClipList& clip,
-               PadList& pad, Norvane& settings);
+               PadList& pad, PastePick& pastePick, Norvane& settings);
 
  private:
   void mnuShow_Click();
@@ -20,6 +21,8 @@ class TrayCommands {
   // Item k of the Clip family, and of the Pad family; nothing if there is no such row any more.
   void UseClipEntry(int k);
   void UsePadEntry(int k);
+  // The first Clip item, which stands for what is on the clipboard already.
+  void PasteTop() { pastePick_.Picked(clip_.ClipEntries(0)); }
 
   TrayMenu& menu_;
   MainWindow& window_;
@@ -27,6 +30,7 @@ class TrayCommands {
   PadPage& padPage_;
   ClipList& clip_;
   PadList& pad_;
+  PastePick& pastePick_;
   Norvane& settings_;
 };
 

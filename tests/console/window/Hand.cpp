@@ -9,6 +9,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -75,6 +76,20 @@ void Key(QWidget& widget, const KeyEvent& key) {
 
 void Find(QWidget& widget) {
   QTest::sendKeyEvent(QTest::Click, WindowOf(widget), Qt::Key_F, QString(), Qt::ControlModifier);
+}
+
+void Combination(QWidget& widget, const KeyCombination& key) {
+  Qt::KeyboardModifiers held;
+  held.setFlag(Qt::ControlModifier, (key.modifiers & modifier::kControl) != 0);
+  held.setFlag(Qt::ShiftModifier, (key.modifiers & modifier::kShift) != 0);
+  held.setFlag(Qt::AltModifier, (key.modifiers & modifier::kAlt) != 0);
+  held.setFlag(Qt::MetaModifier, (key.modifiers & modifier::kMeta) != 0);
+  // Qt writes combinations as we do, but for two names.
+  QString name = ToQt(FormatCombination(key));
+  name.replace(QStringLiteral("PageUp"), QStringLiteral("PgUp"))
+      .replace(QStringLiteral("PageDown"), QStringLiteral("PgDown"));
+  const int code = QKeySequence(name, QKeySequence::PortableText)[0].key();
+  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), static_cast<Qt::Key>(code), QString(), held);
 }
 
 void Character(QWidget& widget, const QString& character) {

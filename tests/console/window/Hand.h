@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "platform/forms/Keys.h"
+#include "platform/ports/KeyCombination.h"
 
 class QAbstractItemView;
 class QMenu;
@@ -20,6 +21,7 @@ void DoubleClick(QWidget& widget, const QPoint& place);
 // To whatever has the focus in the widget's window.
 void Find(QWidget& widget);  // Ctrl+F
 void Key(QWidget& widget, const KeyEvent& key);
+void Combination(QWidget& widget, const KeyCombination& key);
 void Character(QWidget& widget, const QString& character);
 
 // Dragged from another program to the place and let go there. False if it isn't welcome.

@@ -35,6 +35,7 @@ class Glass {
     Number("Enabled", widget_.isEnabled(), control_.GetEnabled() && widget_.parentWidget()->isEnabled());
     String("ToolTipText", widget_.accessibleDescription(), ToQt(control_.GetToolTipText()));
     if (const auto* const field = As<TextBox>()) Field(*field);
+    if (const auto* const box = As<KeyBox>()) String("Text", Shown<QLineEdit>().text(), ToQt(box->GetText()));
     if (const auto* const label = As<Label>()) Caption(*label);
     if (const auto* const list = As<ListBox>()) List(*list);
     if (const auto* const button = As<CommandButton>()) {

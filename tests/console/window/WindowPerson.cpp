@@ -143,6 +143,11 @@ void WindowPerson::Key(Control& control, const KeyEvent& key) {
   hand::Key(ViewOf(control), key);
 }
 
+void WindowPerson::Press(KeyBox& box, const KeyCombination& key) {
+  Focus(box);
+  hand::Combination(ViewOf(box), key);
+}
+
 void WindowPerson::SetText(TextBox& field, const Text& text) {
   Focus(field);
   if (field.HasFocus() && !field.IsReadOnly()) hand::PasteOverAll(WidgetOf(field), text);

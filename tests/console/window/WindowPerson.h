@@ -37,6 +37,7 @@ class WindowPerson : public QObject, public Person {
   void Click(Control& control) override;
   void DoubleClick(Control& control) override;
   void Key(Control& control, const KeyEvent& key) override;
+  void Press(KeyBox& box, const KeyCombination& key) override;
   void SetText(TextBox& field, const Text& text) override;
   void Type(Control& control, const Text& characters) override;
   void Find(Form& form) override;

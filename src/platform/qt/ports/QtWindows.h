@@ -18,6 +18,7 @@ class QtWindows : public WindowManager {
   PixelSize ScreenSize() override;
   void SetTopmost(Form& form, bool topmost, const PixelRect& place) override;
   void SetForeground(Form&) override {}  // a popup of ours takes keys and clicks by itself
+  bool IsForeground(const Form& form) override;
   void OpenPopup(MenuItem& root) override;
   // The menu's view, made at the first call.
   TrayMenuView& MenuFor(MenuItem& root);

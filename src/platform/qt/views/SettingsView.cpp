@@ -22,6 +22,7 @@
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/Bindings.h"
 #include "platform/qt/widgets/FieldClipboard.h"
+#include "platform/qt/widgets/KeyField.h"
 #include "platform/qt/widgets/LineField.h"
 #include "platform/qt/widgets/ViewParts.h"
 
@@ -166,7 +167,21 @@ class SettingsView : public DialogView {
     sound->addWidget(path, 1);
     sound->addWidget(new BrowseButton(*this, dialog_.Text8, *path));
     layout->addLayout(sound, 7, 1, 1, 3);
+    layout->setRowMinimumHeight(8, space);
+    layout->addWidget(MakeLabel(*this, dialog_.Label13), 9, 0);
+    layout->addWidget(MakeKey(), 9, 1, 1, 3);
+    layout->addWidget(MakeLabel(*this, dialog_.Label14), 10, 1, 1, 3);
+    layout->addWidget(MakeCheckBox(*this, dialog_.Check9), 11, 0, 1, 4);
     return page;
+  }
+
+  QWidget* MakeKey() {
+    KeyBox& box = dialog_.Text9;
+    auto* const field = new KeyField(this, box);
+    field->setAccessibleName(QStringLiteral("Key that opens Quillbox"));
+    field->setPlaceholderText(QStringLiteral("None: press the keys here"));
+    Join(box, *field, [field] { field->Draw(); });
+    return field;
   }
 
   QWidget* MakePath() {

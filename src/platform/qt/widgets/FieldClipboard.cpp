@@ -8,6 +8,7 @@
 #include "platform/ports/Clipboard.h"
 #include "platform/qt/base/QtText.h"
 #include "platform/qt/widgets/AreaField.h"
+#include "platform/qt/widgets/KeyField.h"
 #include "platform/qt/widgets/LineField.h"
 
 namespace quillbox {
@@ -43,7 +44,8 @@ QWidget* FieldOf(QObject* watched) {
 }  // namespace
 
 void FieldClipboard::Serve(QWidget& widget) {
-  if (!FieldOf(&widget)) return;
+  // In a field for keys those of the clipboard are keys like others.
+  if (!FieldOf(&widget) || dynamic_cast<KeyField*>(&widget)) return;
   widget.installEventFilter(this);
   if (auto* const area = dynamic_cast<AreaField*>(&widget)) area->viewport()->installEventFilter(this);
 }
