@@ -27,8 +27,8 @@ def _write(desktop, path, text):
     path.write_text(text)
 
 
-def _quillbox(desktop):
-    desktop.settings(ClipEntriesMax=99)
+def _quillbox(desktop, **more):
+    desktop.settings(ClipEntriesMax=99, **more)
     desktop.data.mkdir(mode=0o700, parents=True, exist_ok=True)
     # Lists without entries; without files there would be the examples that every user finds at first.
     for name in ("ClipData.qbx", "PadData.qbx", "ToDoData.qbx"):
@@ -40,8 +40,9 @@ def _entries(desktop):
     return len(datafiles.entries(desktop.data / "ClipData.qbx") or ())
 
 
-def quillbox():
-    return Program("Quillbox", [os.environ["QUILLBOX"]], _quillbox, _entries)
+def quillbox(**more):
+    """`more`: settings of section Intern."""
+    return Program("Quillbox", [os.environ["QUILLBOX"]], lambda desktop: _quillbox(desktop, **more), _entries)
 
 
 def bare():

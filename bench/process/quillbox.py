@@ -47,6 +47,10 @@ def rows(table, with_peers=True, idle_seconds=scenes.IDLE_SECONDS):
     table.add("stays after the next text", "2 MiB", mebibytes(large["stays"]), large["stays"] <= 2,
               best(peers, "large stays", mebibytes))
 
+    key = scenes.key(quillbox(ShowKey="Ctrl+Alt+V"))
+    table.add("key to focus in the window, first", "150 ms", milliseconds(key["first"]), key["first"] <= 0.15)
+    table.add("key to focus in the window, later", "50 ms", milliseconds(key["later"]), key["later"] <= 0.05)
+
     menu = scenes.menu(program)
     table.add("press to menu, first", "20 ms", milliseconds(menu["first median"]), menu["first median"] <= 0.02,
               f"least {milliseconds(menu['first'])}")

@@ -160,6 +160,19 @@ def menu(program, starts=5, openings=4):
     return {"first": min(first), "first median": statistics.median(first), "later": statistics.median(later)}
 
 
+def key(program, starts=5, openings=4):
+    """Seconds from the key that opens the window to the keyboard's focus in it: the first of a start, and later ones."""
+    first, later = [], []
+    with Scene(program) as scene:
+        for _ in range(starts):
+            scene.start()
+            scene.settle()
+            first.append(scene.tray.key_time())
+            later += [scene.tray.key_time() for _ in range(openings)]
+            scene.stop()
+    return {"first": statistics.median(first), "later": statistics.median(later)}
+
+
 def after_hang(program, rounds=5):
     """An owner hangs, another program copies a second later: seconds until that text has been read."""
     with Scene(program) as scene:

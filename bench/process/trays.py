@@ -85,6 +85,32 @@ class Tray:
             pass
         return taken
 
+    def key_time(self, keys=("Control_L", "Alt_L", "v"), seconds=5):
+        """Presses the key that opens the program's window; seconds until that has the keyboard's focus. Sends it away."""
+        from Xlib import XK
+
+        def press(kind, names):
+            for name in names:
+                xtest.fake_input(self.display, kind, self.display.keysym_to_keycode(XK.string_to_keysym(name)))
+            self.display.sync()
+
+        def await_focus(wanted):
+            start = time.monotonic()
+            while ((focus := self.display.get_input_focus().focus) != X.PointerRoot
+                   and (focus.get_wm_class() or ("",))[0] == "quillbox") != wanted:
+                if time.monotonic() - start > seconds:
+                    raise RuntimeError("the focus did not come or did not go")
+            return time.monotonic() - start
+
+        taken = []
+        for wanted in (True, False):
+            press(X.KeyPress, keys)
+            taken.append(await_focus(wanted))
+            press(X.KeyRelease, keys[::-1])
+            for _ in self.events(0.3):
+                pass
+        return taken[0]
+
     def _key(self, name):
         from Xlib import XK
 

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Scripts: entries of the Pad-List that are typed into the window that had the focus."""
+"""Keys. Scripts: entries of the Pad-List that are typed into the window that had the focus; and the one key that opens the window."""
 import signal
 import subprocess
+import time
 import unittest
 
 from case import DesktopCase
@@ -47,6 +48,28 @@ class Script(DesktopCase):
         self.assertNotEqual(self.keyboard(), before)
         self.desktop.start_program()
         wait_for("the map from before", lambda: self.keyboard() == before)
+
+
+class OneKey(DesktopCase):
+    SETTINGS = {"ShowKey": "Ctrl+Alt+V", "PastePick": "1"}
+
+    def test_found_and_pasted_without_the_mouse(self):
+        self.desktop.start_program()
+        typed = self.desktop.key_receiver()
+        self.copy("an old needle", "something newer")
+        # With both locks on until the end.
+        self.desktop.key("Num_Lock", "Caps_Lock", "ctrl+alt+v")
+        window = self.titled("Quillbox")
+        wait_for("the window in front", lambda: self.active() == window.id)
+        self.desktop.key(*"need", "Return")
+        wait_for("Ctrl+V in the other program", lambda: typed.read_bytes() == b"\x16")
+        self.pastes("an old needle")
+        self.assertFalse(self.shown())
+        self.desktop.key("ctrl+alt+v")
+        self.titled("Quillbox")
+        # A press before the window knows that it is in front brings it up once more.
+        wait_for("the window in the tray",
+                 lambda: self.desktop.key("ctrl+alt+v") or time.sleep(1) or not self.shown(), 30)
 
 
 if __name__ == "__main__":
