@@ -39,6 +39,9 @@ def faults(window):
                 found.append(f"{what} has no name")
             if node["place"][2] < 4 or node["place"][3] < 4:
                 found.append(f"{what} has no room")
+            if node["role"] == "list":
+                found += [f"a row of {what} is cut: {row['place']}" for row in node["children"]
+                          if "SHOWING" in row["states"] and not holds(node["place"], row["place"])]
         elif "FOCUSABLE" in node["states"] and node["role"] != "list item" and not any(
                 child["role"] == "page tab list" for child in node["children"]):
             found.append(f"{what} takes the focus and has no usual role")

@@ -16,7 +16,8 @@ namespace quillbox {
 
 namespace {
 
-constexpr int kBelowMouse = 20;  // pixels
+constexpr int kBelowMouse = 20;        // pixels
+constexpr PixelSize kBorder = {5, 3};  // a line, and room inside it
 // How long a tip stays: a while, and more for more text.
 int MillisecondsFor(std::size_t length) {
   return 10000 + 40 * static_cast<int>(std::min<std::size_t>(length, 1000));
@@ -73,7 +74,8 @@ class TipPopup : public QWidget {
     painter.setPen(palette().color(QPalette::ToolTipText));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     const QFontMetrics metrics(font());
-    const QRect inside = rect().adjusted(2, 2, -2, -2);
+    const QRect inside =
+        rect().adjusted(kBorder.width + 1, kBorder.height + 1, -kBorder.width - 1, -kBorder.height - 1);
     int top = inside.top();
     for (const TipLine& line : layout_.lines) {
       const QString text = ToQt(line.text);
@@ -123,6 +125,6 @@ int QtTips::LineHeight() { return QFontMetrics(QToolTip::font()).height(); }
 
 int QtTips::TextWidth(TextView text) { return QFontMetrics(QToolTip::font()).horizontalAdvance(ToQt(text)); }
 
-PixelSize QtTips::Border() { return {1, 1}; }
+PixelSize QtTips::Border() { return kBorder; }
 
 }  // namespace quillbox

@@ -27,7 +27,10 @@ QWidget* MakeClipPage(FormView& view, ClipPage& page, ClipList& list) {
   row->addStretch(1);
   row->addWidget(MakeButton(view, page.Command000, QStringLiteral("Clear clipboard")));
   layout->addLayout(row);
-  layout->addWidget(MakeField(view, page.Text0, QStringLiteral("Current clipboard text")), 2);
+  layout->addWidget(
+      MakeField(view, page.Text0, QStringLiteral("Current clipboard text"),
+                QStringLiteral("No text is on the clipboard. What you type here is put on it.")),
+      2);
   return widget;
 }
 

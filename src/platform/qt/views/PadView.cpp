@@ -27,14 +27,17 @@ QWidget* MakePadPage(FormView& view, PadPage& page, PadList& list) {
 
   auto* const nameRow = new QHBoxLayout;
   auto* const nameLabel = new QLabel(QStringLiteral("Name:"), widget);
-  QWidget* const name = MakeField(view, page.Text3, QStringLiteral("Name of the Pad entry"));
+  QWidget* const name = MakeField(view, page.Text3, QStringLiteral("Name of the Pad entry"),
+                                  QStringLiteral("What you will know it by"));
   nameLabel->setBuddy(name);
   nameRow->addWidget(nameLabel);
   nameRow->addWidget(name, 1);
   nameRow->addWidget(MakeStatus(view, page.status));
   layout->addLayout(nameRow);
 
-  layout->addWidget(MakeField(view, page.Text101, QStringLiteral("Text of the Pad entry")), 2);
+  layout->addWidget(MakeField(view, page.Text101, QStringLiteral("Text of the Pad entry"),
+                              QStringLiteral("A text to keep. If it begins with {SCRIPT}, it is typed.")),
+                    2);
   auto* const buttons = new QHBoxLayout;
   for (CommandButton* button :
        {&page.Command101, &page.Command102, &page.Command103, &page.Command104, &page.Command105}) {

@@ -188,6 +188,7 @@ class SettingsView : public DialogView {
     TextBox& box = dialog_.Text8;
     auto* const field = new LineField(this, box);
     field->setAccessibleName(QStringLiteral("Path of the sound file"));
+    field->setPlaceholderText(QStringLiteral("A .wav file"));
     Join(box, *field, [field, &box] {
       field->Draw();
       field->setBackgroundRole(box.GetBackColor() == Color::Menu ? QPalette::Window : QPalette::Base);

@@ -90,10 +90,10 @@ QWidget* MakeMessage(FormView& view, TimerPage& page) {
   TimerMessageText& message = page.message;
   QGroupBox* const frame = MakeFrame(view, page.Frame3);
   auto* const layout = new QVBoxLayout(frame);
-  QWidget* const field = MakeField(view, message.Text13, QStringLiteral("Message of the timer"));
+  QWidget* const field =
+      MakeField(view, message.Text13, QStringLiteral("Message of the timer"),
+                QStringLiteral("Your own message; without one the timer says that the time has come."));
   if (auto* const area = qobject_cast<QPlainTextEdit*>(field)) {
-    area->setPlaceholderText(
-        QStringLiteral("Your own message; without one the timer says that the time has come."));
     QTextOption option = area->document()->defaultTextOption();
     option.setAlignment(Qt::AlignHCenter);
     area->document()->setDefaultTextOption(option);

@@ -25,7 +25,8 @@ QWidget* MakeToDoPage(FormView& view, ToDoPage& page) {
   layout->addLayout(listRow, 1);
 
   auto* const fieldRow = new QHBoxLayout;
-  fieldRow->addWidget(MakeField(view, page.Text1, QStringLiteral("Text of the ToDo entry")), 1);
+  fieldRow->addWidget(
+      MakeField(view, page.Text1, QStringLiteral("Text of the ToDo entry"), QStringLiteral("A new task")), 1);
   fieldRow->addWidget(MakeStatus(view, page.status));
   layout->addLayout(fieldRow);
 

@@ -1,13 +1,16 @@
 #include "platform/qt/widgets/Bindings.h"
 
+#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyleOptionSpinBox>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -37,6 +40,24 @@ void KeepPlace(QWidget& widget) {
   policy.setRetainSizeWhenHidden(true);
   widget.setSizePolicy(policy);
 }
+
+// A scroll bar without room for a slider: its arrows look like those of any field of numbers.
+class ArrowPair : public QScrollBar {
+ public:
+  explicit ArrowPair(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (height() > 4 * width()) return QScrollBar::paintEvent(event);
+    QStyleOptionSpinBox option;
+    option.initFrom(this);
+    option.frame = true;
+    option.subControls = QStyle::SC_SpinBoxFrame | QStyle::SC_SpinBoxUp | QStyle::SC_SpinBoxDown;
+    option.stepEnabled = QAbstractSpinBox::StepUpEnabled | QAbstractSpinBox::StepDownEnabled;
+    QPainter painter(this);
+    style()->drawComplexControl(QStyle::CC_SpinBox, &option, &painter, this);
+  }
+};
 
 QColor Of(Color color, const QPalette& palette) {
   switch (color) {
@@ -128,7 +149,7 @@ QComboBox* MakeComboBox(FormView& view, ComboBox& box, const QString& name) {
 }
 
 QScrollBar* MakeScrollBar(FormView& view, ScrollBar& bar, const QString& name) {
-  auto* const widget = new QScrollBar(Qt::Vertical, &view);
+  auto* const widget = new ArrowPair(&view);
   Name(*widget, name);
   widget->setFocusPolicy(Qt::StrongFocus);
   widget->setRange(bar.GetMin(), bar.GetMax());
@@ -146,7 +167,7 @@ QWidget* MakeUpDown(FormView& view, UpDown& upDown, const QString& name) {
   auto* const widget = new QWidget(&view);
   auto* const layout = new QVBoxLayout(widget);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(2);
+  layout->setSpacing(0);
   for (const bool up : {true, false}) {
     auto* const arrow = new QToolButton(widget);
     arrow->setIcon(NamedIcon(up ? "up" : "down"));

@@ -36,9 +36,8 @@ QCheckBox* MakeCheckBox(FormView& view, CheckBox& box);
 QRadioButton* MakeOption(FormView& view, OptionButton& option);
 QComboBox* MakeComboBox(FormView& view, ComboBox& box, const QString& name);
 QScrollBar* MakeScrollBar(FormView& view, ScrollBar& bar, const QString& name);
-// A field of one line or of many, as the control is.
-QWidget* MakeField(FormView& view, TextBox& box, const QString& name);
-// `whenEmpty`: what an empty list says.
+// A field of one line or of many, as the control is. `whenEmpty`: what an empty field or list says.
+QWidget* MakeField(FormView& view, TextBox& box, const QString& name, const QString& whenEmpty = {});
 QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty);
 // Two arrows, one above the other.
 QWidget* MakeUpDown(FormView& view, UpDown& upDown, const QString& name);

@@ -5,9 +5,10 @@
 
 namespace quillbox {
 
-QWidget* MakeField(FormView& view, TextBox& box, const QString& name) {
+QWidget* MakeField(FormView& view, TextBox& box, const QString& name, const QString& whenEmpty) {
   const auto make = [&](auto* field) -> QWidget* {
     field->setAccessibleName(name);
+    field->setPlaceholderText(whenEmpty);
     view.Join(box, *field, [field] { field->Draw(); });
     return field;
   };

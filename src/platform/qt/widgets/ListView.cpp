@@ -36,6 +36,9 @@ QString InOneLine(const SharedText& text) {
   return line;
 }
 
+// With room above and below the text, as in the lists of other programs.
+int RowHeight(const QWidget& list) { return list.fontMetrics().height() * 11 / 8; }
+
 }  // namespace
 
 int ListRows::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : list_.ShownCount(); }
@@ -46,6 +49,8 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return InOneLine(list_.GetList(row));
+    case Qt::SizeHintRole:
+      return QSize(0, RowHeight(view_));
     case Qt::CheckStateRole:
       if (list_.HasCheckBoxes()) return list_.GetSelected(row) ? Qt::Checked : Qt::Unchecked;
       return {};
@@ -70,6 +75,8 @@ void ListRows::Follow() {
 ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
     : QListView(parent), list_(list), rows_(this, list), whenEmpty_(whenEmpty) {
   setModel(&rows_);
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
   setUniformItemSizes(true);
   setTextElideMode(Qt::ElideRight);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -119,12 +126,15 @@ void ListView::TellShownRows() {
 
 void ListView::resizeEvent(QResizeEvent* event) {
   QListView::resizeEvent(event);
+  // Whole rows only: what is left over stays empty.
+  const int rest = (viewport()->height() + viewportMargins().bottom()) % RowHeight(*this);
+  if (viewportMargins().bottom() != rest) setViewportMargins(0, 0, 0, rest);
   TellShownRows();
 }
 
 QSize ListView::sizeHint() const {
-  const int row = std::max(fontMetrics().height() + 4, 16);
-  return {row * 18, row * list_.GetVisibleRows() + 2 * frameWidth()};
+  const int row = RowHeight(*this);
+  return {fontMetrics().height() * 20, row * list_.GetVisibleRows() + 2 * frameWidth()};
 }
 
 bool ListView::OnCheckBox(const QModelIndex& index, const QPoint& place) const {

@@ -11,7 +11,7 @@ namespace quillbox {
 // sign.
 class ListRows : public QAbstractListModel {
  public:
-  ListRows(QObject* parent, const ListBox& list) : QAbstractListModel(parent), list_(list) {}
+  ListRows(QWidget* view, const ListBox& list) : QAbstractListModel(view), view_(*view), list_(list) {}
   int rowCount(const QModelIndex& parent) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -19,6 +19,7 @@ class ListRows : public QAbstractListModel {
   void Follow();
 
  private:
+  const QWidget& view_;
   const ListBox& list_;
   unsigned long revision_ = 0;
 };

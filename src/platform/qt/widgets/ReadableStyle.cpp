@@ -60,6 +60,14 @@ class ReadableStyle : public QProxyStyle {
     }
   }
 
+  // A caption doesn't touch the frame of its button.
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override {
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type == CT_PushButton && widget) size.rwidth() += widget->fontMetrics().height() * 3 / 4;
+    return size;
+  }
+
   void polish(QPalette& palette) override {
     QProxyStyle::polish(palette);
     const QColor base = palette.color(QPalette::Active, QPalette::Base);
