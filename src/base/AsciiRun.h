@@ -38,10 +38,16 @@ inline bool NarrowAsciiBlock(const char16_t* from, char* to) {
   return true;
 }
 
-// Whether the block is ASCII and the same in both widths.
-inline bool IsSameAsciiBlock(const char* bytes, const char16_t* units) {
-  char16_t widened[kAsciiBlock];
-  return WidenAsciiBlock(bytes, widened) && std::memcmp(widened, units, sizeof widened) == 0;
+// Whether so many characters are ASCII and the same in both widths.
+template <std::size_t count>
+bool IsSameAscii(const char* bytes, const char16_t* units) {
+  unsigned short different = 0, all = 0;
+  for (std::size_t i = 0; i < count; ++i) {  // as simple as the compiler wants it to take many at once
+    const unsigned short unit = units[i];
+    different |= static_cast<unsigned short>(static_cast<unsigned char>(bytes[i]) ^ unit);
+    all |= unit;
+  }
+  return different == 0 && (all & 0xFF80) == 0;
 }
 
 // Copies characters from `from` (`count` are there) to `to` until one isn't ASCII; returns how many it

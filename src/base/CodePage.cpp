@@ -67,11 +67,12 @@ Text FromBytes(std::string_view bytes, Encoding encoding) {
 
 bool AreBytesOf(std::string_view bytes, TextView text) {
   if (bytes.size() != text.size()) return false;
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    while (bytes.size() - at >= kAsciiBlock && IsSameAsciiBlock(bytes.data() + at, text.data() + at))
-      at += kAsciiBlock;
-    if (at == bytes.size()) break;
-    if (CharacterOf(static_cast<unsigned char>(bytes[at])) != text[at]) return false;
+  constexpr std::size_t kAtOnce = 16 * kAsciiBlock;
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t end = std::min(at + kAtOnce, bytes.size());
+    if (end - at == kAtOnce && IsSameAscii<kAtOnce>(bytes.data() + at, text.data() + at)) at = end;
+    for (; at < end; ++at)
+      if (CharacterOf(static_cast<unsigned char>(bytes[at])) != text[at]) return false;
   }
   return true;
 }

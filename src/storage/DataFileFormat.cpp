@@ -10,7 +10,7 @@ namespace quillbox {
 namespace {
 
 // As much as stays near the processor on its way to the disk.
-constexpr std::size_t kPieceBytes = 48 * 1024;
+constexpr std::size_t kPieceBytes = 256 * 1024;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ Text MarkerLines::End() const { return Between(u" ENTRY FILE END"); }
 
 LineWriter::LineWriter(Encoding encoding, std::function<void(std::string_view)> put)
     : encoding_(encoding), put_(std::move(put)) {
-  piece_.reserve(2 * kPieceBytes);
+  piece_.reserve(kPieceBytes + 96 * 1024);
   if (encoding == Encoding::Utf8) piece_ = kUtf8Mark;
 }
 
