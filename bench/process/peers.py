@@ -21,7 +21,7 @@ def _copies(program):
 def _full(program):
     figures = scenes.texts(program, 32000)
     # A list that lacks texts can't be compared.
-    return {"full pss": figures["pss"]} if figures["read"] == 100 else {}
+    return {"full pss": figures["pss"], "full cpu": figures["cpu"]} if figures["read"] == 100 else {}
 
 
 def _hang(program):
@@ -55,6 +55,7 @@ def measure_peers():
         # Who holds a hundred texts of 32000 characters has grown by their 3 MiB at least.
         if figures.get("full pss", 0) - figures.get("pss", 0) < 3:
             figures.pop("full pss", None)
+            figures.pop("full cpu", None)
         result[program.name] = figures
         print(f"{program.name}: " + ", ".join(f"{name} {value:.4g}" for name, value in figures.items()))
         sys.stdout.flush()

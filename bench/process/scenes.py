@@ -97,7 +97,8 @@ def idle(program, clipboard=None, seconds=IDLE_SECONDS):
         before = processes.wakeups(scene.pid)
         time.sleep(seconds)
         wakeups = processes.wakeups(scene.pid) - before
-        result = {"wakeups": wakeups, "pss": scene.highest_pss(5), "rss": processes.rss(scene.pid)}
+        result = {"wakeups": wakeups, "pss": scene.highest_pss(5), "rss": processes.rss(scene.pid),
+                  "memory": processes.holds(scene.pid)["memory"]}
         owner.close()
         return result
 
@@ -117,7 +118,7 @@ def texts(program, length, count=100, interval=0.05):
         time.sleep(0.5)
         result = {"cpu": processes.cpu(scene.pid) - before, "read": read}
         scene.settle(2)
-        result["pss"] = scene.highest_pss(5)
+        result["pss"], result["memory"] = scene.highest_pss(5), processes.holds(scene.pid)["memory"]
         owner.close()
         result["entries"] = program.count(scene.desktop) if program.count else None
         return result
