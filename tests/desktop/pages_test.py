@@ -5,12 +5,16 @@ import unittest
 from case import DesktopCase, INFO, SETTINGS
 from clients import Owner, silent
 from desktop import wait_for
+from screenreader import nodes
 
 DELETE = "Delete selected entries?"
 
 
 class Keyboard(DesktopCase):
     DESKTOP = {"accessibility": True}
+
+    def shown(self, role):
+        return [node["name"] for node, _ in nodes(self.reader.window("Quillbox")) if node["role"] == role]
 
     def test_find(self):
         self.start_reading("Clip")
@@ -23,9 +27,6 @@ class Keyboard(DesktopCase):
         self.pastes("Größe 42")
         self.desktop.key("Escape")
         wait_for("all of the list", lambda: "fifth" in self.shown("list item"))
-
-    def shown(self, role):
-        return [node["name"] for node, _ in nodes(self.reader.window("Quillbox")) if node["role"] == role]
 
     def test_pad(self):
         self.start_reading("Pad")
