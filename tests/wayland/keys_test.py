@@ -6,6 +6,7 @@ import sys
 import time
 import unittest
 
+from datafiles import newest
 from sway import Sway, wait_for
 
 # Notes each byte that the terminal sends.
@@ -31,10 +32,10 @@ class ScriptCase(unittest.TestCase):
     XWAYLAND = True
     ENVIRONMENT = {}  # of the program, besides the session's
 
-    def start(self, script):
+    def start(self, script, **settings):
         self.screen = Sway(xwayland=self.XWAYLAND)
         self.addCleanup(self.screen.close)
-        self.screen.settings()
+        self.screen.settings(**settings)
         self.screen.script(script)
         self.screen.program_environment = {"QUILLBOX_LOG": "1", **self.ENVIRONMENT}
         self.screen.start_program()
@@ -63,6 +64,15 @@ class Scripts(ScriptCase):
         wanted = text.replace("\n", "\r")
         wait_for("the whole text", lambda: len(self.text()) >= len(wanted), 60)
         self.assertEqual(wanted, self.text())
+
+    def test_a_pick_pastes_in_the_terminal(self):
+        self.start("", PastePick="1")
+        self.open_terminal()
+        for text in "the older text", "the newer one":
+            self.screen.start("wl-copy", "--foreground", text)
+            wait_for("the entry", lambda: newest(self.screen) == text)
+        self.screen.tray.pick_entry("the older text")
+        wait_for("the text", lambda: self.text() == "the older text")
 
     def test_arrives_in_a_window_of_xwayland(self):
         text = "".join(dict.fromkeys(long_text().replace("\t", "").replace("\n", "")))
