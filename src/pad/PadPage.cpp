@@ -189,7 +189,7 @@ void PadPage::Text101_Change() {
   Command101.SetEnabled(any);
   Command102.SetEnabled(any);
   ShowMode();
-  const bool script = IsScript(Text101.GetText());
+  const bool script = PadList::IsScript(Text101.GetText());
   Command102.SetCaption(script ? u"Script" : u"Insert");
   Command102.SetPicture(script ? Image4.Name() : Image3.Name());
   Command102.SetToolTipText(script ? u"Execute the current Script entry"

@@ -19,7 +19,7 @@ PadUse::PadUse(MainWindow& window, PadList& pad, DataFiles& files, Norvane& sett
 void PadUse::UseShown() {
   const SharedText text(fields_.text.GetText());
   if (text.IsEmpty()) return;
-  if (IsScript(text.Get())) return ExecuteShown();
+  if (PadList::IsScript(text.Get())) return ExecuteShown();
   {
     const PollPause pause(window_.poll);
     CopyText(text);
@@ -47,7 +47,7 @@ void PadUse::CopyText(const SharedText& text) {
 void PadUse::UseCurrent() {
   assert(HasCurrentRow(pad_.List1));
   const SharedText text = pad_.PadEntries(pad_.List1.GetListIndex());
-  if (IsScript(text.Get())) return ExecuteCurrent();
+  if (PadList::IsScript(text.Get())) return ExecuteCurrent();
   const PollPause pause(window_.poll);
   CopyText(text);
   if (MovesUsedEntries()) MoveCurrentToTop(u"Inserted");

@@ -4,12 +4,11 @@
 
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
+#include "storage/PadList.h"
 
 namespace quillbox {
 
 namespace {
-
-constexpr TextView kMark = u"{SCRIPT}";
 
 // A good script that can't be typed here and now isn't blamed on its syntax.
 Text MessageFor(const RuntimeError& error) {
@@ -22,11 +21,9 @@ Text MessageFor(const RuntimeError& error) {
 
 }  // namespace
 
-bool IsScript(TextView text) { return AsciiUpper(text.substr(0, kMark.size())) == kMark; }
-
 void ScriptRunner::Run(const Text& script) {
   if (running_) return;
-  const Text keys = script.substr(std::min(kMark.size(), script.size()));
+  const Text keys = script.substr(std::min(PadList::kScriptMark.size(), script.size()));
   running_ = true;
   try {
     window_.form.GetDispatcher().WhileWaiting([&] { keySender_.Send(keys); });

@@ -5,9 +5,6 @@
 
 namespace quillbox {
 
-// Whether an entry is a script: its text begins with "{SCRIPT}", in capitals or small letters.
-bool IsScript(TextView text);
-
 // Types the scripts of the Pad-List into the window that has the input focus. Keys take their time, in which
 // the program goes on; a script that is under way isn't joined by a second one.
 class ScriptRunner {

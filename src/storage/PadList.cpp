@@ -22,6 +22,10 @@ void PadList::RemoveAll() {
   PadEntries.EmptyAll();
 }
 
+bool PadList::IsScript(TextView text) {
+  return AsciiUpper(text.substr(0, kScriptMark.size())) == kScriptMark;
+}
+
 int PadList::FindText(TextView text) const {
   return LastRow(List1, 0, [&](int row) { return PadEntries(row).Is(text); });
 }

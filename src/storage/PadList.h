@@ -15,6 +15,9 @@ class PadList {
   EntrySlots PadEntries;
 
   static constexpr char16_t kNoName[] = u"[No Name]";
+  // An entry whose text begins with this, in capitals or small letters, is a script.
+  static constexpr TextView kScriptMark = u"{SCRIPT}";
+  static bool IsScript(TextView text);
 
   // An empty name becomes "[No Name]", in the caller's variable too.
   void AddEntry1(Text& EintragName, SharedText Eintrag, int Stelle);

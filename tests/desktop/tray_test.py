@@ -174,6 +174,10 @@ class StatusNotifier(WithHost):
         self.assertEqual(["1:  three <b>&amp;", "2:  two & a_half", "3:  one"],
                          [label for label in shown if label[:2] in ("1:", "2:", "3:")][:3])
         self.assertIn("Exit Quillbox", shown)
+        # A script has a picture, a text has none.
+        pictured = {label.lstrip(): "icon-data" in properties for label, (_, properties) in shown.items()}
+        self.assertTrue(pictured["9:  Script: sign off"])
+        self.assertFalse(pictured["7:  Out of office"])
         self.assertEqual("checkmark", shown["Always on Top"][1].get("toggle-type"))
         wait_for("the tip", lambda: "(L:14)" in "".join(map(str, host.get("ToolTip"))))
         host.pick(shown["2:  two & a_half"][0])

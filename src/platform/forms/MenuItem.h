@@ -29,6 +29,9 @@ class MenuItem {
   }
   // Whether it is an item that has a mark at times.
   bool IsCheckable() const { return checkable_; }
+  // Whether it types a text instead of copying it; shown beside the caption.
+  bool IsScript() const { return script_; }
+  void SetScript(bool script) { script_ = script; }
   bool IsSeparator() const { return caption_ == u"-"; }
 
   void Add(MenuItem& child) { children_.push_back(&child); }
@@ -51,6 +54,7 @@ class MenuItem {
   bool visible_;
   bool checked_ = false;
   bool checkable_ = false;
+  bool script_ = false;
   std::vector<MenuItem*> children_;
 };
 

@@ -74,7 +74,7 @@ void TrayCommands::UsePadEntry(int k) {
   pad_.List1.SetListIndex(k - 1);
   padPage_.List1_DblClick();
   // A script types what it has to by itself.
-  if (!IsScript(text.Get())) pastePick_.Picked(text);
+  if (!PadList::IsScript(text.Get())) pastePick_.Picked(text);
 }
 
 }  // namespace quillbox

@@ -134,6 +134,10 @@ void TrayMenu::AktualisiereContextMnu2() {
   };
   Build(mnuPad, Prefix::Plain, shown.normal, shown.normalLength, nameOf);
   Build(mnuPadSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, nameOf);
+  for (std::deque<MenuItem>* const items : {&mnuPad, &mnuPadSub}) {
+    for (std::size_t row = 0; row < items->size(); ++row)
+      (*items)[row].SetScript(PadList::IsScript(pad_.PadEntries(static_cast<int>(row)).Get()));
+  }
 }
 
 void TrayMenu::UpdateTip() {

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QTimer>
 
+#include "platform/qt/base/Icons.h"
 #include "platform/qt/base/QtText.h"
 
 namespace quillbox {
@@ -97,6 +98,8 @@ void TrayMenuView::Follow(bool forHost) {
     const QString caption = ToQt(item->GetCaption());
     action->setText(forHost ? HostText(caption) : caption);
     if (action->isCheckable()) action->setChecked(item->GetChecked());
+    if (action->icon().isNull() == item->IsScript())
+      action->setIcon(item->IsScript() ? NamedIcon("script") : QIcon());
   }
 }
 

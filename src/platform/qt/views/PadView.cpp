@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "pad/PadPage.h"
+#include "platform/qt/base/Icons.h"
 #include "platform/qt/widgets/Bindings.h"
 #include "platform/qt/widgets/FindBar.h"
 #include "platform/qt/widgets/StatusView.h"
@@ -20,7 +21,10 @@ QWidget* MakePadPage(FormView& view, PadPage& page, PadList& list) {
   auto* const listRow = new QHBoxLayout;
   listRow->addWidget(
       MakeList(view, list.List1, QStringLiteral("Pad-List"),
-               QStringLiteral("Texts that you keep appear here: give one a name and press Add.")),
+               QStringLiteral("Texts that you keep appear here: give one a name and press Add."),
+               [&list, script = NamedIcon("script")](int row) {
+                 return PadList::IsScript(list.PadEntries(row).Get()) ? script : QIcon();
+               }),
       1);
   listRow->addWidget(MakeUpDown(view, page.UpDown2, QStringLiteral("Move Pad entry")), 0, Qt::AlignVCenter);
   layout->addLayout(listRow, 3);

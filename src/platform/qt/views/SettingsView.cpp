@@ -211,7 +211,7 @@ class SettingsView : public DialogView {
                            field->fontMetrics().height());
       QScrollBar* const bar = MakeScrollBar(*this, number->scroll, name);
       const int height = field->sizeHint().height();
-      bar->setFixedSize(std::max(bar->sizeHint().width(), height * 2 / 3), height);
+      bar->setFixedSize(bar->sizeHint().width(), height);
       layout->addWidget(label, row, 0);
       layout->addWidget(field, row, 2);
       layout->addWidget(bar, row, 3);

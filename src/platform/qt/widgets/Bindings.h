@@ -11,7 +11,9 @@ class QScrollBar;
 class QToolButton;
 class QWidget;
 
+#include <QIcon>
 #include <QString>
+#include <functional>
 
 #include "platform/qt/widgets/FormView.h"
 
@@ -38,7 +40,9 @@ QComboBox* MakeComboBox(FormView& view, ComboBox& box, const QString& name);
 QScrollBar* MakeScrollBar(FormView& view, ScrollBar& bar, const QString& name);
 // A field of one line or of many, as the control is. `whenEmpty`: what an empty field or list says.
 QWidget* MakeField(FormView& view, TextBox& box, const QString& name, const QString& whenEmpty = {});
-QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty);
+// `iconOf`: what stands at the end of a row.
+QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty,
+                  std::function<QIcon(int row)> iconOf = {});
 // Two arrows, one above the other.
 QWidget* MakeUpDown(FormView& view, UpDown& upDown, const QString& name);
 // A thin line.

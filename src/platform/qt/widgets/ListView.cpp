@@ -51,6 +51,9 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
       return InOneLine(list_.GetList(row));
     case Qt::SizeHintRole:
       return QSize(0, RowHeight(view_));
+    case Qt::DecorationRole:
+      if (IconOf) return IconOf(row);
+      return {};
     case Qt::CheckStateRole:
       if (list_.HasCheckBoxes()) return list_.GetSelected(row) ? Qt::Checked : Qt::Unchecked;
       return {};
@@ -79,6 +82,7 @@ ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
   setAutoFillBackground(true);
   setUniformItemSizes(true);
   setTextElideMode(Qt::ElideRight);
+  setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   setSelectionMode(list.HasCheckBoxes() ? QAbstractItemView::SingleSelection
@@ -135,6 +139,12 @@ void ListView::resizeEvent(QResizeEvent* event) {
 QSize ListView::sizeHint() const {
   const int row = RowHeight(*this);
   return {fontMetrics().height() * 20, row * list_.GetVisibleRows() + 2 * frameWidth()};
+}
+
+void ListView::initViewItemOption(QStyleOptionViewItem* option) const {
+  QListView::initViewItemOption(option);
+  // Behind the text: all texts begin at one line.
+  option->decorationPosition = QStyleOptionViewItem::Right;
 }
 
 bool ListView::OnCheckBox(const QModelIndex& index, const QPoint& place) const {
@@ -259,8 +269,10 @@ void ListView::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap, word);
 }
 
-QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty) {
+QWidget* MakeList(FormView& view, ListBox& list, const QString& name, const QString& whenEmpty,
+                  std::function<QIcon(int row)> iconOf) {
   auto* const widget = new ListView(&view, list, whenEmpty);
+  widget->ShowIcons(std::move(iconOf));
   widget->TellRows(view.Tools().tellSizes);
   widget->setAccessibleName(name);
   view.Join(list, *widget, [widget] { widget->Draw(); });

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QIcon>
 #include <QListView>
+#include <functional>
+#include <utility>
 
 #include "platform/forms/ListBox.h"
 
@@ -17,6 +20,8 @@ class ListRows : public QAbstractListModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   // The rows have changed; tells the views if so.
   void Follow();
+  // What stands beside the text of a row; may be none.
+  std::function<QIcon(int row)> IconOf;
 
  private:
   const QWidget& view_;
@@ -30,6 +35,7 @@ class ListView : public QListView {
  public:
   ListView(QWidget* parent, ListBox& list, const QString& whenEmpty);
   void Draw();
+  void ShowIcons(std::function<QIcon(int row)> of) { rows_.IconOf = std::move(of); }
   // Whether the control is told how many rows are shown.
   void TellRows(bool tells) { tellsRows_ = tells; }
 
@@ -46,6 +52,7 @@ class ListView : public QListView {
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   QSize sizeHint() const override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
 
  private:
   bool OnCheckBox(const QModelIndex& index, const QPoint& place) const;
