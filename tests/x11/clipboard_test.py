@@ -330,7 +330,8 @@ class Takeover(OnX11):
         def last_piece(owner, question):
             def parts():
                 yield from in_pieces(b"in pieces", 4)[:-1]
-                gone(owner.write(question.requestor, question.property, UTF8, 8, b"") or owner)
+                owner.write(question.requestor, question.property, UTF8, 8, b"")
+                gone(owner)
 
             owner.begin(question, UTF8, parts())
 
