@@ -17,6 +17,7 @@ from desktop import Desktop, wait_for
 BODY = os.environ.get("QUILLBOX_CLIPBOARD", "")
 UTF8, LATIN, PLAIN, HINT = "UTF8_STRING", "STRING", "text/plain;charset=utf-8", "x-kde-passwordManagerHint"
 BUSY = "error 521"
+PATIENCE = 60  # seconds; what is waited for comes at once on a machine that isn't busy
 MOST = 16 * 1024 * 1024  # bytes of a text
 LETTERS = b"abcdefghijklmnopqrstuvwxyz" * 11_000
 # Characters of one to four bytes, so that any cut by bytes goes through one sooner or later.
@@ -72,7 +73,7 @@ class OnX11(unittest.TestCase):
         return owner
 
     def news_is(self, kind):
-        self.assertEqual(kind, wait_for("news", lambda: self.ask("news"), 30))
+        self.assertEqual(kind, wait_for("news", lambda: self.ask("news"), PATIENCE))
 
     def reads(self, text, offers, kind=Owner):
         """Somebody takes the clipboard; what is read then."""
@@ -87,9 +88,9 @@ class OnX11(unittest.TestCase):
         return reader
 
     def pastes(self, text):
-        """What another program pastes; None if it is refused."""
-        pasted = self.reader().paste(seconds=60)[2]
-        self.assertTrue(pasted == (text if text is None else text.encode()), (text and text[:40], pasted and pasted[:40]))
+        """What another program pastes by and by; None if it is refused."""
+        wanted = text if text is None else text.encode()
+        wait_for(f"{text and text[:40]!r} to be pasted", lambda: self.reader().paste(seconds=PATIENCE)[2] == wanted, PATIENCE)
 
     def stays(self, text):
         """Nothing comes later."""
@@ -141,7 +142,7 @@ class Reading(OnX11):
     def test_a_new_owner_ends_the_reading_of_the_old_one(self):
         said = []
         self.own({UTF8: (said.append(1) or b"old " for _ in slowly(endless(1), 0.005))})
-        wait_for("some pieces", lambda: len(said) > 3)
+        wait_for("some pieces", lambda: len(said) > 3, PATIENCE)
         self.assertIsNone(self.read(), "while a text is under way")
         self.reads("new new new", {UTF8: slowly(in_pieces(b"new new new", 1), 0.007)})
         self.stays("new new new")  # the first one may still be talking
@@ -151,7 +152,7 @@ class Reading(OnX11):
         for number in range(120):
             owners.append(self.own({UTF8: b"copy %d" % number}))
             time.sleep(0.005 * (number % 3 > 0))
-        wait_for("the last copy", lambda: self.read() == "copy 119")
+        wait_for("the last copy", lambda: self.read() == "copy 119", PATIENCE)
         self.assertEqual("0", self.ask("timers"))
         self.assertLessEqual(sum(len(owner.asked) for owner in owners), 360, "one transfer at a time, three requests each")
 
@@ -165,7 +166,7 @@ class Reading(OnX11):
         self.assertEqual(["TARGETS", HINT, UTF8], owner.asked)
 
     def test_a_huge_text_is_cut_at_a_whole_character(self):
-        self.reads("€" * (MOST // 3), {UTF8: ["€".encode() * 20_000] * 833 + [b""]})
+        self.reads("€" * (MOST // 3), {UTF8: ["€".encode() * 66_000] * 100 + [b""]})
 
     def test_a_secret_is_no_text(self):
         """Neither taken over nor, when others offer it again without the mark, read; until there is another text."""
@@ -286,12 +287,12 @@ class Owning(OnX11):
             for piece in reader.pieces:  # some readers convert each by itself
                 piece.decode()
         self.pastes("short")
-        wait_for("the one that has stopped to be given up", lambda: self.ask("timers") == "0", 30)
+        wait_for("the one that has stopped to be given up", lambda: self.ask("timers") == "0", PATIENCE)
 
     def test_a_reader_that_vanishes_holds_nothing(self):
         self.put("v" * 1_000_000)
         self.vanish()
-        wait_for("no timer", lambda: self.ask("timers") == "0", 2.5)  # half of what one that has stopped is given
+        wait_for("no timer", lambda: self.ask("timers") == "0", 4.5)  # one that has stopped is given 5 s
 
     def test_the_last_one_to_copy_wins(self):
         self.put("ours")
@@ -310,7 +311,7 @@ class Owning(OnX11):
             self.put("gone soon")
             self.pastes("gone soon")
             clear()
-            wait_for("nobody", lambda: self.owner_id() == 0 and self.read() == "")
+            wait_for("nobody", lambda: self.owner_id() == 0 and self.read() == "", PATIENCE)
             self.pastes(None)
         self.ask("news")
         self.reads("theirs", {UTF8: b"theirs"})
@@ -343,7 +344,7 @@ class Takeover(OnX11):
             owner = self.reads(text.decode(), {UTF8: offer, LATIN: b"worse"})
             if goes:
                 goes(owner)
-            wait_for("the takeover", lambda: self.owner_id() not in (0, owner.window.id))
+            wait_for("the takeover", lambda: self.owner_id() not in (0, owner.window.id), PATIENCE)
             self.stays(text.decode())  # taking over is no news
             self.pastes(text.decode())
 
@@ -380,7 +381,7 @@ class Server(OnX11):
     def test_its_end_is_reported_once(self):
         self.put("text")
         self.desktop.kill_server()
-        wait_for("the loss", lambda: self.ask("lost") == "1 0")
+        wait_for("the loss", lambda: self.ask("lost") == "1 0", PATIENCE)
         time.sleep(0.05)
         self.assertEqual(["1 0", BUSY, BUSY, "0"],
                          [self.ask("lost"), self.ask("read"), self.ask("put", "00"), self.ask("hand-over", 1000)])
@@ -414,10 +415,10 @@ class Strangers(OnX11):
         owner = self.reads("after the first", {UTF8: b"after the first"})
         # While a text is under way.
         waits = self.own({"TARGETS": silent, UTF8: b"after the second"})
-        wait_for("the question", lambda: waits.asked)
+        wait_for("the question", lambda: waits.asked, PATIENCE)
         del waits.offers["TARGETS"]
         self.destroy_ours(owner, waits)
-        wait_for("the text", lambda: self.read() == "after the second")
+        wait_for("the text", lambda: self.read() == "after the second", PATIENCE)
         # While the clipboard is ours.
         self.put("ours")
         self.pastes("ours")
