@@ -236,6 +236,33 @@ class Reader:
         return self.take(seconds)
 
 
+class DragSource(Owner):
+    """Drags what it offers; `told` are the names of what the windows answered."""
+
+    def __init__(self, name, offers):
+        self.told = []
+        super().__init__(name, offers, selection="XdndSelection")
+
+    def _handle(self, message):
+        if message.type == X.ClientMessage:
+            self.told.append(self.display.get_atom_name(message.client_type))
+        else:
+            super()._handle(message)
+
+    def drop(self, window, x, y):
+        """Drops onto a place of the screen over a window of another connection."""
+        atom = window.display.get_atom
+
+        def tell(kind, *data):
+            data = (32, [self.window.id, *data, *[0] * (4 - len(data))])
+            window.send_event(event.ClientMessage(window=window, client_type=atom(kind), data=data), 0)
+            window.display.flush()
+
+        tell("XdndEnter", 5 << 24, *map(atom, self.offers))
+        tell("XdndPosition", 0, x << 16 | y, self.time, atom("XdndActionCopy"))
+        tell("XdndDrop", 0, self.time)
+
+
 class Manager(Owner):
     """A clipboard manager: saves the clipboard's text when its owner asks for that, and says so if it `answers`."""
 

@@ -4,7 +4,7 @@ import unittest
 
 import datafiles
 from case import DesktopCase
-from clients import Manager, Owner, silent
+from clients import DragSource, Manager, Owner, silent
 from desktop import wait_for
 
 
@@ -23,6 +23,31 @@ class Owners(DesktopCase):
             self.desktop.key("Escape")
             self.desktop.show_window()
             self.next_copy_is_taken()
+
+    def test_drops_wait_for_nobody(self):
+        """Five of a source that says nothing; then one of files, which are no text, and one of a text."""
+        window = self.desktop.show_window()
+        left, top, width, height = self.desktop.place(window)
+        on_list = window, left + width // 2, top + height // 3
+        with DragSource(self.desktop.name, {"text/plain": silent, "text/uri-list": silent}) as source:
+            sent = []
+
+            def five_dropped():
+                if source.told.count("XdndFinished") == len(sent):
+                    sent.append(source.drop(*on_list))
+                return len(sent) == 5
+
+            wait_for("the end of four drags", five_dropped)
+            self.desktop.open_menu()
+            self.desktop.key("Escape")
+            self.next_copy_is_taken()
+            self.assertIn("text/plain", source.asked)
+        before = self.file("Clip")
+        for offers in {"text/plain": b"/a", "text/uri-list": b"file:///a\r\n"}, {"UTF8_STRING": "a \u20ac".encode()}:
+            with DragSource(self.desktop.name, offers) as source:
+                source.drop(*on_list)
+                wait_for("the end of the drag", lambda: "XdndFinished" in source.told)
+        wait_for("the entry", lambda: self.file("Clip") == ["a \u20ac", *before])
 
     def test_a_text_outlives_its_program_and_a_clear_stays_a_clear(self):
         owner = Owner(self.desktop.name, {"UTF8_STRING": b"outlives its program"})

@@ -24,6 +24,7 @@ constexpr int kHandOverMilliseconds = 1000;
 
 Program::Program(EndingSignals& signals)
     : clipboard_(ChooseClipboard(loop_)),
+      dropText_(ChooseDropText(loop_)),
       views_(dispatcher_, tips_, *clipboard_, [this] { return trayIcon_.Reachable(); }),
       trayIcon_(presence_),
       windows_(dispatcher_),
@@ -34,6 +35,7 @@ Program::Program(EndingSignals& signals)
                 system_,     clock_,    files_,    tips_,    folding_,      *globalKey_} {
   UseFormAccess();
   UseReadableStyle();
+  if (dropText_) drops_.emplace(*dropText_);
   dispatcher_.UseTimerHost(&timers_);
   dispatcher_.OnRefresh = [this] {
     timers_.WakeSleepers();

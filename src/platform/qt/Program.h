@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "core/app/frmTray.h"
 #include "platform/linux/files/PosixFiles.h"
@@ -8,7 +9,9 @@
 #include "platform/linux/system/EndingSignals.h"
 #include "platform/linux/system/LinuxClock.h"
 #include "platform/linux/system/LinuxSystem.h"
+#include "platform/ports/DropText.h"
 #include "platform/ports/SessionClipboard.h"
+#include "platform/qt/ports/QtDrops.h"
 #include "platform/qt/ports/QtEventLoop.h"
 #include "platform/qt/ports/QtMessageBoxes.h"
 #include "platform/qt/ports/QtSound.h"
@@ -46,6 +49,8 @@ class Program {
 
   QtEventLoop loop_;
   std::unique_ptr<SessionClipboard> clipboard_;
+  std::unique_ptr<DropText> dropText_;
+  std::optional<QtDrops> drops_;  // while dropText_ is
   QtTimers timers_;
   Dispatcher dispatcher_;
   QtTips tips_;

@@ -3,6 +3,7 @@
 #include <wayland-client.h>
 #include <xcb/xcb.h>
 
+#include <QGuiApplication>
 #include <cstdlib>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "platform/qt/portal/PortalGlobalKey.h"
 #include "platform/wayland/clipboard/WaylandClipboard.h"
 #include "platform/x11/clipboard/XClipboard.h"
+#include "platform/x11/clipboard/XDropReader.h"
 #include "platform/x11/keys/XGlobalKey.h"
 
 namespace quillbox {
@@ -91,6 +93,16 @@ std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop) {
   if (!HasXServer()) throw RuntimeError(errors::kDeviceError, WhyNoXServer() + ", and " + whyNotNatively);
   Trace({"clipboard: the X server's, because ", whyNotNatively});
   return std::make_unique<XClipboard>(loop);
+}
+
+std::unique_ptr<DropText> ChooseDropText(EventLoop& loop) {
+  if (QGuiApplication::platformName() != QLatin1String("xcb")) return nullptr;
+  try {
+    return std::make_unique<XDropReader>(loop);
+  } catch (const RuntimeError& error) {
+    Trace({"drops: by the toolkit, because ", error.what()});
+    return nullptr;
+  }
 }
 
 std::unique_ptr<KeySender> ChooseKeySender(const std::function<std::string()>& dataFolder) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/ports/DropText.h"
 #include "platform/ports/EventLoop.h"
 #include "platform/ports/GlobalKey.h"
 #include "platform/ports/KeySender.h"
@@ -32,6 +33,10 @@ class DisplayChoice {
 // would take the other's text for a copy. RuntimeError 57, in words as above, if the session has no clipboard
 // that we can reach. `loop` outlives it.
 std::unique_ptr<SessionClipboard> ChooseClipboard(EventLoop& loop);
+
+// Where the windows are X11's; else null, the toolkit's own way being the only one. For when Qt has started.
+// `loop` outlives it.
+std::unique_ptr<DropText> ChooseDropText(EventLoop& loop);
 
 // Never fails: where nothing can be typed, each Send says so. `dataFolder` gives the user's when a permission
 // is to be kept there.
