@@ -110,16 +110,15 @@ class WithoutTray(DesktopCase):
     def test_tray_that_comes_later_and_goes_and_comes_back(self):
         self.desktop.start_program()
         self.close_window()
-        for _ in range(2):
+        for again in range(3):
             self.desktop.start_panel()
             wait_for("the icon", self.desktop.icons)
             wait_for("the task bar's end", lambda: (w := self.desktop.window("Quillbox")) is None
                      or w.id not in self.desktop.client_list())
             self.assertEqual(1, len(self.desktop.icons()))
-            self.desktop.stop_panel()
-            wait_for("the task bar again", lambda: self.desktop.reach() in ("taskbar", "window"), GRACE)
-        self.desktop.start_panel()
-        wait_for("the icon", self.desktop.icons)
+            if again < 2:
+                self.desktop.stop_panel()
+                wait_for("the task bar again", lambda: self.desktop.reach() in ("taskbar", "window"), GRACE)
         self.desktop.click_icon(1)
         self.titled("Quillbox")
 
