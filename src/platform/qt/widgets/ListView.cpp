@@ -94,6 +94,12 @@ ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int top) {
     if (!drawing_ && top < list_.ShownCount()) list_.SetTopIndex(list_.RowAt(top));
   });
+  // Drawn on a page behind, a list has no room to scroll in yet.
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
+    const bool drawing = std::exchange(drawing_, true);
+    ScrollToTop();
+    drawing_ = drawing;
+  });
 }
 
 void ListView::Draw() {
@@ -113,14 +119,18 @@ void ListView::Draw() {
   if (selectionModel()->selection() != selection) {
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
   }
-  const int top = list_.PositionOf(list_.GetTopIndex());
-  if (verticalScrollBar()->value() != top) verticalScrollBar()->setValue(top);
+  ScrollToTop();
   // A row that becomes the current one is seen; what the person scrolls to afterwards stays.
   if (index.isValid() && std::exchange(drawnIndex_, current) != current) scrollTo(index);
   drawnIndex_ = current;
   drawing_ = false;
   TellShownRows();
   viewport()->update();
+}
+
+void ListView::ScrollToTop() {
+  const int top = list_.PositionOf(list_.GetTopIndex());
+  if (verticalScrollBar()->value() != top) verticalScrollBar()->setValue(top);
 }
 
 void ListView::TellShownRows() {

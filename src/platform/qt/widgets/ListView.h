@@ -57,6 +57,7 @@ class ListView : public QListView {
  private:
   bool OnCheckBox(const QModelIndex& index, const QPoint& place) const;
   void StartDrag();
+  void ScrollToTop();
   void TellShownRows();
 
   ListBox& list_;
