@@ -237,15 +237,17 @@ class Reader:
 
 
 class DragSource(Owner):
-    """Drags what it offers; `told` are the names of what the windows answered."""
+    """Drags what it offers, to be moved; `told` are the names of what the windows answered, `taken` of what they do."""
 
     def __init__(self, name, offers):
-        self.told = []
+        self.told, self.taken = [], set()
         super().__init__(name, offers, selection="XdndSelection")
 
     def _handle(self, message):
         if message.type == X.ClientMessage:
             self.told.append(self.display.get_atom_name(message.client_type))
+            if self.told[-1] == "XdndStatus":
+                self.taken.add(self.display.get_atom_name(message.data[1][4]))
         else:
             super()._handle(message)
 
@@ -258,8 +260,11 @@ class DragSource(Owner):
             window.send_event(event.ClientMessage(window=window, client_type=atom(kind), data=data), 0)
             window.display.flush()
 
+        actions = [self.display.get_atom(f"XdndAction{action}") for action in ("Copy", "Move")]
+        self.window.change_property(self.display.get_atom("XdndActionList"), Xatom.ATOM, 32, actions)
+        self.display.sync()
         tell("XdndEnter", 5 << 24, *map(atom, self.offers))
-        tell("XdndPosition", 0, x << 16 | y, self.time, atom("XdndActionCopy"))
+        tell("XdndPosition", 0, x << 16 | y, self.time, actions[1])
         tell("XdndDrop", 0, self.time)
 
 

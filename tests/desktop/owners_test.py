@@ -28,13 +28,13 @@ class Owners(DesktopCase):
         """Five of a source that says nothing; then one of files, which are no text, and one of a text."""
         window = self.desktop.show_window()
         left, top, width, height = self.desktop.place(window)
-        on_list = window, left + width // 2, top + height // 3
+        on_list, on_field = ((window, left + width // 2, top + height * part // 4) for part in (1, 3))
         with DragSource(self.desktop.name, {"text/plain": silent, "text/uri-list": silent}) as source:
             sent = []
 
             def five_dropped():
                 if source.told.count("XdndFinished") == len(sent):
-                    sent.append(source.drop(*on_list))
+                    sent.append(source.drop(*(on_list, on_field)[len(sent) % 2]))
                 return len(sent) == 5
 
             wait_for("the end of four drags", five_dropped)
@@ -42,6 +42,7 @@ class Owners(DesktopCase):
             self.desktop.key("Escape")
             self.next_copy_is_taken()
             self.assertIn("text/plain", source.asked)
+            self.assertEqual({"XdndActionCopy"}, source.taken)
         before = self.file("Clip")
         for offers in {"text/plain": b"/a", "text/uri-list": b"file:///a\r\n"}, {"UTF8_STRING": "a \u20ac".encode()}:
             with DragSource(self.desktop.name, offers) as source:

@@ -93,6 +93,16 @@ void AreaField::insertFromMimeData(const QMimeData* source) {
   PutIn(FromQt(source->text()));
 }
 
+void AreaField::dragEnterEvent(QDragEnterEvent* event) {
+  QPlainTextEdit::dragEnterEvent(event);
+  TakeCopy(*event);
+}
+
+void AreaField::dragMoveEvent(QDragMoveEvent* event) {
+  QPlainTextEdit::dragMoveEvent(event);
+  TakeCopy(*event);
+}
+
 void AreaField::dropEvent(QDropEvent* event) {
   if (event->source() && (event->source() == this || event->source() == viewport())) {
     return QPlainTextEdit::dropEvent(event);

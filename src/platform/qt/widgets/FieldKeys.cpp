@@ -91,6 +91,10 @@ bool HandKeyOver(TextBox& box, const QKeyEvent& event) {
 
 bool OffersText(const QMimeData& data) { return data.hasFormat(QStringLiteral("text/plain")); }
 
+void TakeCopy(QDropEvent& event) {
+  if (!event.source()) event.setDropAction(Qt::CopyAction);
+}
+
 DragData DroppedText(const QDropEvent& event) {
   const QMimeData& data = *event.mimeData();
   if (!OffersText(data)) return std::nullopt;

@@ -16,6 +16,8 @@ KeyEvent KeyOf(const QKeyEvent& event);
 bool HandKeyOver(TextBox& box, const QKeyEvent& event);
 // Whether plain text is offered; asks the source for nothing.
 bool OffersText(const QMimeData& data);
+// Another program keeps what is dragged from it, though it offers to move it.
+void TakeCopy(QDropEvent& event);
 // The plain text of what was dropped; nothing if it holds none. Addresses of files are no text.
 DragData DroppedText(const QDropEvent& event);
 

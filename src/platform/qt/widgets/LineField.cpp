@@ -87,12 +87,19 @@ void LineField::mousePressEvent(QMouseEvent* event) {
 
 void LineField::dragEnterEvent(QDragEnterEvent* event) {
   if (OffersText(*event->mimeData())) event->acceptProposedAction();
+  TakeCopy(*event);
+}
+
+void LineField::dragMoveEvent(QDragMoveEvent* event) {
+  QLineEdit::dragMoveEvent(event);
+  TakeCopy(*event);
 }
 
 void LineField::dropEvent(QDropEvent* event) {
   box_.SetSelStart(static_cast<std::size_t>(cursorPositionAt(event->position().toPoint())));
   box_.PersonDrop(DroppedText(*event));
   event->acceptProposedAction();
+  TakeCopy(*event);
 }
 
 }  // namespace quillbox
