@@ -14,6 +14,7 @@ import time
 ANSWER = 0.6  # seconds in which a key that moves the focus has moved it
 PATIENCE = 50  # seconds for an answer
 MOST = 60  # presses of Tab; no window has as many controls
+OTHERWISE = {"button": "push button"}  # as newer libraries call it
 STATES = ("FOCUSABLE", "FOCUSED", "SHOWING", "VISIBLE", "ENABLED", "SENSITIVE", "CHECKED", "CHECKABLE", "SELECTED")
 
 
@@ -45,7 +46,8 @@ class Server:
         if node is None:
             return None
         states = node.get_state_set()
-        found = {"role": node.get_role_name(), "name": node.get_name() or "",
+        role = node.get_role_name()
+        found = {"role": OTHERWISE.get(role, role), "name": node.get_name() or "",
                  "description": node.get_description() or "",
                  "states": [name for name in STATES if states.contains(getattr(self.api.StateType, name))]}
         try:
