@@ -35,8 +35,8 @@ PortalKeySender::PortalKeySender(Options options)
     : options_(std::move(options)), session_(QDBusConnection::sessionBus()), token_(options_.dataFolder) {}
 
 void PortalKeySender::Send(const Text& keys) {
-  const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (!strokes.empty()) Run([&] { return strokes; });
+  std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
+  if (!strokes.empty()) Run([&] { return std::move(strokes); });
 }
 
 void PortalKeySender::SendTo(const KeysFor& keysFor) {

@@ -32,8 +32,8 @@ bool WaylandKeySender::Offered() const {
 }
 
 void WaylandKeySender::Send(const Text& keys) {
-  const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (!strokes.empty()) Type([&](const WaylandToplevels&) { return strokes; });
+  std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
+  if (!strokes.empty()) Type([&](const WaylandToplevels&) { return std::move(strokes); });
 }
 
 void WaylandKeySender::SendTo(const KeysFor& keysFor) {

@@ -133,8 +133,8 @@ void XKeySender::Recover() {
 }
 
 void XKeySender::Send(const Text& keys) {
-  const std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
-  if (!strokes.empty()) Run([&] { return strokes; });
+  std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);
+  if (!strokes.empty()) Run([&] { return std::move(strokes); });
 }
 
 void XKeySender::SendTo(const KeysFor& keysFor) {
