@@ -37,10 +37,10 @@ class DataFileReader::Reading {
     try {
       lines_.NextUntil(ends, text);
     } catch (const RuntimeError&) {
-      slots.Set(number, std::move(text));
+      slots.Set(number, text);
       throw;
     }
-    slots.Set(number, std::move(text));
+    slots.Set(number, text);
   }
 
  private:

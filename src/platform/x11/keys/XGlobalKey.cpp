@@ -110,6 +110,7 @@ KeyBinding XGlobalKey::Take(std::vector<Grab> needed) {
   if (needed.empty()) return KeyBinding::NoSuchKey;
   xcb_connection_t* const server = connection_->Get();
   std::vector<xcb_void_cookie_t> cookies;
+  cookies.reserve(needed.size());
   for (const Grab& grab : needed) {
     cookies.push_back(xcb_grab_key_checked(server, 0, connection_->Root(), grab.modifiers, grab.code,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
