@@ -40,7 +40,7 @@ namespace {
 const QString kShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 const QString kId = QStringLiteral("find");
 
-// As the specification of shortcuts for desktops writes it: CTRL+ALT+v, with the names of keysyms.
+// As desktops tell each other shortcuts: CTRL+ALT+v, with the names of keysyms.
 QString Trigger(const KeyCombination& key) {
   QString trigger;
   constexpr std::pair<std::uint8_t, const char*> kNames[] = {{modifier::kControl, "CTRL+"},
