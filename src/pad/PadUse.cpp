@@ -19,7 +19,7 @@ PadUse::PadUse(MainWindow& window, PadList& pad, DataFiles& files, Norvane& sett
 void PadUse::UseShown() {
   const SharedText text(fields_.text.GetText());
   if (text.IsEmpty()) return;
-  if (PadList::IsScript(text.Get())) return ExecuteShown();
+  if (PadList::IsScript(fields_.text.GetText())) return ExecuteShown();
   {
     const PollPause pause(window_.poll);
     CopyText(text);
@@ -46,8 +46,9 @@ void PadUse::CopyText(const SharedText& text) {
 
 void PadUse::UseCurrent() {
   assert(HasCurrentRow(pad_.List1));
-  const SharedText text = pad_.PadEntries(pad_.List1.GetListIndex());
-  if (PadList::IsScript(text.Get())) return ExecuteCurrent();
+  const int current = pad_.List1.GetListIndex();
+  if (pad_.IsScript(current)) return ExecuteCurrent();
+  const SharedText text = pad_.PadEntries(current);
   const PollPause pause(window_.poll);
   CopyText(text);
   if (MovesUsedEntries()) MoveCurrentToTop(u"Inserted");

@@ -18,6 +18,8 @@ class PadList {
   // An entry whose text begins with this, in capitals or small letters, is a script.
   static constexpr TextView kScriptMark = u"{SCRIPT}";
   static bool IsScript(TextView text);
+  // The same of the text in a slot, of which no more is read than the mark.
+  bool IsScript(int slot) const { return IsScript(PadEntries(slot).Get(kScriptMark.size())); }
 
   // An empty name becomes "[No Name]", in the caller's variable too.
   void AddEntry1(Text& EintragName, SharedText Eintrag, int Stelle);

@@ -72,7 +72,7 @@ void PastePick::Picked(const SharedText& text) {
 
 bool PastePick::Holds(const SharedText& text) {
   bool holds = false;
-  IgnoreFailure([&] { holds = SameText(CutTo(clipboard_.Read(), limits::kEntryLength), text.Get()); });
+  IgnoreFailure([&] { holds = text.Is(CutTo(clipboard_.Read(), limits::kEntryLength)); });
   if (!holds) Trace({"paste: nothing, the clipboard holds another text by now"});
   return holds;
 }

@@ -71,10 +71,11 @@ void TrayCommands::UsePadEntry(int k) {
   if (pad_.List1.GetListCount() < k) return;
   padPage_.CloseFind();
   const SharedText text = pad_.PadEntries(k - 1);
+  const bool script = pad_.IsScript(k - 1);
   pad_.List1.SetListIndex(k - 1);
   padPage_.List1_DblClick();
   // A script types what it has to by itself.
-  if (!PadList::IsScript(text.Get())) pastePick_.Picked(text);
+  if (!script) pastePick_.Picked(text);
 }
 
 }  // namespace quillbox

@@ -136,7 +136,7 @@ void TrayMenu::AktualisiereContextMnu2() {
   Build(mnuPadSub, Prefix::Collapsed, shown.collapsed, shown.collapsedLength, nameOf);
   for (std::deque<MenuItem>* const items : {&mnuPad, &mnuPadSub}) {
     for (std::size_t row = 0; row < items->size(); ++row)
-      (*items)[row].SetScript(PadList::IsScript(pad_.PadEntries(static_cast<int>(row)).Get()));
+      (*items)[row].SetScript(pad_.IsScript(static_cast<int>(row)));
   }
 }
 

@@ -20,11 +20,10 @@ QWidget* MakePadPage(FormView& view, PadPage& page, PadList& list) {
   layout->addWidget(MakeFindBar(view, page.find, QStringLiteral("Find in the Pad-List")));
   auto* const listRow = new QHBoxLayout;
   listRow->addWidget(
-      MakeList(view, list.List1, QStringLiteral("Pad-List"),
-               QStringLiteral("Texts that you keep appear here: give one a name and press Add."),
-               [&list, script = NamedIcon("script")](int row) {
-                 return PadList::IsScript(list.PadEntries(row).Get()) ? script : QIcon();
-               }),
+      MakeList(
+          view, list.List1, QStringLiteral("Pad-List"),
+          QStringLiteral("Texts that you keep appear here: give one a name and press Add."),
+          [&list, script = NamedIcon("script")](int row) { return list.IsScript(row) ? script : QIcon(); }),
       1);
   listRow->addWidget(MakeUpDown(view, page.UpDown2, QStringLiteral("Move Pad entry")), 0, Qt::AlignVCenter);
   layout->addLayout(listRow, 3);
