@@ -13,8 +13,9 @@ namespace quillbox {
 
 // Of a text, as its owner sends it. What comes behind is taken off the owner's hands and forgotten.
 inline constexpr std::size_t kMaxClipboardBytes = 16 * 1024 * 1024;
-inline constexpr int kOwnerDeadlineMs = 5000;  // for all that is asked of one owner
-inline constexpr int kStuckReaderMs = 5000;    // a reader that takes nothing for so long is given up
+inline constexpr int kOwnerDeadlineMs = 5000;               // for all that is asked of one owner
+inline constexpr int kSecretHintMs = kOwnerDeadlineMs / 2;  // for the mark of a secret, if it is offered
+inline constexpr int kStuckReaderMs = 5000;  // a reader that takes nothing for so long is given up
 
 // The type by which password managers mark a secret: its value says so.
 inline constexpr std::string_view kSecretHintType = "x-kde-passwordManagerHint";

@@ -25,7 +25,7 @@ TextReading::TextReading(WaylandConnection& connection, EventLoop& loop, SecretM
     return;
   }
   Ask(std::string(kSecretHintType), kMaxSecretHintBytes, &TextReading::OnHint);
-  hintDeadline_ = loop_.StartTimer(kOwnerDeadlineMs / 2, [this] {
+  hintDeadline_ = loop_.StartTimer(kSecretHintMs, [this] {
     hintDeadline_ = 0;
     OnHintLate();
   });

@@ -40,7 +40,7 @@ class XTransfer {
   using Done = std::function<void(Result)>;
 
   static constexpr int kDeadlineMs = kOwnerDeadlineMs;
-  static constexpr int kListedHintMs = kDeadlineMs / 2, kUnlistedHintMs = 50;
+  static constexpr int kListedHintMs = kSecretHintMs, kUnlistedHintMs = 50;
   static constexpr std::size_t kMaxBytes = kMaxClipboardBytes;  // kept of a text, as the owner sends it
 
   // `time` is a server time at which the owner was the owner.
