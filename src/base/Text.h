@@ -13,6 +13,21 @@ using TextView = std::u16string_view;
 constexpr bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 constexpr bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
+// The character above U+FFFF of a pair of them, and its halves.
+constexpr char32_t JoinSurrogates(char16_t high, char16_t low) {
+  return 0x10000 + ((char32_t{high} & 0x3FF) << 10) + (char32_t{low} & 0x3FF);
+}
+constexpr char16_t HighSurrogateOf(char32_t character) {
+  return static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
+}
+constexpr char16_t LowSurrogateOf(char32_t character) {
+  return static_cast<char16_t>(0xDC00 + (character & 0x3FF));
+}
+inline Text TextOf(char32_t character) {
+  if (character < 0x10000) return Text(1, static_cast<char16_t>(character));
+  return {HighSurrogateOf(character), LowSurrogateOf(character)};
+}
+
 // The first `length` units of `text`, one less where the cut would leave half a surrogate pair behind.
 constexpr TextView CutTo(TextView text, std::size_t length) {
   if (text.size() <= length) return text;

@@ -47,7 +47,7 @@ std::string Encode(TextView text, Surrogates surrogates) {
     if (from == end) break;
     unsigned code = *from++;
     if (IsHighSurrogate(static_cast<char16_t>(code)) && from != end && IsLowSurrogate(*from)) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (*from++ - 0xDC00U);
+      code = JoinSurrogates(static_cast<char16_t>(code), *from++);
     } else if ((code & 0xF800) == 0xD800 && surrogates == Surrogates::Replace) {
       code = kReplacement;
     }
@@ -101,8 +101,8 @@ Text Decode(std::string_view bytes, Surrogates surrogates) {
       continue;
     }
     if (point.code >= 0x10000) {
-      *to++ = static_cast<char16_t>(0xD800 + ((point.code - 0x10000) >> 10));
-      *to++ = static_cast<char16_t>(0xDC00 + (point.code & 0x3FF));
+      *to++ = HighSurrogateOf(point.code);
+      *to++ = LowSurrogateOf(point.code);
     } else {
       *to++ = static_cast<char16_t>(point.code);
     }

@@ -43,7 +43,7 @@ void FoldTable::MakePage(std::size_t number) {
 std::size_t FoldTable::Ask(TextView text, Text& to) {
   const char16_t unit = text[0];
   if (IsHighSurrogate(unit) && text.size() > 1 && IsLowSurrogate(text[1])) {
-    to = folding_.Fold(0x10000 + ((static_cast<char32_t>(unit) & 0x3FF) << 10) + (text[1] & 0x3FF));
+    to = folding_.Fold(JoinSurrogates(unit, text[1]));
     return 2;
   }
   to = IsHalf(unit) ? Text(1, unit) : folding_.Fold(unit);

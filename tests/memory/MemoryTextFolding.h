@@ -13,10 +13,7 @@ class MemoryTextFolding : public TextFolding {
     if (character >= 0x300 && character < 0x370) return {};
     if (character >= U'A' && character <= U'Z') character += U'a' - U'A';
     if (character == U'ß') return u"ss";
-    if (character >= 0x10000) {
-      const char32_t above = character - 0x10000;
-      return {static_cast<char16_t>(0xD800 + (above >> 10)), static_cast<char16_t>(0xDC00 + (above & 0x3FF))};
-    }
+    if (character >= 0x10000) return TextOf(character);
     const auto unit = static_cast<char16_t>(character);
     const std::size_t found = kFrom.find(unit);
     return Text(1, found == TextView::npos ? unit : kTo[found]);

@@ -37,7 +37,6 @@ constexpr std::array kNames{Named{u"Backspace", SpecialKey::Backspace},
                             Named{u"Tab", SpecialKey::Tab},
                             Named{u"Up", SpecialKey::Up}};
 constexpr TextView kSpace = u"Space";
-constexpr int kFunctionKeys = 24;
 
 bool Same(TextView a, TextView b) { return AsciiUpper(a) == AsciiUpper(b); }
 
@@ -45,7 +44,7 @@ bool IsControl(char32_t character) { return character < 0x20 || (character >= 0x
 
 char32_t OneCharacter(TextView text) {
   const bool pair = text.size() == 2 && IsHighSurrogate(text[0]) && IsLowSurrogate(text[1]);
-  if (pair) return 0x10000 + ((char32_t{text[0]} & 0x3FF) << 10) + (text[1] & 0x3FF);
+  if (pair) return JoinSurrogates(text[0], text[1]);
   return text.size() == 1 && !IsHighSurrogate(text[0]) && !IsLowSurrogate(text[0]) ? text[0] : U'\0';
 }
 
@@ -56,8 +55,7 @@ std::optional<KeyCombination> ParseKey(TextView name) {
   if (Same(name, kSpace)) return KeyCombination{.character = U' '};
   for (int number = 1; number <= kFunctionKeys; ++number) {
     if (Same(name, Text(u"F").append(Decimal(number))))
-      return KeyCombination{.special =
-                                static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + number - 1)};
+      return KeyCombination{.special = NthFunctionKey(number)};
   }
   const char32_t character = OneCharacter(AsciiUpper(name));
   if (character == U' ' || IsControl(character)) return std::nullopt;
@@ -72,9 +70,7 @@ Text NameOf(const KeyCombination& key) {
   }
   if (key.special != SpecialKey::None || IsControl(key.character)) return {};
   if (key.character == U' ') return Text(kSpace);
-  if (key.character < 0x10000) return Text(1, static_cast<char16_t>(key.character));
-  const auto above = static_cast<std::uint32_t>(key.character - 0x10000);
-  return {static_cast<char16_t>(0xD800 + (above >> 10)), static_cast<char16_t>(0xDC00 + (above & 0x3FF))};
+  return TextOf(key.character);
 }
 
 }  // namespace

@@ -73,9 +73,9 @@ std::optional<SpecialKey> FindName(TextView name) {
     if (known.name == upper) return known.key;
   }
   if (upper.size() < 2 || upper[0] != u'F' || upper[1] == u'0') return std::nullopt;
-  const auto number = ReadNumber(TextView(upper).substr(1), 24);
+  const auto number = ReadNumber(TextView(upper).substr(1), kFunctionKeys);
   if (!number) return std::nullopt;
-  return static_cast<SpecialKey>(static_cast<std::size_t>(SpecialKey::F1) + *number - 1);
+  return NthFunctionKey(static_cast<int>(*number));
 }
 
 std::uint8_t SignModifier(char16_t unit) {
@@ -182,9 +182,7 @@ class Parser {
     const std::size_t start = at_;
     ReadUnits();
     const char16_t unit = keys_[start];
-    if (at_ - start == 2) {
-      return {.character = 0x10000 + ((char32_t{unit} & 0x3FF) << 10) + (keys_[start + 1] & 0x3FF)};
-    }
+    if (at_ - start == 2) return {.character = JoinSurrogates(unit, keys_[start + 1])};
     if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) Fail("half a character stands alone");
     if (unit == u'\t') return {.special = SpecialKey::Tab};
     if (unit == u'\r' && at_ < keys_.size() && keys_[at_] == u'\n') ++at_;

@@ -70,6 +70,12 @@ enum class SpecialKey : std::uint8_t {
   F24,
 };
 
+inline constexpr int kFunctionKeys = 24;
+// F1 to F24 by their number.
+constexpr SpecialKey NthFunctionKey(int number) {
+  return static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + number - 1);
+}
+
 namespace modifier {
 inline constexpr std::uint8_t kShift = 1;
 inline constexpr std::uint8_t kControl = 2;

@@ -36,15 +36,7 @@ Text LinuxClock::Formatted(const wchar_t* format) {
   const std::size_t length = ::wcsftime_l(buffer, kMaxLength, format, &local, locale_.Get());
   Text text;
   text.reserve(length);
-  for (std::size_t i = 0; i < length; ++i) {
-    const auto character = static_cast<char32_t>(buffer[i]);
-    if (character > 0xFFFF) {
-      text += static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
-      text += static_cast<char16_t>(0xDC00 + (character & 0x3FF));
-    } else {
-      text += static_cast<char16_t>(character);
-    }
-  }
+  for (std::size_t i = 0; i < length; ++i) text += TextOf(static_cast<char32_t>(buffer[i]));
   return text;
 }
 

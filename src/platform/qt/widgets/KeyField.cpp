@@ -67,8 +67,7 @@ KeyCombination CombinationOf(const QKeyEvent& event) {
   for (const Special& each : kSpecials) {
     if (each.key == code) key.special = each.special;
   }
-  if (code >= Qt::Key_F1 && code <= Qt::Key_F24)
-    key.special = static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + code - Qt::Key_F1);
+  if (code >= Qt::Key_F1 && code <= Qt::Key_F24) key.special = NthFunctionKey(code - Qt::Key_F1 + 1);
   // Keys of characters bear the code of theirs.
   if (key.special == SpecialKey::None && code < Qt::Key_Escape) key.character = static_cast<char32_t>(code);
   return key;
