@@ -38,10 +38,9 @@ class StatusNotifierHost(BusService):
         self._signal("StatusNotifierHostRegistered", None)
 
     def host(self, there):
-        """A host of its own comes or goes."""
+        """A host of its own comes or goes, of which Plasma's watcher tells nobody."""
         name = "org.kde.StatusNotifierHost-1"
         self.name("RequestName", "(su)", name, 4) if there else self.name("ReleaseName", "(s)", name)
-        self._signal(f"StatusNotifierHost{'R' if there else 'Unr'}egistered", None)
 
     def _called(self, _bus, sender, _path, _interface, method, arguments, invocation):
         if method == "RegisterStatusNotifierItem":

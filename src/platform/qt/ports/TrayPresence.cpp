@@ -20,6 +20,9 @@ namespace quillbox {
 namespace {
 
 const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+// What the names of hosts begin with, and what a bus can watch of that: whole parts of a name only.
+const QString kHost = QStringLiteral("org.kde.StatusNotifierHost");
+const QString kWatcherAndHosts = QStringLiteral("org.kde*");
 // A tray's coming is several steps: the owner first, then what makes it usable.
 constexpr int kSettleMilliseconds = 200;
 constexpr const char* kKded[] = {"org.kde.kded5", "org.kde.kded6"};
@@ -38,8 +41,8 @@ xcb_atom_t Intern(xcb_connection_t* connection, const std::string& name) {
   return atom;
 }
 
-// Plasma's watcher is a daemon of its own that runs without a panel too, and says then as well that there is
-// a host. A panel that watches by itself may have no name as a host.
+// Plasma's watcher is a daemon of its own that runs without a panel too, says then as well that there is a
+// host, and tells nobody when one comes or goes. A panel that watches by itself may have no name as a host.
 bool IsKded(const QDBusConnectionInterface& bus) {
   const QString watcher = bus.serviceOwner(kWatcher);
   return std::any_of(std::begin(kKded), std::end(kKded), [&](const char* name) {
@@ -49,10 +52,7 @@ bool IsKded(const QDBusConnectionInterface& bus) {
 
 bool HasHostName(const QDBusConnectionInterface& bus) {
   const QStringList names = bus.registeredServiceNames();
-  return std::any_of(names.begin(), names.end(), [](const QString& name) {
-    return name.startsWith(QLatin1String("org.kde.StatusNotifierHost")) ||
-           name.startsWith(QLatin1String("org.freedesktop.StatusNotifierHost"));
-  });
+  return std::any_of(names.begin(), names.end(), [](const QString& name) { return name.startsWith(kHost); });
 }
 
 }  // namespace
@@ -109,8 +109,11 @@ TrayPresence::TrayPresence() {
   filter_ = std::make_unique<TrayWindowFilter>(soon);
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (bus.isConnected()) {
-    watcher_ = std::make_unique<QDBusServiceWatcher>(kWatcher, bus, QDBusServiceWatcher::WatchForOwnerChange);
-    connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, soon);
+    names_ = std::make_unique<QDBusServiceWatcher>(kWatcherAndHosts, bus,
+                                                   QDBusServiceWatcher::WatchForOwnerChange);
+    connect(names_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, [soon](const QString& name) {
+      if (name == kWatcher || name.startsWith(kHost)) soon();
+    });
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
       bus.connect(kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher, QLatin1String(signal),
                   &settle_, SLOT(start()));

@@ -27,7 +27,7 @@ class TrayPresence : public QObject {
   void Look();
   bool HasStatusNotifier() const;
 
-  std::unique_ptr<QDBusServiceWatcher> watcher_;
+  std::unique_ptr<QDBusServiceWatcher> names_;
   std::unique_ptr<TrayWindowFilter> filter_;
   QTimer settle_;
   bool statusNotifier_ = false;
