@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindowStateChangeEvent>
 #include <algorithm>
@@ -22,6 +23,13 @@
 #include "platform/qt/widgets/Bindings.h"
 
 namespace quillbox {
+
+namespace {
+
+// A window that is mapped as a minimised one is a normal one first under KWin.
+constexpr int kSettleMilliseconds = 200;
+
+}  // namespace
 
 MainView::MainView(frmTray& program, const ViewTools& tools, std::function<bool()> trayReachable)
     : FormView(program.form, tools), program_(program), trayReachable_(std::move(trayReachable)) {
@@ -160,8 +168,10 @@ void MainView::changeEvent(QEvent* event) {
     // The minimise box is a way to the tray.
     form.GetDispatcher().Dispatch([&form] { form.SetWindowState(WindowState::Minimized); });
   } else if (!isMinimized() && inTaskbar_) {
-    // Brought back from the task bar.
-    form.GetDispatcher().Dispatch([&form] { form.Show(); });
+    // Brought back from the task bar, unless this is only a step on the way there.
+    QTimer::singleShot(kSettleMilliseconds, this, [this, &form] {
+      if (inTaskbar_ && !isMinimized()) form.GetDispatcher().Dispatch([&form] { form.Show(); });
+    });
   }
 }
 
