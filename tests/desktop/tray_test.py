@@ -4,6 +4,8 @@ import re
 import time
 import unittest
 
+import Xlib.X
+
 import datafiles
 from case import DesktopCase, SETTINGS
 from desktop import wait_for
@@ -200,6 +202,23 @@ class StatusNotifier(WithHost):
         host.activate()
         host.activate()
         self.titled("Quillbox")
+
+    def test_what_a_desktop_waits_for_is_told(self):
+        """The one that has handed out a token under Wayland; its X server shows the same messages as any."""
+        self.desktop.root.change_attributes(event_mask=Xlib.X.PropertyChangeMask)
+        host = self.start_with_host()
+        host.provide_token("a-token-longer-than-one-message")
+        host.activate()
+        told = bytearray()
+
+        def whole():
+            while self.desktop.display.pending_events():
+                event = self.desktop.display.next_event()
+                if event.type == Xlib.X.ClientMessage:
+                    told.extend(event.data[1])
+            return told.rstrip(b"\0") == b"remove: ID=a-token-longer-than-one-message"
+
+        wait_for("the token", whole)
 
     def test_host_that_goes_away_leaves_the_program_in_reach(self):
         host = self.start_with_host()

@@ -46,6 +46,37 @@ void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_
   xcb_flush(connection);
 }
 
+// A desktop under Wayland shows itself busy until the program that it has given a token to has come up. A
+// native window hands the token back with its activation; an X11 window tells it in the words of X11's
+// startup notification, in pieces of a message's length, the last one ended by a NUL.
+void TellHasComeUp() {
+  constexpr const char* kToken = "XDG_ACTIVATION_TOKEN";
+  xcb_connection_t* const connection = Connection();
+  const QByteArray token = qgetenv(kToken);
+  if (!connection || token.isEmpty()) return;
+  qunsetenv(kToken);
+  const QByteArray text = "remove: ID=" + token + '\0';
+  const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+  const xcb_window_t teller = xcb_generate_id(connection);
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, teller, screen.root, 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_client_message_event_t piece = {};
+  piece.response_type = XCB_CLIENT_MESSAGE;
+  piece.format = 8;
+  piece.window = teller;
+  piece.type = Atom(connection, "_NET_STARTUP_INFO_BEGIN");
+  for (qsizetype at = 0; at < text.size(); at += qsizetype{sizeof piece.data.data8}) {
+    const QByteArray part =
+        text.mid(at, sizeof piece.data.data8).leftJustified(sizeof piece.data.data8, '\0');
+    std::memcpy(piece.data.data8, part.constData(), sizeof piece.data.data8);
+    xcb_send_event(connection, 0, screen.root, XCB_EVENT_MASK_PROPERTY_CHANGE,
+                   reinterpret_cast<const char*>(&piece));
+    piece.type = Atom(connection, "_NET_STARTUP_INFO");
+  }
+  xcb_destroy_window(connection, teller);
+  xcb_flush(connection);
+}
+
 }  // namespace
 
 bool WindowsHavePlaces() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
@@ -79,6 +110,7 @@ void ActivateWindow(QWidget& window) {
   // A native window has no other way. The right to come to the front is a token that the tray has handed over
   // with the click, or the launcher with the start; Qt takes it from its environment.
   if (!WindowsHavePlaces() && window.windowHandle()) window.windowHandle()->requestActivate();
+  TellHasComeUp();
 }
 
 }  // namespace quillbox
