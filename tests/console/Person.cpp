@@ -2,18 +2,31 @@
 
 namespace quillbox {
 
+bool Person::IsKey(char16_t character) {
+  return character == keys::kEnter || character == keys::kBackspace || character == keys::kEscape ||
+         character == keys::kSpace;
+}
+
 void Person::Type(Control& control, const Text& characters) {
-  control.PersonFocus();
-  for (const char16_t character : characters) {
+  Focus(control);
+  for (TextView rest = characters; !rest.empty();) {
     Control* const focused = dispatcher_.Focused();
     if (!focused || !focused->IsReachable()) return;
-    if (auto* const into = dynamic_cast<TextBox*>(focused)) {
-      into->PersonCharacter(character);
-    } else if (character == keys::kEnter || character == keys::kSpace || character == keys::kEscape) {
-      focused->PersonKey(KeyEvent{character});
-    } else if (TakesCharacters(*focused) && character > keys::kSpace) {
-      dynamic_cast<ListBox&>(*focused).PersonType(TextView(&character, 1));
-    }
+    const bool pair = rest.size() > 1 && IsHighSurrogate(rest[0]) && IsLowSurrogate(rest[1]);
+    const TextView character = rest.substr(0, pair ? 2 : 1);
+    rest.remove_prefix(character.size());
+    const bool means = IsKey(character[0]) ? character[0] != keys::kBackspace : TakesCharacters(*focused);
+    if (means || dynamic_cast<TextBox*>(focused)) TypeInto(*focused, character);
+  }
+}
+
+void Person::TypeInto(Control& focused, TextView character) {
+  if (auto* const field = dynamic_cast<TextBox*>(&focused)) {
+    for (const char16_t unit : character) field->PersonCharacter(unit);
+  } else if (IsKey(character[0])) {
+    focused.PersonKey(KeyEvent{character[0]});
+  } else if (character[0] > keys::kSpace) {
+    dynamic_cast<ListBox&>(focused).PersonType(character);
   }
 }
 

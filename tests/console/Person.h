@@ -53,7 +53,7 @@ class Person {
   virtual void Press(KeyBox& box, const KeyCombination& key) { box.PersonPress(key); }
   virtual void SetText(TextBox& field, const Text& text) { field.PersonSetText(text); }
   // Characters as keys: they go to whatever has the focus by then.
-  virtual void Type(Control& control, const Text& characters);
+  void Type(Control& control, const Text& characters);
   // Ctrl+F.
   virtual void Find(Form& form) { form.PersonFind(); }
   virtual void Drop(Control& control, const DragData& data) { control.PersonDrop(data); }
@@ -75,11 +75,15 @@ class Person {
   // What the open menu of that root shows, from the top, a submenu's items behind the submenu.
   virtual std::vector<ShownItem> Look(MenuItem& root);
 
-  // All that is under way on the screen comes to an end. What differs then from the controls; empty if
-  // nothing does.
+  // All that is under way on the screen comes to an end. What differs then from the controls.
   virtual std::vector<Difference> Rest() { return {}; }
 
  protected:
+  // Those that have a key of their own, whatever the control.
+  static bool IsKey(char16_t character);
+  // One character, two units or one, to a control that has a use for it.
+  virtual void TypeInto(Control& focused, TextView character);
+
   Dispatcher& dispatcher_;
 };
 

@@ -10,11 +10,8 @@
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeySequence>
-#include <QLineEdit>
-#include <QMenu>
 #include <QMimeData>
 #include <QPointer>
-#include <QScrollBar>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -23,7 +20,6 @@
 
 #include "console/Protocol.h"
 #include "platform/qt/base/QtText.h"
-#include "platform/qt/widgets/AreaField.h"
 
 namespace quillbox::hand {
 
@@ -34,26 +30,36 @@ QWindow* WindowOf(QWidget& widget) { return widget.window()->windowHandle(); }
 QPoint InWindow(QWidget& widget, const QPoint& place) { return widget.mapTo(widget.window(), place); }
 
 Qt::Key QtKey(int code) {
-  static const std::map<int, Qt::Key> kKeys{{keys::kBackspace, Qt::Key_Backspace},
-                                            {keys::kEnter, Qt::Key_Return},
-                                            {keys::kEscape, Qt::Key_Escape},
-                                            {keys::kSpace, Qt::Key_Space},
-                                            {keys::kPageUp, Qt::Key_PageUp},
-                                            {keys::kPageDown, Qt::Key_PageDown},
-                                            {keys::kEnd, Qt::Key_End},
-                                            {keys::kHome, Qt::Key_Home},
-                                            {keys::kLeft, Qt::Key_Left},
-                                            {keys::kUp, Qt::Key_Up},
-                                            {keys::kRight, Qt::Key_Right},
-                                            {keys::kDown, Qt::Key_Down},
-                                            {keys::kDelete, Qt::Key_Delete}};
+  static const std::map<int, Qt::Key> kKeys{
+      {keys::kBackspace, Qt::Key_Backspace},
+      {keys::kEnter, Qt::Key_Return},
+      {keys::kEscape, Qt::Key_Escape},
+      {keys::kSpace, Qt::Key_Space},
+      {keys::kPageUp, Qt::Key_PageUp},
+      {keys::kPageDown, Qt::Key_PageDown},
+      {keys::kEnd, Qt::Key_End},
+      {keys::kHome, Qt::Key_Home},
+      {keys::kLeft, Qt::Key_Left},
+      {keys::kUp, Qt::Key_Up},
+      {keys::kRight, Qt::Key_Right},
+      {keys::kDown, Qt::Key_Down},
+      {keys::kDelete, Qt::Key_Delete},
+  };
   return kKeys.at(code);
 }
 
-QString TextOf(const KeyEvent& key) {
-  const bool brings = key.code == keys::kBackspace || key.code == keys::kEnter || key.code == keys::kEscape ||
-                      key.code == keys::kSpace;
-  return brings ? QString(QChar(static_cast<char16_t>(key.code))) : QString();
+// The text that the key brings with it.
+QString TextOf(int code) {
+  return code < keys::kPageUp ? QString(QChar(static_cast<char16_t>(code))) : QString();
+}
+
+Qt::KeyboardModifiers Held(bool control, bool shift, bool alt, bool meta) {
+  Qt::KeyboardModifiers held;
+  held.setFlag(Qt::ControlModifier, control);
+  held.setFlag(Qt::ShiftModifier, shift);
+  held.setFlag(Qt::AltModifier, alt);
+  held.setFlag(Qt::MetaModifier, meta);
+  return held;
 }
 
 }  // namespace
@@ -67,29 +73,19 @@ void DoubleClick(QWidget& widget, const QPoint& place) {
 }
 
 void Key(QWidget& widget, const KeyEvent& key) {
-  Qt::KeyboardModifiers held;
-  held.setFlag(Qt::ControlModifier, key.ctrl);
-  held.setFlag(Qt::ShiftModifier, key.shift);
-  held.setFlag(Qt::AltModifier, key.alt);
-  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), QtKey(key.code), TextOf(key), held);
-}
-
-void Find(QWidget& widget) {
-  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), Qt::Key_F, QString(), Qt::ControlModifier);
+  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), QtKey(key.code), TextOf(key.code),
+                      Held(key.ctrl, key.shift, key.alt, false));
 }
 
 void Combination(QWidget& widget, const KeyCombination& key) {
-  Qt::KeyboardModifiers held;
-  held.setFlag(Qt::ControlModifier, (key.modifiers & modifier::kControl) != 0);
-  held.setFlag(Qt::ShiftModifier, (key.modifiers & modifier::kShift) != 0);
-  held.setFlag(Qt::AltModifier, (key.modifiers & modifier::kAlt) != 0);
-  held.setFlag(Qt::MetaModifier, (key.modifiers & modifier::kMeta) != 0);
   // Qt writes combinations as we do, but for two names.
   QString name = ToQt(FormatCombination(key));
   name.replace(QStringLiteral("PageUp"), QStringLiteral("PgUp"))
       .replace(QStringLiteral("PageDown"), QStringLiteral("PgDown"));
-  const int code = QKeySequence(name, QKeySequence::PortableText)[0].key();
-  QTest::sendKeyEvent(QTest::Click, WindowOf(widget), static_cast<Qt::Key>(code), QString(), held);
+  const auto has = [&key](int each) { return (key.modifiers & each) != 0; };
+  QTest::sendKeyEvent(
+      QTest::Click, WindowOf(widget), QKeySequence(name, QKeySequence::PortableText)[0].key(), QString(),
+      Held(has(modifier::kControl), has(modifier::kShift), has(modifier::kAlt), has(modifier::kMeta)));
 }
 
 void Character(QWidget& widget, const QString& character) {
@@ -107,16 +103,17 @@ void Character(QWidget& widget, const QString& character) {
 }
 
 bool Drop(QWidget& widget, const QPoint& place, QMimeData& data) {
+  constexpr Qt::DropActions kActions = Qt::CopyAction | Qt::MoveAction;
   const QPointer<QWidget> target(&widget);
-  QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+  QDragEnterEvent enter(place, kActions, &data, Qt::LeftButton, {});
   QApplication::sendEvent(&widget, &enter);
   if (!target || !enter.isAccepted()) return false;
-  QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+  QDragMoveEvent move(place, kActions, &data, Qt::LeftButton, {});
   move.setDropAction(enter.dropAction());
   move.accept();
   QApplication::sendEvent(&widget, &move);
   if (!target || !move.isAccepted()) return false;
-  QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+  QDropEvent drop(place, kActions, &data, Qt::LeftButton, {});
   QApplication::sendEvent(&widget, &drop);
   return true;
 }
@@ -175,38 +172,6 @@ Text DragOut(QAbstractItemView& view, int row) {
   QTest::mouseMove(window, InWindow(surface, place + away));
   QTest::mouseRelease(window, Qt::LeftButton, {}, InWindow(surface, place));
   return text;
-}
-
-void PasteOverAll(QWidget& field, const Text& text) {
-  if (auto* const line = qobject_cast<QLineEdit*>(&field)) {
-    line->selectAll();
-    line->insert(ToQt(text));
-  } else if (auto* const area = dynamic_cast<AreaField*>(&field)) {
-    area->selectAll();
-    area->PutIn(text);
-  }
-}
-
-void Slide(QWidget& bar, int value) {
-  auto& slider = dynamic_cast<QAbstractSlider&>(bar);
-  slider.setSliderDown(true);
-  slider.setSliderPosition(value);
-  slider.setSliderDown(false);
-}
-
-bool PickFrom(QMenu& menu, const QString& name) {
-  for (QAction* action : menu.actions()) {
-    if (action->menu() && PickFrom(*action->menu(), name)) return true;
-    if (action->objectName() != name) continue;
-    if (menu.isVisible() && action->isVisible()) {
-      menu.setActiveAction(action);
-      Key(menu, KeyEvent{keys::kEnter});
-    } else {
-      action->trigger();
-    }
-    return true;
-  }
-  return false;
 }
 
 }  // namespace quillbox::hand

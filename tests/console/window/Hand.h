@@ -8,7 +8,6 @@
 #include "platform/ports/KeyCombination.h"
 
 class QAbstractItemView;
-class QMenu;
 class QMimeData;
 class QWidget;
 
@@ -19,7 +18,6 @@ void Click(QWidget& widget, const QPoint& place, Qt::KeyboardModifiers held = {}
 void DoubleClick(QWidget& widget, const QPoint& place);
 
 // To whatever has the focus in the widget's window.
-void Find(QWidget& widget);  // Ctrl+F
 void Key(QWidget& widget, const KeyEvent& key);
 void Combination(QWidget& widget, const KeyCombination& key);
 void Character(QWidget& widget, const QString& character);
@@ -41,12 +39,5 @@ QPoint PlaceOfRow(QAbstractItemView& view, int row);
 QPoint PlaceBelowRows(QAbstractItemView& view);
 // Begins a drag on a row; its text. Nothing is dropped.
 Text DragOut(QAbstractItemView& view, int row);
-
-void PasteOverAll(QWidget& field, const Text& text);
-// The slider of a scroll bar is dragged.
-void Slide(QWidget& bar, int value);
-
-// By its name, in the menu or one below it. False if there is none.
-bool PickFrom(QMenu& menu, const QString& name);
 
 }  // namespace quillbox::hand

@@ -9,7 +9,6 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTabBar>
-#include <cstdlib>
 
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/CommandButton.h"
@@ -24,11 +23,31 @@ namespace quillbox {
 
 namespace {
 
-// Compares one control with its widget.
-class Glass {
+// Notes what differs of one form or control.
+class Differences {
  public:
-  Glass(const Control& control, QWidget& widget, std::vector<Difference>& found)
-      : control_(control), widget_(widget), found_(found) {}
+  Differences(std::string of, std::vector<Difference>& found) : of_(std::move(of)), found_(found) {}
+
+  void Add(const char* property, const QString& is, const QString& shouldBe) {
+    found_.push_back({of_, property, FromQt(is), FromQt(shouldBe)});
+  }
+  void String(const char* property, const QString& is, const QString& shouldBe) {
+    if (is != shouldBe) Add(property, is, shouldBe);
+  }
+  void Number(const char* property, int is, int shouldBe) {
+    String(property, QString::number(is), QString::number(shouldBe));
+  }
+
+ private:
+  const std::string of_;
+  std::vector<Difference>& found_;
+};
+
+// Compares one control with its widget.
+class Glass : public Differences {
+ public:
+  Glass(const Control& control, QWidget& widget, const Differences& found)
+      : Differences(found), control_(control), widget_(widget) {}
 
   void Look() {
     Number("Visible", widget_.isVisible(), control_.IsShown());
@@ -42,12 +61,11 @@ class Glass {
       String("Caption", Shown<QAbstractButton>().text(), ToQt(button->GetCaption()).simplified());
       Number("Picture", !Shown<QAbstractButton>().icon().isNull() || button->GetPicture().empty(), true);
     }
-    if (const auto* const box = As<CheckBox>()) Mark(box->GetCaption(), box->GetValue());
-    if (const auto* const option = As<OptionButton>()) Mark(option->GetCaption(), option->GetValue());
-    if (const auto* const picture = As<Picture>()) {
-      if (const auto* const frame = qobject_cast<QGroupBox*>(&widget_)) {
-        String("Caption", frame->title(), ToQt(picture->GetCaption()));
-      }
+    if (const auto* const box = As<CheckBox>()) Mark(*box);
+    if (const auto* const option = As<OptionButton>()) Mark(*option);
+    const auto* const frame = qobject_cast<QGroupBox*>(&widget_);
+    if (const auto* const picture = As<Picture>(); picture && frame) {
+      String("Caption", frame->title(), ToQt(picture->GetCaption()));
     }
     if (const auto* const box = As<ComboBox>()) {
       Number("ListIndex", Shown<QComboBox>().currentIndex(), box->GetListIndex());
@@ -72,15 +90,6 @@ class Glass {
   template <class Kind>
   Kind& Shown() const {
     return dynamic_cast<Kind&>(widget_);
-  }
-
-  void String(const char* property, const QString& is, const QString& shouldBe) {
-    if (is == shouldBe) return;
-    found_.push_back(
-        {control_.Owner().Name() + "." + control_.Name(), property, FromQt(is), FromQt(shouldBe)});
-  }
-  void Number(const char* property, int is, int shouldBe) {
-    String(property, QString::number(is), QString::number(shouldBe));
   }
 
   void Field(const TextBox& field) {
@@ -146,9 +155,10 @@ class Glass {
     Number("Alignment", static_cast<int>(side()), static_cast<int>(shouldBe));
   }
 
-  void Mark(const Text& caption, bool value) {
-    String("Caption", Shown<QAbstractButton>().text(), ToQt(caption));
-    Number("Value", Shown<QAbstractButton>().isChecked(), value);
+  template <class Kind>
+  void Mark(const Kind& mark) {
+    String("Caption", Shown<QAbstractButton>().text(), ToQt(mark.GetCaption()));
+    Number("Value", Shown<QAbstractButton>().isChecked(), mark.GetValue());
   }
 
   void List(const ListBox& list) {
@@ -169,9 +179,8 @@ class Glass {
       // Line breaks and what can't be seen have signs of their own there.
       const QString text = ToQt(list.GetList(row).Get()).left(kCompared);
       const QString shown = index.data().toString().left(kCompared);
-      if (shown != text && shown.size() != Lines(text).size() && text.size() < kCompared)
-        String("List", shown, text);
-      if (shown.at(0) != text.at(0) && text.at(0).isPrint()) String("List", shown, text);
+      const bool otherSize = shown.size() != Lines(text).size() && text.size() < kCompared;
+      if (otherSize || (shown.at(0) != text.at(0) && text.at(0).isPrint())) String("List", shown, text);
     }
     String("Selected", marks, shouldBe);
     const QScrollBar& bar = *view.verticalScrollBar();
@@ -183,36 +192,23 @@ class Glass {
   static constexpr qsizetype kCompared = 80;
   const Control& control_;
   QWidget& widget_;
-  std::vector<Difference>& found_;
 };
 
 void CompareForm(const Form& form, const FormView& view, std::vector<Difference>& found) {
-  const auto number = [&](const char* property, int is, int shouldBe) {
-    if (is == shouldBe) return;
-    found.push_back({form.Name(), property, FromQt(QString::number(is)), FromQt(QString::number(shouldBe))});
-  };
-  if (view.windowTitle() != ToQt(form.GetCaption())) {
-    found.push_back({form.Name(), "Caption", FromQt(view.windowTitle()), form.GetCaption()});
-  }
-  number("Left", view.pos().x(), form.GetLeft() / kTwipsPerPixel);
-  number("Top", view.pos().y(), form.GetTop() / kTwipsPerPixel);
+  Differences ofForm(form.Name(), found);
+  ofForm.String("Caption", view.windowTitle(), ToQt(form.GetCaption()));
+  ofForm.Number("Left", view.pos().x(), form.GetLeft() / kTwipsPerPixel);
+  ofForm.Number("Top", view.pos().y(), form.GetTop() / kTwipsPerPixel);
   for (const Control* control : form.Controls()) {
     if (dynamic_cast<const Timer*>(control)) continue;
-    QWidget* const widget = view.WidgetOf(*control);
-    if (widget) {
-      Glass(*control, *widget, found).Look();
-    } else if (control->IsShown() && !dynamic_cast<const Picture*>(control)) {
-      // A picture that only draws a frame may be the window's own.
-      found.push_back({form.Name() + "." + control->Name(), "Visible", u"0", u"1"});
+    Differences ofControl(form.Name() + "." + control->Name(), found);
+    if (QWidget* const widget = view.WidgetOf(*control)) {
+      Glass(*control, *widget, ofControl).Look();
+    } else if (!dynamic_cast<const Picture*>(
+                   control)) {  // one that only draws a frame may be the window's own
+      ofControl.Number("Visible", false, control->IsShown());
     }
   }
-}
-
-void CompareFocus(const Control& focused, const FormView& view, std::vector<Difference>& found) {
-  const QWidget* const widget = view.focusWidget();
-  if (widget && (widget == view.WidgetOf(focused))) return;
-  found.push_back({focused.Owner().Name(), "Focus", widget ? FromQt(widget->objectName()) : Text(),
-                   FromQt(QString::fromStdString(focused.Name()))});
 }
 
 }  // namespace
@@ -222,15 +218,15 @@ std::vector<Difference> Compare(const Dispatcher& dispatcher, const ProgramViews
   for (const Form* form : dispatcher.Forms()) {
     const FormView* const view = views.Of(*form);
     const bool shown = view && view->isVisible();
-    if (shown != form->GetVisible()) {
-      found.push_back({form->Name(), "Visible", shown ? u"1" : u"0", shown ? u"0" : u"1"});
-    } else if (shown) {
-      CompareForm(*form, *view, found);
-    }
+    Differences(form->Name(), found).Number("Visible", shown, form->GetVisible());
+    if (shown && form->GetVisible()) CompareForm(*form, *view, found);
   }
   const Control* const focused = dispatcher.Focused();
-  if (focused && focused->IsReachable() && views.Of(focused->Owner())) {
-    CompareFocus(*focused, *views.Of(focused->Owner()), found);
+  const FormView* const view = focused && focused->IsReachable() ? views.Of(focused->Owner()) : nullptr;
+  const QWidget* const widget = view ? view->focusWidget() : nullptr;
+  if (view && (!widget || widget != view->WidgetOf(*focused))) {
+    Differences(focused->Owner().Name(), found)
+        .Add("Focus", widget ? widget->objectName() : QString(), QString::fromStdString(focused->Name()));
   }
   return found;
 }
