@@ -49,7 +49,7 @@ void AddSystem(VerbTable& table, Session& session) {
   table.Add("instance", 1, [&](In in, Out) { system.anotherInstance = in.Flag(0); });
   table.Add("screen", 2, [&](In in, Out) {
     const auto side = [&](std::size_t i) { return static_cast<int>(in.Number(i, 1, kLargestScreen)); };
-    world.windows.SetScreenSize({side(0), side(1)});
+    world.windows.screen = {side(0), side(1)};
   });
   table.Add("clock", 1, 2, [&](In in, Out) {
     // Both in one argument, with a blank between.
@@ -64,7 +64,7 @@ void AddSystem(VerbTable& table, Session& session) {
 void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
   table.Add("clip.set", 0, 1, [&](In in, Out) { clipboard.OtherSets(in[0]); });
   table.Add("clip.clear", 0, [&](In, Out) { clipboard.OtherClears(); });
-  table.Add("clip.picture", 0, [&](In, Out) { clipboard.OtherSetsPicture(); });
+  table.Add("clip.picture", 0, [&](In, Out) { clipboard.OtherClears(); });
   table.Add("clip.secret", 0, [&](In, Out) { clipboard.OtherSetsSecret(); });
   table.Add("clip.lock", 1, [&](In in, Out) { clipboard.OtherLocks(in.Flag(0)); });
   table.Add("clip.get", 0, [&](In, Out out) { out.Add(clipboard.Content()); });

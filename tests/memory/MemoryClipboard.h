@@ -21,9 +21,8 @@ class MemoryClipboard : public Clipboard {
   }
 
   void OtherSets(const Text& text) { Change(text, ClipboardNews::Text); }
+  // Also for a picture, or whatever else isn't text.
   void OtherClears() { Change({}, ClipboardNews::Other); }
-  // Without text.
-  void OtherSetsPicture() { OtherClears(); }
   void OtherSetsSecret() {
     OtherClears();
     secret_ = true;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <map>
+#include <set>
+#include <utility>
 
 #include "platform/ports/Registry.h"
 
@@ -14,45 +16,91 @@ class MemoryRegistry : public Registry {
     std::string bytes;
   };
 
-  MemoryRegistry();
-  std::optional<Key> Open(Hive hive, TextView path, std::uint32_t access) override;
-  std::optional<Key> Create(Hive hive, TextView path) override;
-  bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type, std::string& bytes) override;
-  bool Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) override;
-  bool Delete(Key key, TextView name) override;
+  MemoryRegistry() {
+    Make({Hive::CurrentUser, {}});
+    Make(At(Hive::LocalMachine, u"Software\\Microsoft\\Windows\\CurrentVersion\\Run"));
+  }
+
+  std::optional<Key> Open(Hive hive, TextView path, std::uint32_t access) override {
+    const Place place = At(hive, path);
+    const bool forbidden = (access & registry::kSetValue) != 0 && denied_.contains(hive);
+    if (forbidden || !keys_.contains(place)) return {};
+    open_[next_] = place;
+    return next_++;
+  }
+  std::optional<Key> Create(Hive hive, TextView path) override {
+    if (!denied_.contains(hive)) Make(At(hive, path));
+    return Open(hive, path, 0);
+  }
+  bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type, std::string& bytes) override {
+    const auto place = open_.find(key);
+    const Value* const value = place == open_.end() ? nullptr : Look(place->second, name);
+    if (!value || value->bytes.size() > maxBytes) return false;
+    type = value->type;
+    bytes = value->bytes;
+    return true;
+  }
+  bool Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) override {
+    if (!MayWrite(key)) return false;
+    keys_[open_[key]][AsciiUpper(name)] = {type, bytes};
+    return true;
+  }
+  bool Delete(Key key, TextView name) override {
+    return MayWrite(key) && keys_[open_[key]].erase(AsciiUpper(name)) > 0;
+  }
   void Close(Key key) override { open_.erase(key); }
 
   // The program may only read in that hive.
-  void Deny(Hive hive, bool denied) { Of(hive).denied = denied; }
+  void Deny(Hive hive, bool denied) {
+    if (denied) {
+      denied_.insert(hive);
+    } else {
+      denied_.erase(hive);
+    }
+  }
 
-  // From outside of the program, whatever it is denied.
-  void Store(Hive hive, TextView path, TextView name, const Value& value);
-  std::optional<Value> Find(Hive hive, TextView path, TextView name) const;
-  void Remove(Hive hive, TextView path, TextView name);
+  // From outside of the program, whatever it is denied. The key is made with its missing parents.
+  void Store(Hive hive, TextView path, TextView name, const Value& value) {
+    Make(At(hive, path))[AsciiUpper(name)] = value;
+  }
+  std::optional<Value> Find(Hive hive, TextView path, TextView name) const {
+    const Value* const value = Look(At(hive, path), name);
+    return value ? std::optional(*value) : std::nullopt;
+  }
+  void Remove(Hive hive, TextView path, TextView name) {
+    const auto key = keys_.find(At(hive, path));
+    if (key != keys_.end()) key->second.erase(AsciiUpper(name));
+  }
 
  private:
+  using Place = std::pair<Hive, Text>;   // a path in capitals
   using Values = std::map<Text, Value>;  // by name in capitals
-  struct Branch {
-    bool denied = false;
-    std::map<Text, Values> keys;  // by path in capitals
-  };
-  struct Handle {
-    Branch* branch;
-    Text path;
-  };
 
-  Branch& Of(Hive hive) { return hive == Hive::CurrentUser ? user_ : machine_; }
-  const Branch& Of(Hive hive) const { return hive == Hive::CurrentUser ? user_ : machine_; }
-  static Text Normal(TextView path);
-  // The key with its missing parents.
-  static Values& Make(Branch& branch, const Text& path);
-  Key Hand(Branch& branch, const Text& path);
-  // The values of an open key; null if there is none, or no right to change them.
-  Values* Writable(Key key);
+  static Place At(Hive hive, TextView path) {
+    path = path.substr(0, path.find(u'\0'));
+    while (path.starts_with(u'\\')) path.remove_prefix(1);
+    while (path.ends_with(u'\\')) path.remove_suffix(1);
+    return {hive, AsciiUpper(path)};
+  }
+  Values& Make(const Place& place) {
+    const auto& [hive, path] = place;
+    keys_.try_emplace({hive, {}});
+    for (std::size_t at = path.find(u'\\'); at != Text::npos; at = path.find(u'\\', at + 1)) {
+      keys_.try_emplace({hive, path.substr(0, at)});
+    }
+    return keys_[place];
+  }
+  const Value* Look(const Place& place, TextView name) const {
+    const auto key = keys_.find(place);
+    if (key == keys_.end()) return nullptr;
+    const auto value = key->second.find(AsciiUpper(name));
+    return value == key->second.end() ? nullptr : &value->second;
+  }
+  bool MayWrite(Key key) const { return open_.contains(key) && !denied_.contains(open_.at(key).first); }
 
-  Branch user_;
-  Branch machine_;
-  std::map<Key, Handle> open_;
+  std::map<Place, Values> keys_;
+  std::set<Hive> denied_;
+  std::map<Key, Place> open_;
   Key next_ = 1;
 };
 

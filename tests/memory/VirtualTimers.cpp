@@ -9,7 +9,7 @@ namespace quillbox {
 void VirtualTimers::Started(Timer& timer) {
   Stopped(timer);
   // An interval of 0 never ends.
-  if (timer.GetInterval() > 0) running_.push_back({&timer, now_ + timer.GetInterval(), ++starts_});
+  if (timer.GetInterval() > 0) running_.push_back({&timer, now_ + timer.GetInterval()});
 }
 
 void VirtualTimers::Stopped(Timer& timer) {

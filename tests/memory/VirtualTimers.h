@@ -27,13 +27,11 @@ class VirtualTimers : public TimerHost {
   struct Running {
     Timer* timer;
     std::int64_t due;
-    std::uint64_t start;  // counts the starts
   };
   void MoveTo(std::int64_t time);
 
   MemoryClock& clock_;
-  std::int64_t now_ = 0;  // milliseconds that have passed; setting the clock changes nothing here
-  std::uint64_t starts_ = 0;
+  std::int64_t now_ = 0;          // milliseconds that have passed; setting the clock changes nothing here
   std::vector<Running> running_;  // in the order of their start
 };
 
