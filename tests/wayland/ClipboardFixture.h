@@ -16,9 +16,16 @@
 
 namespace quillbox::test {
 
-constexpr int kPatience =
-    20000;  // milliseconds; what is waited for comes at once on a machine that isn't busy
+constexpr int kPatience = 20000;  // milliseconds; what is waited for comes at once on an idle machine
 constexpr int kLookMs = 10;
+constexpr char kBest[] = "text/plain;charset=utf-8";
+constexpr char kHint[] = "x-kde-passwordManagerHint";
+
+inline std::string Times(std::size_t count, std::string_view what) {
+  std::string all;
+  for (std::size_t i = 0; i < count; ++i) all += what;
+  return all;
+}
 
 inline std::size_t OpenDescriptors() {
   const std::filesystem::directory_iterator all("/proc/self/fd");
@@ -42,14 +49,12 @@ class WaylandClipboardTest : public testing::Test {
     compositor = std::make_unique<TestCompositor>(std::move(options));
     Open();
   }
-
   void Open() {
     clipboard = std::make_unique<WaylandClipboard>(loop, compositor->Socket().c_str());
     hook = clipboard->Listen([this](ClipboardNews each) { news.push_back(each); });
     ASSERT_TRUE(clipboard->Settle(kPatience));
     news.clear();
   }
-
   void Close() {
     hook.Release();
     clipboard.reset();
@@ -64,13 +69,6 @@ class WaylandClipboardTest : public testing::Test {
       return std::nullopt;
     }
   }
-
-  // What happens in the compositor's thread wakes nobody: it is looked for again and again.
-  bool Await(const std::function<bool()>& condition) {
-    for (int i = 0; i < kPatience / kLookMs; ++i)
-      if (loop.RunUntil(condition, kLookMs)) return true;
-    return false;
-  }
   // The owner takes the clipboard; what is read once there is news of it.
   std::optional<Text> ReadAfter(TestCompositor::Offer offer) {
     const std::size_t before = news.size();
@@ -79,8 +77,18 @@ class WaylandClipboardTest : public testing::Test {
     return Read();
   }
 
+  // What happens in the compositor's thread wakes nobody: it is looked for again and again.
+  bool Await(const std::function<bool()>& condition) {
+    for (int i = 0; i < kPatience / kLookMs; ++i)
+      if (loop.RunUntil(condition, kLookMs)) return true;
+    return false;
+  }
+  bool AwaitOffered() {
+    return Await([&] { return !compositor->Offered().empty(); });
+  }
+
   // What a reader gets of our text in this type; nothing if it isn't offered.
-  std::optional<std::string> Paste(const std::string& type = "text/plain;charset=utf-8") {
+  std::optional<std::string> Paste(const std::string& type = kBest) {
     const int fd = compositor->Paste(type);
     if (fd < 0) return std::nullopt;
     std::string all;
@@ -94,9 +102,6 @@ class WaylandClipboardTest : public testing::Test {
     ssize_t got = 0;
     while ((got = read(fd, piece, sizeof piece)) > 0) all.append(piece, static_cast<std::size_t>(got));
     return got == 0;
-  }
-  bool AwaitOffered(bool offered = true) {
-    return Await([&] { return compositor->Offered().empty() != offered; });
   }
 
   PollEventLoop loop;

@@ -25,66 +25,6 @@ T& Of(wl_resource* resource) {
 
 void Destroy(wl_client*, wl_resource* resource) { wl_resource_destroy(resource); }
 
-// An offer that a client was told of: that of the selection of that number.
-struct OfferNumber {
-  TestCompositor* compositor;
-  int number;
-};
-
-const struct ext_data_control_offer_v1_interface kOfferRequests = {
-    .receive =
-        [](wl_client*, wl_resource* resource, const char* type, int fd) {
-          const OfferNumber& offer = Of<OfferNumber>(resource);
-          offer.compositor->Receive(offer.number, type, fd);
-        },
-    .destroy = Destroy,
-};
-
-const struct ext_data_control_source_v1_interface kSourceRequests = {
-    .offer = [](wl_client*, wl_resource* source,
-                const char* type) { Of<TestCompositor>(source).sources[source].push_back(type); },
-    .destroy = Destroy,
-};
-
-const struct ext_data_control_device_v1_interface kDeviceRequests = {
-    .set_selection = [](wl_client*, wl_resource* device,
-                        wl_resource* source) { Of<TestCompositor>(device).SetSource(source); },
-    .destroy = Destroy,
-    .set_primary_selection = [](wl_client*, wl_resource*, wl_resource*) {},
-};
-
-const struct ext_data_control_manager_v1_interface kManagerRequests = {
-    .create_data_source =
-        [](wl_client* client, wl_resource* manager, std::uint32_t id) {
-          wl_resource* const source =
-              wl_resource_create(client, &ext_data_control_source_v1_interface, 1, id);
-          wl_resource_set_implementation(
-              source, &kSourceRequests, &Of<TestCompositor>(manager),
-              [](wl_resource* gone) { Of<TestCompositor>(gone).SourceGone(gone); });
-        },
-    .get_data_device =
-        [](wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource*) {
-          wl_resource* const device =
-              wl_resource_create(client, &ext_data_control_device_v1_interface, 1, id);
-          wl_resource_set_implementation(
-              device, &kDeviceRequests, &Of<TestCompositor>(manager),
-              [](wl_resource* gone) { std::erase(Of<TestCompositor>(gone).devices, gone); });
-          Of<TestCompositor>(manager).AddDevice(device);
-        },
-    .destroy = Destroy,
-};
-
-void BindManager(wl_client* client, void* compositor, std::uint32_t version, std::uint32_t id) {
-  wl_resource* const manager =
-      wl_resource_create(client, &ext_data_control_manager_v1_interface, static_cast<int>(version), id);
-  wl_resource_set_implementation(manager, &kManagerRequests, compositor, nullptr);
-}
-
-void BindSeat(wl_client* client, void*, std::uint32_t version, std::uint32_t id) {
-  wl_resource* const seat = wl_resource_create(client, &wl_seat_interface, static_cast<int>(version), id);
-  wl_resource_set_implementation(seat, nullptr, nullptr, nullptr);
-}
-
 std::string FreshSocket() {
   static int number = 0;
   const std::string name = "quillbox-" + std::to_string(getpid()) + "-" + std::to_string(++number);
@@ -94,7 +34,74 @@ std::string FreshSocket() {
 // Runs beside everything, as another program would.
 void InAThread(std::function<void()> work) { std::thread(std::move(work)).detach(); }
 
+// An offer that a client was told of: that of the selection of that number.
+struct OfferNumber {
+  TestCompositor* compositor;
+  int number;
+};
+
 }  // namespace
+
+// The requests of the protocol, by object.
+struct TestCompositor::Requests {
+  static wl_resource* Make(wl_client* client, const wl_interface& interface, std::uint32_t id,
+                           const void* requests, void* data, wl_resource_destroy_func_t gone = nullptr) {
+    wl_resource* const made = wl_resource_create(client, &interface, 1, id);
+    wl_resource_set_implementation(made, requests, data, gone);
+    return made;
+  }
+
+  static constexpr struct ext_data_control_offer_v1_interface kOffer = {
+      .receive =
+          [](wl_client*, wl_resource* resource, const char* type, int fd) {
+            const OfferNumber& offer = Of<OfferNumber>(resource);
+            offer.compositor->Receive(offer.number, type, fd);
+          },
+      .destroy = Destroy,
+  };
+  static constexpr struct ext_data_control_source_v1_interface kSource = {
+      .offer = [](wl_client*, wl_resource* source,
+                  const char* type) { Of<TestCompositor>(source).sources_[source].push_back(type); },
+      .destroy = Destroy,
+  };
+  static constexpr struct ext_data_control_device_v1_interface kDevice = {
+      .set_selection =
+          [](wl_client*, wl_resource* device, wl_resource* source) {
+            Of<TestCompositor>(device).SetSelection({.source = source});
+          },
+      .destroy = Destroy,
+      .set_primary_selection = [](wl_client*, wl_resource*, wl_resource*) {},
+  };
+  static constexpr struct ext_data_control_manager_v1_interface kManager = {
+      .create_data_source =
+          [](wl_client* client, wl_resource* manager, std::uint32_t id) {
+            Make(client, ext_data_control_source_v1_interface, id, &kSource, &Of<TestCompositor>(manager),
+                 [](wl_resource* gone) {
+                   TestCompositor& self = Of<TestCompositor>(gone);
+                   self.sources_.erase(gone);
+                   if (self.selection_.source != gone) return;
+                   self.selection_.source = nullptr;
+                   self.SetSelection({});
+                 });
+          },
+      .get_data_device =
+          [](wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource*) {
+            TestCompositor& self = Of<TestCompositor>(manager);
+            self.devices_.push_back(
+                Make(client, ext_data_control_device_v1_interface, id, &kDevice, &self,
+                     [](wl_resource* gone) { std::erase(Of<TestCompositor>(gone).devices_, gone); }));
+            if (self.selection_.Any() || self.tellsOfNobody_) self.Send(self.devices_.back());
+          },
+      .destroy = Destroy,
+  };
+
+  static void BindManager(wl_client* client, void* compositor, std::uint32_t, std::uint32_t id) {
+    Make(client, ext_data_control_manager_v1_interface, id, &kManager, compositor);
+  }
+  static void BindSeat(wl_client* client, void*, std::uint32_t, std::uint32_t id) {
+    Make(client, wl_seat_interface, id, nullptr, nullptr);
+  }
+};
 
 Giving Gives(std::string bytes) {
   return [bytes = std::move(bytes)](int fd) {
@@ -141,13 +148,13 @@ TestCompositor::TestCompositor(Options options)
   unlink(socket_.c_str());
   // The library's own sockets lie in XDG_RUNTIME_DIR; a full path is taken as it is.
   if (wl_display_add_socket(display_, socket_.c_str()) != 0) throw std::runtime_error("no socket");
-  wl_global_create(display_, &wl_seat_interface, 1, nullptr, BindSeat);
+  wl_global_create(display_, &wl_seat_interface, 1, nullptr, Requests::BindSeat);
   interfaces_.reserve(options.managers.size());
   for (const std::string& name : options.managers) {
     interfaces_.push_back(ext_data_control_manager_v1_interface);
     interfaces_.back().name = name == "ext_data_control_manager_v1" ? "ext_data_control_manager_v1"
                                                                     : "zwlr_data_control_manager_v1";
-    wl_global_create(display_, &interfaces_.back(), 1, this, BindManager);
+    wl_global_create(display_, &interfaces_.back(), 1, this, Requests::BindManager);
   }
   workSource_ = wl_event_loop_add_fd(
       wl_display_get_event_loop(display_), wake_, WL_EVENT_READABLE,
@@ -192,45 +199,24 @@ void TestCompositor::Own(Offer offer) {
   Do([&] { SetSelection({.offer = std::move(offer)}); });
 }
 
-void TestCompositor::OwnNothing() {
-  Do([&] { SetSelection({}); });
-}
-
 void TestCompositor::SetSelection(Selection selection) {
   wl_resource* const old = std::exchange(selection_, std::move(selection)).source;
   selection_.number = ++selections_;
   if (old && old != selection_.source) ext_data_control_source_v1_send_cancelled(old);
-  for (wl_resource* const device : devices) Send(device);
+  for (wl_resource* const device : devices_) Send(device);
 }
 
 void TestCompositor::Send(wl_resource* device) {
   if (!selection_.Any()) return ext_data_control_device_v1_send_selection(device, nullptr);
-  wl_resource* const offer =
-      wl_resource_create(wl_resource_get_client(device), &ext_data_control_offer_v1_interface, 1, 0);
-  wl_resource_set_implementation(offer, &kOfferRequests, new OfferNumber{this, selection_.number},
-                                 [](wl_resource* gone) { delete &Of<OfferNumber>(gone); });
+  wl_resource* const offer = Requests::Make(
+      wl_resource_get_client(device), ext_data_control_offer_v1_interface, 0, &Requests::kOffer,
+      new OfferNumber{this, selection_.number}, [](wl_resource* gone) { delete &Of<OfferNumber>(gone); });
   ext_data_control_device_v1_send_data_offer(device, offer);
-  for (const auto& [type, giving] : selection_.offer)
-    ext_data_control_offer_v1_send_offer(offer, type.c_str());
-  if (selection_.source)
-    for (const std::string& type : sources[selection_.source])
-      ext_data_control_offer_v1_send_offer(offer, type.c_str());
+  std::vector<std::string> types;
+  if (selection_.source) types = sources_[selection_.source];
+  for (const auto& [type, giving] : selection_.offer) types.push_back(type);
+  for (const std::string& type : types) ext_data_control_offer_v1_send_offer(offer, type.c_str());
   ext_data_control_device_v1_send_selection(device, offer);
-}
-
-void TestCompositor::AddDevice(wl_resource* device) {
-  devices.push_back(device);
-  if (selection_.Any() || tellsOfNobody_) Send(device);
-}
-
-void TestCompositor::SetSource(wl_resource* source) { SetSelection({.source = source}); }
-
-void TestCompositor::SourceGone(wl_resource* source) {
-  if (selection_.source == source) {
-    selection_.source = nullptr;
-    SetSelection({});
-  }
-  sources.erase(source);
 }
 
 void TestCompositor::Receive(int selection, const std::string& type, int fd) {
@@ -249,7 +235,7 @@ int TestCompositor::Paste(const std::string& type) {
   int ends[2] = {-1, -1};
   Do([&] {
     if (!selection_.source) return;
-    const std::vector<std::string>& types = sources[selection_.source];
+    const std::vector<std::string>& types = sources_[selection_.source];
     if (std::find(types.begin(), types.end(), type) == types.end() || pipe(ends) != 0) return;
     fcntl(ends[0], F_SETFL, O_NONBLOCK);
     ext_data_control_source_v1_send_send(selection_.source, type.c_str(), ends[1]);
@@ -261,14 +247,14 @@ int TestCompositor::Paste(const std::string& type) {
 std::vector<std::string> TestCompositor::Offered() {
   std::vector<std::string> types;
   Do([&] {
-    if (selection_.source) types = sources[selection_.source];
+    if (selection_.source) types = sources_[selection_.source];
   });
   return types;
 }
 
 void TestCompositor::Finish() {
   Do([&] {
-    for (wl_resource* const device : devices) ext_data_control_device_v1_send_finished(device);
+    for (wl_resource* const device : devices_) ext_data_control_device_v1_send_finished(device);
   });
 }
 

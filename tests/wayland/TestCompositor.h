@@ -3,7 +3,6 @@
 #include <wayland-server.h>
 
 #include <atomic>
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -31,7 +30,6 @@ class TestCompositor {
   };
   using Offer = std::map<std::string, Giving>;  // by type
 
-  TestCompositor() : TestCompositor(Options{}) {}
   explicit TestCompositor(Options options);
   // All connections break off, without a word.
   ~TestCompositor();
@@ -42,11 +40,9 @@ class TestCompositor {
   // Carries work out in the compositor's thread; returns when it is done.
   void Do(const std::function<void()>& work);
 
-  // Somebody, or nobody, takes the clipboard.
+  // Somebody takes the clipboard; with an empty offer, nobody.
   void Own(Offer offer);
-  void OwnText(const std::string& text) { Own({{"text/plain;charset=utf-8", Gives(text)}}); }
-  void OwnNothing();
-  void OwnerDies() { SetSelection({}); }  // the same from within what the owner does
+  void OwnerDies() { SetSelection({}); }  // nobody, from within what the owner does
   // Somebody pastes what a client offers: the reading end of the pipe, -1 if no client offers this type.
   int Paste(const std::string& type);
   // The types of the client that is the owner; nothing if none is.
@@ -55,32 +51,28 @@ class TestCompositor {
   void Finish();
   int Asked() const { return asked_; }  // how often a client has asked for a type
 
-  // For the protocol's requests.
+ private:
+  struct Requests;
   struct Selection {
     int number = 0;
     Offer offer = {};               // of the test's own, or
     wl_resource* source = nullptr;  // a client's
     bool Any() const { return source || !offer.empty(); }
   };
-  void AddDevice(wl_resource* device);
-  void SetSource(wl_resource* source);
-  void Receive(int selection, const std::string& type, int fd);
-  void SourceGone(wl_resource* source);
-  std::map<wl_resource*, std::vector<std::string>> sources;
-  std::vector<wl_resource*> devices;
-
- private:
   void SetSelection(Selection selection);
   void Send(wl_resource* device);
+  void Receive(int selection, const std::string& type, int fd);
 
-  std::string socket_;
-  bool tellsOfNobody_;
-  wl_display* display_;
+  const std::string socket_;
+  const bool tellsOfNobody_;
+  wl_display* const display_;
   std::vector<wl_interface> interfaces_;
+  std::map<wl_resource*, std::vector<std::string>> sources_;  // with their types
+  std::vector<wl_resource*> devices_;
   Selection selection_;
   int selections_ = 0;
   std::atomic<int> asked_ = 0;
-  int wake_;  // an eventfd: there is work
+  const int wake_;  // an eventfd: there is work
   wl_event_source* workSource_;
   std::function<void()> work_;
   std::atomic<bool> working_ = false;
