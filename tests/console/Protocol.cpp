@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <limits>
 
-#include "base/Utf8.h"
-
 namespace quillbox {
 
 namespace {
@@ -20,21 +18,12 @@ bool IsControl(char16_t unit) {
 
 char16_t ReadUnit(TextView digits) {
   if (digits.size() < 4) throw ConsoleError("incomplete \\u escape");
-  int unit = 0;
-  for (const char16_t digit : digits.substr(0, 4)) {
-    if (HexDigit(digit) < 0) throw ConsoleError("bad digit in \\u escape");
-    unit = unit * 16 + HexDigit(digit);
-  }
-  return static_cast<char16_t>(unit);
+  const auto unit = ReadNumber<std::uint16_t>(digits.substr(0, 4), 16);
+  if (!unit) throw ConsoleError("bad digit in \\u escape");
+  return *unit;
 }
 
 }  // namespace
-
-int HexDigit(char16_t unit) {
-  if (unit >= u'0' && unit <= u'9') return unit - u'0';
-  const int letter = (unit | 0x20) - u'a';
-  return letter >= 0 && letter < 6 ? 10 + letter : -1;
-}
 
 std::string Escape(TextView text) {
   Text line;
@@ -101,20 +90,10 @@ const Text& Request::operator[](std::size_t i) const {
 std::string Request::Name(std::size_t i) const { return ToUtf8((*this)[i]); }
 
 long long Request::Number(std::size_t i, long long least, long long most) const {
-  TextView digits = (*this)[i];
-  const bool negative = digits.starts_with(u'-');
-  if (negative) digits.remove_prefix(1);
-  // Eighteen digits never overflow.
-  bool fits = !digits.empty() && digits.size() <= 18;
-  long long number = 0;
-  for (const char16_t digit : digits.substr(0, 18)) {
-    fits = fits && digit >= u'0' && digit <= u'9';
-    number = number * 10 + (fits ? digit - u'0' : 0);
-  }
-  if (negative) number = -number;
-  if (!fits || number < least || number > most)
+  const auto number = ReadNumber<long long>((*this)[i]);
+  if (!number || *number < least || *number > most)
     throw ConsoleError("argument " + std::to_string(i + 1) + " isn't a number that fits here");
-  return number;
+  return *number;
 }
 
 int Request::Int(std::size_t i) const {

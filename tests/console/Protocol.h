@@ -1,6 +1,8 @@
 #pragma once
 
+#include <charconv>
 #include <concepts>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "base/Utf8.h"
 #include "platform/forms/Control.h"
 
 // How requests and answers are written: a line each, a verb or `ok` and values, tabs between. In the values
@@ -25,8 +28,15 @@ struct ConsoleError : std::runtime_error {
 std::string Escape(TextView text);
 // ConsoleError for an unknown or incomplete escape, or bytes that aren't UTF-8.
 Text Unescape(std::string_view bytes);
-// -1 for what is no hexadecimal digit.
-int HexDigit(char16_t unit);
+// Nothing if there is anything but digits, with a minus before them where the type has one, or too many.
+template <class Number>
+std::optional<Number> ReadNumber(TextView text, int base = 10) {
+  const std::string digits = ToUtf8(text);
+  const char* const end = digits.data() + digits.size();
+  Number number{};
+  const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
+  return stop == end && error == std::errc() ? std::optional(number) : std::nullopt;
+}
 
 class Request {
  public:

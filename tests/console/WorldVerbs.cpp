@@ -9,21 +9,16 @@ namespace {
 constexpr long long kLongestAdvance = 31LL * 24 * 60 * 60 * 1000;
 constexpr int kLargestScreen = 100'000;  // pixels a side
 
-// The parts of a text like 12:34:56.
-int Part(TextView text, std::size_t begin, std::size_t length) {
-  int number = 0;
-  for (const char16_t digit : text.substr(begin, length)) {
-    if (digit < u'0' || digit > u'9') throw ConsoleError("bad date or time");
-    number = number * 10 + (digit - u'0');
-  }
-  return number;
-}
-
 LocalTime ReadTime(TextView date, TextView time) {
   if (date.size() != 10 || date[4] != u'-' || date[7] != u'-') throw ConsoleError("bad date");
   if (time.size() != 8 || time[2] != u':' || time[5] != u':') throw ConsoleError("bad time");
-  return {Part(date, 0, 4), Part(date, 5, 2), Part(date, 8, 2),
-          Part(time, 0, 2), Part(time, 3, 2), Part(time, 6, 2)};
+  const auto part = [](TextView text, std::size_t begin, std::size_t length) {
+    const auto number = ReadNumber<unsigned>(text.substr(begin, length));
+    if (!number) throw ConsoleError("bad date or time");
+    return static_cast<int>(*number);
+  };
+  return {part(date, 0, 4), part(date, 5, 2), part(date, 8, 2),
+          part(time, 0, 2), part(time, 3, 2), part(time, 6, 2)};
 }
 
 void AddSystem(VerbTable& table, Session& session) {
@@ -94,9 +89,10 @@ Hive HiveOf(In in) {
 std::string BytesOfHex(TextView hex) {
   if (hex.size() % 2 != 0) throw ConsoleError("half a byte");
   std::string bytes;
-  for (std::size_t i = 0; i < hex.size(); i += 2) {
-    if (HexDigit(hex[i]) < 0 || HexDigit(hex[i + 1]) < 0) throw ConsoleError("not a hexadecimal digit");
-    bytes += static_cast<char>(HexDigit(hex[i]) * 16 + HexDigit(hex[i + 1]));
+  for (; !hex.empty(); hex.remove_prefix(2)) {
+    const auto byte = ReadNumber<unsigned char>(hex.substr(0, 2), 16);
+    if (!byte) throw ConsoleError("not a hexadecimal digit");
+    bytes += static_cast<char>(*byte);
   }
   return bytes;
 }

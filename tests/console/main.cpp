@@ -1,6 +1,6 @@
 #include "console/Console.h"
 
 int main() {
-  quillbox::Console([](auto& world) { return std::make_unique<quillbox::QuillboxProgram>(world); }).Serve();
+  quillbox::ServeConsole([](auto& world) { return std::make_unique<quillbox::QuillboxProgram>(world); });
   return 0;
 }

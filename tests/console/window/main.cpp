@@ -58,6 +58,6 @@ int main(int, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication application(one, argv);
   quillbox::UseReadableStyle();
-  quillbox::Console([](auto& world) { return std::make_unique<quillbox::WindowProgram>(world); }).Serve();
+  quillbox::ServeConsole([](auto& world) { return std::make_unique<quillbox::WindowProgram>(world); });
   return 0;
 }
