@@ -9,8 +9,10 @@ namespace quillbox {
 
 namespace {
 
-// As much as stays near the processor on its way to the disk.
-constexpr std::size_t kPieceBytes = 256 * 1024;
+// As much as stays near the processor on its way to the disk, and more than the lines between a list's
+// entries have: while pieces point there it doesn't move.
+constexpr std::size_t kOwnBytes = 256 * 1024;
+constexpr std::size_t kLongestLine = 96 * 1024;
 
 }  // namespace
 
@@ -31,30 +33,37 @@ Text MarkerLines::Entry(int number) const {
 
 Text MarkerLines::End() const { return Between(u" ENTRY FILE END"); }
 
-LineWriter::LineWriter(Encoding encoding, std::function<void(std::string_view)> put)
-    : encoding_(encoding), put_(std::move(put)) {
-  piece_.reserve(kPieceBytes + 96 * 1024);
-  if (encoding == Encoding::Utf8) piece_ = kUtf8Mark;
+LineWriter::LineWriter(Encoding encoding, Files::Put put) : encoding_(encoding), put_(std::move(put)) {
+  own_.reserve(kOwnBytes + kLongestLine);
+  if (encoding == Encoding::Utf8) own_ = kUtf8Mark;
 }
 
-LineWriter::~LineWriter() { put_(piece_); }
+LineWriter::~LineWriter() { HandOn(); }
 
 void LineWriter::Line(TextView text) {
-  AppendBytes(piece_, text, encoding_);
-  EndLine();
+  AppendBytes(own_, text, encoding_);
+  own_ += "\r\n";
+  if (own_.size() >= kOwnBytes) HandOn();
 }
 
 void LineWriter::Entry(const SharedText& text) {
   if (encoding_ == Encoding::Utf8) return Line(text.Get());
-  piece_ += *text.SingleBytes();
-  EndLine();
+  EndOwn();
+  pieces_.push_back(*text.SingleBytes());
+  own_ += "\r\n";
 }
 
-void LineWriter::EndLine() {
-  piece_ += "\r\n";
-  if (piece_.size() < kPieceBytes) return;
-  put_(piece_);
-  piece_.clear();
+void LineWriter::EndOwn() {
+  pieces_.push_back(std::string_view(own_).substr(begun_));
+  begun_ = own_.size();
+}
+
+void LineWriter::HandOn() {
+  EndOwn();
+  put_(pieces_);
+  pieces_.clear();
+  own_.clear();
+  begun_ = 0;
 }
 
 LineReader::LineReader(std::string_view bytes)

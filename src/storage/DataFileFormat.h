@@ -3,10 +3,12 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/CodePage.h"
 #include "base/SharedText.h"
 #include "base/Text.h"
+#include "platform/ports/Files.h"
 
 namespace quillbox {
 
@@ -27,24 +29,29 @@ class MarkerLines {
   Text marker_;
 };
 
-// A file that is being written line by line, and handed on in pieces.
+// A file that is being written line by line. It is handed on in pieces, among them the entries' own bytes, so
+// that a long list isn't copied on its way to the disk.
 class LineWriter {
  public:
-  LineWriter(Encoding encoding, std::function<void(std::string_view)> put);
+  LineWriter(Encoding encoding, Files::Put put);
   ~LineWriter();
   LineWriter(const LineWriter&) = delete;
   LineWriter& operator=(const LineWriter&) = delete;
 
   // With single bytes the texts have no character that isn't in Windows-1252.
   void Line(TextView text);
+  // Somebody holds the text until the writer has gone.
   void Entry(const SharedText& text);
 
  private:
-  void EndLine();
+  void EndOwn();
+  void HandOn();
 
   Encoding encoding_;
-  std::function<void(std::string_view)> put_;
-  std::string piece_;
+  Files::Put put_;
+  std::vector<std::string_view> pieces_;
+  std::string own_;        // whatever isn't an entry's bytes
+  std::size_t begun_ = 0;  // where in it the next piece begins
 };
 
 // A file's lines, each ended by a carriage return, or one with a line feed; a line feed alone stays in the

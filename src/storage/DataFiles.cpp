@@ -53,10 +53,11 @@ void DataFiles::Save(const DataFileKind& kind, bool singleBytes,
     std::size_t bytes = 0;
     files_.WritePieces(path, [&](const Files::Put& put) {
       const MarkerLines markers(kind.marker);
-      LineWriter file(singleBytes ? Encoding::SingleBytes : Encoding::Utf8, [&](std::string_view piece) {
-        bytes += piece.size();
-        put(piece);
-      });
+      LineWriter file(singleBytes ? Encoding::SingleBytes : Encoding::Utf8,
+                      [&](std::span<const std::string_view> pieces) {
+                        for (const std::string_view piece : pieces) bytes += piece.size();
+                        put(pieces);
+                      });
       file.Line(markers.Header());
       appendEntries(file);
       file.Line(markers.End());

@@ -3,11 +3,14 @@
 #include <sys/stat.h>
 #include <sys/time.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <future>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/Utf8.h"
 #include "memory/ScratchFolder.h"
@@ -54,8 +57,11 @@ class FaultyCalls : public SystemCalls {
   int ChangeMode(int fd, mode_t mode) override {
     return Do([&] { return SystemCalls::ChangeMode(fd, mode); });
   }
-  ssize_t Write(int fd, const void* data, std::size_t size) override {
-    return Do([&] { return SystemCalls::Write(fd, data, std::min<std::size_t>(size, 70000)); });
+  ssize_t Write(int fd, const iovec* pieces, int count) override {
+    std::vector<iovec> some(pieces, pieces + count);
+    std::size_t room = 70000;
+    for (iovec& piece : some) room -= piece.iov_len = std::min(piece.iov_len, room);
+    return Do([&] { return SystemCalls::Write(fd, some.data(), count); });
   }
   int Close(int fd) override {
     // A close that reports a failure has closed all the same.
@@ -215,10 +221,19 @@ TEST_F(PosixFilesTest, ContentComesBackByteByByte) {
     files.Write(path, written);
     EXPECT_EQ(files.Read(path), written);
   }
-  files.WritePieces(path, [](const Files::Put& put) {
-    for (const char* piece : {"one", "", "two"}) put(piece);
-  });
-  EXPECT_EQ(files.Read(path), "onetwo");
+  // In more writes than there are pieces, and more pieces than one write may have.
+  std::vector<std::string_view> pieces(3000, "a few");
+  pieces[1] = "";
+  pieces[2] = content;
+  PosixFiles(std::make_shared<FaultyCalls>(0, FaultyCalls::Fault::Fail))
+      .WritePieces(path, [&](const Files::Put& put) {
+        put(pieces);
+        put(pieces);
+      });
+  std::string whole;
+  for (int round = 0; round < 2; ++round)
+    for (const std::string_view piece : pieces) whole += piece;
+  EXPECT_EQ(files.Read(path), whole);
   files.Rename(path, In("renamed"));
   EXPECT_FALSE(files.Exists(path));
   EXPECT_TRUE(files.Exists(In("renamed")));

@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <vector>
 
 #include "platform/linux/files/TemporaryName.h"
 
@@ -15,15 +17,28 @@ namespace {
 constexpr int kMaxLinks = 40;
 constexpr int kMaxNames = 16;
 
-int WriteAll(SystemCalls& calls, int fd, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t written = calls.Write(fd, content.data(), content.size());
-    if (written < 0) {
+int WriteAll(SystemCalls& calls, int fd, std::span<const std::string_view> pieces) {
+  std::vector<iovec> all;
+  all.reserve(pieces.size());
+  for (const std::string_view piece : pieces) {
+    if (!piece.empty()) all.push_back({const_cast<char*>(piece.data()), piece.size()});
+  }
+  for (std::span<iovec> left(all); !left.empty();) {
+    const ssize_t count =
+        calls.Write(fd, left.data(), static_cast<int>(std::min<std::size_t>(left.size(), IOV_MAX)));
+    if (count < 0) {
       if (errno == EINTR) continue;
       return errno;
     }
-    if (written == 0) return EIO;
-    content.remove_prefix(static_cast<std::size_t>(written));
+    if (count == 0) return EIO;
+    auto written = static_cast<std::size_t>(count);
+    while (!left.empty() && written >= left.front().iov_len) {
+      written -= left.front().iov_len;
+      left = left.subspan(1);
+    }
+    if (left.empty()) break;
+    left.front().iov_base = static_cast<char*>(left.front().iov_base) + written;
+    left.front().iov_len -= written;
   }
   return 0;
 }
@@ -128,10 +143,10 @@ int ReadWholeFile(SystemCalls& calls, const std::string& path, std::size_t maxBy
 }
 
 int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content) {
-  return ReplaceFile(calls, path, [content](const PutPiece& put) { put(content); });
+  return ReplaceFile(calls, path, [content](const PutPieces& put) { put({&content, 1}); });
 }
 
-int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPiece&)>& content) {
+int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPieces&)>& content) {
   if (path.empty()) return ENOENT;
   if (const int error = ResolveLinks(path)) return error;
   if (const int error = CheckTarget(path)) return error;
@@ -143,8 +158,8 @@ int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(
   if (fd < 0) return errno;
   int error = SetMode(calls, fd);
   try {
-    content([&](std::string_view piece) {
-      if (error == 0) error = WriteAll(calls, fd, piece);
+    content([&](std::span<const std::string_view> pieces) {
+      if (error == 0) error = WriteAll(calls, fd, pieces);
     });
   } catch (...) {
     calls.Close(fd);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,9 +30,9 @@ int ReadWholeFile(SystemCalls& calls, const std::string& path, std::size_t maxBy
 // permission isn't replaced (EACCES), nor is anything but a regular file. `path` becomes that of the file
 // written.
 int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content);
-// The same with a content that comes in pieces, of which one after a failed one is left alone.
-using PutPiece = std::function<void(std::string_view)>;
-int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPiece&)>& content);
+// The same with a content that comes in pieces, of which those after a failed one are left alone.
+using PutPieces = std::function<void(std::span<const std::string_view>)>;
+int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPieces&)>& content);
 
 // Makes the folder, mode 0700, and with `parents` whatever is missing above it. One that is there is no
 // failure.

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/uio.h>
 
 #include <cstddef>
 
@@ -14,7 +15,7 @@ class SystemCalls {
   virtual ~SystemCalls() = default;
   virtual int Open(const char* path, int flags, mode_t mode);
   virtual int ChangeMode(int fd, mode_t mode);
-  virtual ssize_t Write(int fd, const void* data, std::size_t size);
+  virtual ssize_t Write(int fd, const iovec* pieces, int count);
   virtual ssize_t Read(int fd, void* data, std::size_t size);
   virtual int Close(int fd);
   virtual int Rename(const char* from, const char* to);
