@@ -13,7 +13,7 @@ namespace {
 // A world with all that is done in it.
 class Scene {
  public:
-  explicit Scene(const ProgramFactory& factory) : session_(factory) {
+  explicit Scene(const PersonFactory& makePerson) : session_(makePerson) {
     AddWorldVerbs(verbs_, session_);
     AddPersonVerbs(verbs_, session_);
     AddStateVerbs(verbs_, session_);
@@ -80,15 +80,15 @@ class Scene {
 
 }  // namespace
 
-void ServeConsole(const ProgramFactory& factory) {
+void ServeConsole(const PersonFactory& makePerson) {
   std::ios::sync_with_stdio(false);
-  auto scene = std::make_unique<Scene>(factory);
+  auto scene = std::make_unique<Scene>(makePerson);
   std::string line;
   while (std::cout && std::getline(std::cin, line)) {
     const std::string answer = scene->Answer(line);
     if (scene->IsOver()) {
       scene.reset();
-      scene = std::make_unique<Scene>(factory);
+      scene = std::make_unique<Scene>(makePerson);
     }
     std::cout << answer << '\n' << std::flush;
   }

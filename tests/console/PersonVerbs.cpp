@@ -25,7 +25,7 @@ struct Deeds {
   void Add(const char* verb, std::size_t least, std::size_t most, std::type_identity_t<Deed<Kind>> deed) {
     table.Add(verb, least, most, [&of = session, deed = std::move(deed)](In in, Out out) {
       Kind& control = ReachableAs<Kind>(of, in);
-      deed(control, of.Alive().GetPerson(), in, out);
+      deed(control, *of.Alive().person, in, out);
     });
   }
 };
@@ -93,17 +93,17 @@ void AddTray(VerbTable& table, Session& session) {
     const int message = in.Int(0);
     if (!session.world.trayIcon.IsThere()) throw ConsoleError("there is no icon");
     windows.CloseMenu();
-    program.GetDispatcher().Dispatch([&] { session.world.trayIcon.Press(message); });
+    program.dispatcher.Dispatch([&] { session.world.trayIcon.Press(message); });
   });
   table.Add("pick", 1, [&](In in, Out) {
     QuillboxProgram& program = session.Alive();
     MenuItem* const item = session.FindMenuItem(in.Name(0));
     if (!item) throw ConsoleError("no such menu item");
     windows.CloseMenu();
-    program.GetPerson().Pick(*item);
+    program.person->Pick(*item);
   });
   table.Add("find", 1, [&](In in, Out) {
-    Person& person = session.Alive().GetPerson();
+    Person& person = *session.Alive().person;
     Form& form = session.LoadedForm(in.Name(0));
     if (!form.GetVisible()) throw ConsoleError("the form is hidden");
     person.Find(form);
@@ -116,7 +116,7 @@ void AddTray(VerbTable& table, Session& session) {
     session.world.globalKey.Press();
   });
   table.Add("move", 3, [&](In in, Out) {
-    Person& person = session.Alive().GetPerson();
+    Person& person = *session.Alive().person;
     Form& form = session.LoadedForm(in.Name(0));
     const int left = in.Int(1);
     const int top = in.Int(2);
@@ -158,18 +158,18 @@ void AddPersonVerbs(VerbTable& table, Session& session) {
   table.Add("key", 2, 5, [&](In in, Out) {
     const KeyEvent key = ReadKey(in);
     Control& control = Focusable(session.Reachable(in.Name(0)));
-    session.Alive().GetPerson().Key(control, key);
+    session.Alive().person->Key(control, key);
   });
   table.Add("spin", 2, [&](In in, Out) {
     const bool up = in[1] == u"up";
     if (!up && in[1] != u"down") throw ConsoleError("neither up nor down");
     auto& upDown = ReachableAs<UpDown>(session, in);
-    session.Alive().GetPerson().Spin(upDown, up);
+    session.Alive().person->Spin(upDown, up);
   });
   table.Add("scroll", 2, [&](In in, Out) {
     const int value = in.Int(1);
     auto& bar = ReachableAs<ScrollBar>(session, in);
-    session.Alive().GetPerson().Scroll(bar, value);
+    session.Alive().person->Scroll(bar, value);
   });
 }
 

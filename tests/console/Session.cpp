@@ -9,8 +9,9 @@ void Session::Start() {
   if (Running()) throw ConsoleError("the program runs already");
   program_.reset();
   world.ForgetProgram();
-  program_ = factory_(world);
-  program_->Start();
+  program_ = std::make_unique<QuillboxProgram>(world, makePerson_);
+  // Requests can come in meanwhile.
+  program_->dispatcher.Dispatch([this] { program_->tray->form.Load(); });
 }
 
 QuillboxProgram& Session::Started() const {
@@ -29,7 +30,7 @@ void Session::Settle() {
 }
 
 std::vector<Difference> Session::Rest() {
-  return program_ ? program_->GetPerson().Rest() : std::vector<Difference>();
+  return program_ ? program_->person->Rest() : std::vector<Difference>();
 }
 
 Form* Session::FindForm(std::string_view name) const {
@@ -37,7 +38,7 @@ Form* Session::FindForm(std::string_view name) const {
   QuillboxProgram& program = Started();
   if (program.tray->form.Name() == name) return &program.tray->form;
   bool known = std::find(std::begin(kDialogs), std::end(kDialogs), name) != std::end(kDialogs);
-  for (Form* form : program.GetDispatcher().Forms()) {
+  for (Form* form : program.dispatcher.Forms()) {
     if (form->Name() != name) continue;
     if (form->GetLoaded()) return form;
     known = true;

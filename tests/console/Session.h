@@ -1,20 +1,38 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "console/Person.h"
 #include "console/Protocol.h"
-#include "console/QuillboxProgram.h"
+#include "core/app/frmTray.h"
 #include "memory/MemoryWorld.h"
 #include "platform/forms/Timer.h"
 
 namespace quillbox {
 
+// Makes the person in front of a program that has not been started yet.
+using PersonFactory = std::function<std::unique_ptr<Person>(MemoryWorld&, Dispatcher&, frmTray&)>;
+
+// The program on the ports of a world. Destroying it ends it without any stop step.
+struct QuillboxProgram {
+  QuillboxProgram(MemoryWorld& world, const PersonFactory& makePerson) {
+    dispatcher.UseTimerHost(&world.timers);
+    tray = std::make_unique<frmTray>(dispatcher, world.platform);
+    person = makePerson(world, dispatcher, *tray);
+  }
+
+  Dispatcher dispatcher;
+  std::unique_ptr<frmTray> tray;
+  std::unique_ptr<Person> person;
+};
+
 // The world and the program in it, which may not have been started yet, or may have ended.
 class Session {
  public:
-  explicit Session(ProgramFactory factory) : factory_(std::move(factory)) {}
+  explicit Session(const PersonFactory& makePerson) : makePerson_(makePerson) {}
 
   MemoryWorld world;
 
@@ -43,7 +61,7 @@ class Session {
   MenuItem* FindMenuItem(std::string_view name) const;
 
  private:
-  ProgramFactory factory_;
+  const PersonFactory makePerson_;
   std::unique_ptr<QuillboxProgram> program_;
 };
 

@@ -160,7 +160,7 @@ void AddRecords(VerbTable& table, MemoryWorld& world) {
 
 void AddTips(VerbTable& table, Session& session) {
   table.Add("settip", 1, 2, [&](In in, Out) {
-    Dispatcher& dispatcher = session.Alive().GetDispatcher();
+    Dispatcher& dispatcher = session.Alive().dispatcher;
     Control& control = session.GetControl(in.Name(0));
     dispatcher.Dispatch([&] { control.SetToolTipText(in[1]); });
   });
@@ -208,7 +208,7 @@ void AddStateVerbs(VerbTable& table, Session& session) {
   table.Add("menu", 0, [&](In, Out out) {
     MenuItem* const open = session.world.windows.OpenMenu();
     if (!session.Running() || !open) return;
-    for (const ShownItem& item : session.Alive().GetPerson().Look(*open)) {
+    for (const ShownItem& item : session.Alive().person->Look(*open)) {
       out.Add(item.name);
       out.Add(item.caption);
       out.Add(item.checked);

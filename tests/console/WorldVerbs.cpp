@@ -129,18 +129,18 @@ void AddWorldVerbs(VerbTable& table, Session& session) {
   table.Add("end", 0, [&](In, Out out) {
     QuillboxProgram& program = session.Started();
     const Event<>& end = program.tray->menu.mnuBase.Find("mnuEnd")->Click;
-    if (session.Running()) program.GetDispatcher().Dispatch([&] { end(); });
+    if (session.Running()) program.dispatcher.Dispatch([&] { end(); });
     out.Add(session.Running());
   });
   table.Add("shutdown", 0, [&](In, Out out) {
     QuillboxProgram& program = session.Started();
     if (session.Running())
-      program.GetDispatcher().Dispatch([&] { program.tray->form.Close(CloseReason::System); });
+      program.dispatcher.Dispatch([&] { program.tray->form.Close(CloseReason::System); });
     out.Add(session.Running());
   });
   table.Add("closebox", 1, [&](In in, Out out) {
     Form& form = session.LoadedForm(in.Name(0));
-    if (session.Running()) session.Alive().GetPerson().CloseBox(form);
+    if (session.Running()) session.Alive().person->CloseBox(form);
     out.Add(session.Running());
   });
 }

@@ -1,6 +1,7 @@
 #include "console/Console.h"
 
 int main() {
-  quillbox::ServeConsole([](auto& world) { return std::make_unique<quillbox::QuillboxProgram>(world); });
+  using namespace quillbox;
+  ServeConsole([](auto&, Dispatcher& dispatcher, auto&) { return std::make_unique<Person>(dispatcher); });
   return 0;
 }

@@ -16,10 +16,13 @@
 #include "console/Protocol.h"
 #include "console/window/Hand.h"
 #include "console/window/Mirror.h"
+#include "core/app/frmTray.h"
+#include "memory/MemoryWorld.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/OptionButton.h"
 #include "platform/qt/base/QtText.h"
+#include "platform/qt/ports/QtTips.h"
 #include "platform/qt/ports/TrayMenuView.h"
 #include "platform/qt/views/ProgramViews.h"
 #include "platform/qt/widgets/AreaField.h"
@@ -60,10 +63,33 @@ bool PickFrom(QMenu& menu, const QString& name) {
 
 class WindowPerson : public QObject, public Person {
  public:
-  WindowPerson(Dispatcher& dispatcher, ProgramViews& views, TrayMenuView& menu)
-      : Person(dispatcher), other_(std::make_unique<QWidget>()), views_(views), menu_(menu) {
+  WindowPerson(MemoryWorld& world, Dispatcher& dispatcher, frmTray& program)
+      : Person(dispatcher),
+        world_(world),
+        views_(dispatcher, tips_, world.clipboard, [] { return true; }),
+        menu_(dispatcher, program.menu.mnuBase),
+        other_(std::make_unique<QWidget>()) {
+    tips_.Use(program.toolTips);
+    views_.Use(program);
+    // Places that are reckoned with sizes are the same with and without a window.
+    views_.KeepSizes();
+    dispatcher_.OnRefresh = [this] { views_.Refresh(); };
+    world.windows.MenuChanged = [this] {
+      if (world_.windows.OpenMenu()) {
+        menu_.OpenAt({});
+      } else {
+        menu_.Menu()->close();
+      }
+    };
     qApp->installEventFilter(this);
     other_->show();
+  }
+  ~WindowPerson() override {
+    dispatcher_.OnRefresh = nullptr;
+    world_.windows.MenuChanged = nullptr;
+    // What is to be deleted later shows controls that are gone soon.
+    hand::Rest();
+    qApp->removeEventFilter(this);
   }
 
   // A window that Qt brings to the front by itself brings nothing about.
@@ -321,16 +347,18 @@ class WindowPerson : public QObject, public Person {
     return dynamic_cast<QAbstractItemView&>(InFront(list));
   }
 
+  MemoryWorld& world_;
+  QtTips tips_;
+  ProgramViews views_;
+  TrayMenuView menu_;
   // Another program's window: what is brought to the front comes from behind it.
   std::unique_ptr<QWidget> other_;
-  ProgramViews& views_;
-  TrayMenuView& menu_;
 };
 
 }  // namespace
 
-std::unique_ptr<Person> MakeWindowPerson(Dispatcher& dispatcher, ProgramViews& views, TrayMenuView& menu) {
-  return std::make_unique<WindowPerson>(dispatcher, views, menu);
+std::unique_ptr<Person> MakeWindowPerson(MemoryWorld& world, Dispatcher& dispatcher, frmTray& program) {
+  return std::make_unique<WindowPerson>(world, dispatcher, program);
 }
 
 }  // namespace quillbox
