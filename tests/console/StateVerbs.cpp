@@ -18,12 +18,15 @@ struct Property {
   std::function<bool(const Control&, Out)> read;
 };
 
-template <class Kind, class Reader>
+// Of controls of these kinds.
+template <class... Kinds, class Reader>
 Property Of(const char* name, Reader reader) {
   return {name, [=](const Control& control, Out out) {
-            const auto* const object = dynamic_cast<const Kind*>(&control);
-            if (object) out.Add(std::invoke(reader, *object));
-            return object != nullptr;
+            const auto readAs = [&](const auto* object) {
+              if (object) out.Add(std::invoke(reader, *object));
+              return object != nullptr;
+            };
+            return (readAs(dynamic_cast<const Kinds*>(&control)) || ...);
           }};
 }
 
@@ -37,58 +40,44 @@ Property OfAll(const char* name, Reader reader) {
           }};
 }
 
+// One value a row.
 template <class Value>
-std::vector<Value> EachRow(const ListBox& list, const std::function<Value(int)>& of) {
-  std::vector<Value> values;
-  for (int row = 0; row < list.GetListCount(); ++row) values.push_back(of(row));
-  return values;
+Property OfRows(const char* name, Value (*of)(const ListBox&, int)) {
+  return Of<ListBox>(name, [of](const ListBox& list) {
+    std::vector<Value> values;
+    for (int row = 0; row < list.GetListCount(); ++row) values.push_back(of(list, row));
+    return values;
+  });
 }
 
 // The first that an object has counts.
 const std::vector<Property>& Properties() {
   static const std::vector<Property> kProperties{
-      Of<TextBox>("Text", &TextBox::GetText),
+      Of<TextBox, KeyBox>("Text", [](const auto& field) { return field.GetText(); }),
       Of<TextBox>("SelStart", &TextBox::GetSelStart),
       Of<TextBox>("BackColor", &TextBox::GetBackColor),
-      Of<TextBox>("Alignment", &TextBox::GetAlignment),
-      Of<KeyBox>("Text", &KeyBox::GetText),
-      Of<Label>("Caption", &Label::GetCaption),
+      Of<TextBox, Label>("Alignment", [](const auto& text) { return text.GetAlignment(); }),
+      Of<Label, CommandButton, CheckBox, OptionButton, Picture>(
+          "Caption", [](const auto& named) { return named.GetCaption(); }),
       Of<Label>("ForeColor", &Label::GetForeColor),
-      Of<Label>("Alignment", &Label::GetAlignment),
-      Of<CommandButton>("Caption", &CommandButton::GetCaption),
       Of<CommandButton>("Picture", &CommandButton::GetPicture),
-      Of<CheckBox>("Caption", &CheckBox::GetCaption),
-      Of<CheckBox>("Value", &CheckBox::GetValue),
-      Of<OptionButton>("Caption", &OptionButton::GetCaption),
-      Of<OptionButton>("Value", &OptionButton::GetValue),
-      Of<Picture>("Caption", &Picture::GetCaption),
-      Of<ListBox>("ListIndex", &ListBox::GetListIndex),
+      Of<CheckBox, OptionButton, ScrollBar>("Value", [](const auto& set) { return set.GetValue(); }),
+      Of<ListBox, ComboBox>("ListIndex", [](const auto& list) { return list.GetListIndex(); }),
       Of<ListBox>("ListCount", &ListBox::GetListCount),
       Of<ListBox>("TopIndex", &ListBox::GetTopIndex),
-      Of<ListBox>("List",
-                  [](const ListBox& list) {
-                    return EachRow<Text>(list, [&](int row) { return list.GetList(row).Get(); });
-                  }),
-      Of<ListBox>("Selected",
-                  [](const ListBox& list) {
-                    return EachRow<int>(list, [&](int row) { return list.GetSelected(row); });
-                  }),
-      Of<ListBox>("Shown",
-                  [](const ListBox& list) {
-                    return EachRow<int>(list, [&](int row) { return list.IsRowShown(row); });
-                  }),
+      OfRows<Text>("List", [](const ListBox& list, int row) { return Text(list.GetList(row).Get()); }),
+      OfRows<int>("Selected", [](const ListBox& list, int row) { return int{list.GetSelected(row)}; }),
+      OfRows<int>("Shown", [](const ListBox& list, int row) { return int{list.IsRowShown(row)}; }),
       Of<ListBox>("Text",
                   [](const ListBox& list) {
                     return list.GetListIndex() < 0 ? Text() : list.GetList(list.GetListIndex()).Get();
                   }),
-      Of<ComboBox>("ListIndex", &ComboBox::GetListIndex),
       Of<ComboBox>("ListCount", [](const ComboBox& box) { return box.Items().size(); }),
       Of<ComboBox>("List", &ComboBox::Items),
       Of<ComboBox>("Text",
                    [](const ComboBox& box) {
                      return box.GetListIndex() < 0 ? Text() : box.Items()[box.GetListIndex()];
                    }),
-      Of<ScrollBar>("Value", &ScrollBar::GetValue),
       Of<ScrollBar>("Min", &ScrollBar::GetMin),
       Of<ScrollBar>("Max", &ScrollBar::GetMax),
       Of<TabControl>("Tab", &TabControl::GetTab),
