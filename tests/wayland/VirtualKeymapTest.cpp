@@ -1,4 +1,5 @@
-// The keyboard that scripts are typed on: compiled back, each key types what it was made for.
+// The keyboard that scripts are typed on: compiled back, each key types what it
+// was made for.
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -13,20 +14,15 @@
 namespace quillbox::test {
 namespace {
 
-struct Free {
-  void operator()(xkb_context* context) const { xkb_context_unref(context); }
-  void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
-  void operator()(xkb_state* state) const { xkb_state_unref(state); }
-};
-
 // A keyboard made of the text alone, as a client of the compositor makes it.
 class Compiled {
  public:
   explicit Compiled(const std::string& text)
-      : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)),
+      : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS), xkb_context_unref),
         keymap_(xkb_keymap_new_from_string(context_.get(), text.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
-                                           XKB_KEYMAP_COMPILE_NO_FLAGS)),
-        state_(keymap_ ? xkb_state_new(keymap_.get()) : nullptr) {}
+                                           XKB_KEYMAP_COMPILE_NO_FLAGS),
+                xkb_keymap_unref),
+        state_(keymap_ ? xkb_state_new(keymap_.get()) : nullptr, xkb_state_unref) {}
 
   bool Sound() const { return state_ != nullptr; }
   xkb_keysym_t Symbol(std::uint32_t key, std::uint8_t modifiers) const {
@@ -35,9 +31,11 @@ class Compiled {
   }
 
  private:
-  std::unique_ptr<xkb_context, Free> context_;
-  std::unique_ptr<xkb_keymap, Free> keymap_;
-  std::unique_ptr<xkb_state, Free> state_;
+  template <class Object>
+  using Owned = std::unique_ptr<Object, void (*)(Object*)>;
+  Owned<xkb_context> context_;
+  Owned<xkb_keymap> keymap_;
+  Owned<xkb_state> state_;
 };
 
 std::vector<KeyStroke> Characters(char32_t first, std::size_t count) {

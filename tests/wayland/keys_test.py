@@ -1,4 +1,4 @@
-"""Scripts under sway: typed into the native window that had the focus."""
+"""Scripts under sway: typed into the native window that had the focus, with XWayland and without."""
 import random
 import re
 import signal
@@ -26,18 +26,15 @@ def long_text():
     return text[:2500] + "\t\n" + text[2502:]
 
 
-class ScriptCase(unittest.TestCase):
+class Scripts(unittest.TestCase):
     """A script in the Pad-List, a tray to pick it from, and a terminal to type into."""
 
-    XWAYLAND = True
-    ENVIRONMENT = {}  # of the program, besides the session's
-
-    def start(self, script, **settings):
-        self.screen = Sway(xwayland=self.XWAYLAND)
+    def start(self, script, xwayland=True, environment=(), **settings):
+        self.screen = Sway(xwayland=xwayland)
         self.addCleanup(self.screen.close)
         self.screen.settings(**settings)
         self.screen.script(script)
-        self.screen.program_environment = {"QUILLBOX_LOG": "1", **self.ENVIRONMENT}
+        self.screen.program_environment = {"QUILLBOX_LOG": "1", **dict(environment)}
         self.screen.start_program()
         self.typed = self.screen.folder / "typed"
 
@@ -54,8 +51,6 @@ class ScriptCase(unittest.TestCase):
     def text(self):
         return self.typed.read_bytes().decode(errors="replace")
 
-
-class Scripts(ScriptCase):
     def test_arrives_whole(self):
         text = long_text()
         self.start(text)
@@ -104,6 +99,21 @@ class Scripts(ScriptCase):
         self.start("abc")
         self.pick()
         wait_for("the reason", lambda: "keys: No window of another program" in self.screen.log("quillbox"))
+
+    def test_a_native_window_comes_to_the_front_by_the_trays_token_and_gives_the_focus_back(self):
+        self.start("a½漢", xwayland=False, environment={"WAYLAND_DEBUG": "1"})
+        # Waybar makes its menu as large as it is before it opens.
+        wait_for("the captions", lambda: "_Settings..." in [of.get("label") for _, of in self.screen.tray.menu(False)])
+        self.open_terminal()
+        self.screen.tray.activate()
+        wait_for("the window in front", lambda: self.screen.focused().get("app_id") == "quillbox")
+        self.screen.focus("foot")
+        time.sleep(1)  # two clicks, no double click
+        self.screen.tray.provide_token("token of the tray")
+        self.screen.tray.activate()
+        wait_for("the token's use", lambda: '.activate("token of the tray"' in self.screen.log("quillbox"))
+        self.pick()
+        wait_for("the text", lambda: self.text() == "a½漢")
 
 
 if __name__ == "__main__":

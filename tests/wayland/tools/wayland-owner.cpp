@@ -1,4 +1,5 @@
-// Owns the clipboard of a Wayland session until another does: wayland-owner TYPE TEXT [TYPE TEXT...]
+// Owns the clipboard of a Wayland session until another does: wayland-owner
+// TYPE TEXT [TYPE TEXT...]
 #include <unistd.h>
 
 #include <cstdio>
@@ -23,14 +24,12 @@ int main(int count, char** arguments) {
   if (!loop.RunUntil([&] { return connection.GlobalsKnown(); }, kPatience)) return 1;
   DataDevice device(connection, {.selection = [](const auto&) {}, .finished = [] {}});
   bool cancelled = false;
-  const auto source = device.MakeSource(types, {.send =
-                                                    [&](std::string_view type, int fd) {
-                                                      const std::string& text = texts.find(type)->second;
-                                                      if (write(fd, text.data(), text.size()) < 0)
-                                                        std::perror("wayland-owner");
-                                                      close(fd);
-                                                    },
-                                                .cancelled = [&] { cancelled = true; }});
+  const auto send = [&](std::string_view type, int fd) {
+    const std::string& text = texts.find(type)->second;
+    if (write(fd, text.data(), text.size()) < 0) std::perror("wayland-owner");
+    close(fd);
+  };
+  const auto source = device.MakeSource(types, {.send = send, .cancelled = [&] { cancelled = true; }});
   device.SetSelection(source.get());
   connection.Flush();
   return loop.RunUntil([&] { return cancelled; }, kPatience) ? 0 : 1;
