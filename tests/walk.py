@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""A random hand on the program without a screen: walk.py BODY [--steps N] [--seed S] [--hand NAME]
+"""A random hand on the program without a screen: walk.py BODY [--steps N] [--seed S]
 
 The seed is printed; with it the same walk is made again. The hands:
   program   all pages, dialogs and the tray menu, other programs' copies, restarts, what comes in while a box or the
@@ -451,17 +451,15 @@ def main():
     parser.add_argument("body")
     parser.add_argument("--steps", type=int, default=4000)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(10**6))
-    parser.add_argument("--hand", choices=HANDS)
     options = parser.parse_args()
     print(f"walk: seed {options.seed}", flush=True)
     body, done, failed = Body(options.body), collections.Counter(), 0
     with tempfile.TemporaryDirectory(prefix="quillbox-walk-") as folder:
         try:
             for episode in range(-(-options.steps // EPISODE)):
-                for name in [options.hand] if options.hand else HANDS:
-                    share = 100 if options.hand else HANDS[name].SHARE
-                    hand = HANDS[name](body, f"{options.seed} {episode} {name}", pathlib.Path(folder) / "world")
-                    for _ in range(min(EPISODE, options.steps - episode * EPISODE) * share // 100):
+                for name, make in HANDS.items():
+                    hand = make(body, f"{options.seed} {episode} {name}", pathlib.Path(folder) / "world")
+                    for _ in range(min(EPISODE, options.steps - episode * EPISODE) * make.SHARE // 100):
                         hand.make_step()
                         done[name] += 1
         except Failure as failure:
