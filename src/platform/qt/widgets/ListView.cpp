@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDrag>
 #include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
@@ -229,6 +230,11 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   list_.PersonKey(key);
+}
+
+void ListView::inputMethodEvent(QInputMethodEvent* event) {
+  if (!list_.KeyPress || event->commitString().isEmpty()) return QListView::inputMethodEvent(event);
+  list_.PersonType(FromQt(event->commitString()));
 }
 
 void ListView::focusInEvent(QFocusEvent* event) {
