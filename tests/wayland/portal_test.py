@@ -80,6 +80,13 @@ class PortalScripts(PortalCase):
         self.fails_with("The desktop has withdrawn the permission to type keys.")
         self.assertEqual(strokes(*[ord("a")] * 100), portal.keys)
 
+    def test_without_a_portal_windows_of_x11_are_reached(self):
+        self.start("aB€")
+        typed = self.screen.key_receiver()
+        self.pick()
+        wait_for("the text", lambda: typed.read_text("utf-8") == "aB€")
+        self.says("keys: through XTEST, there being neither virtual keyboard nor portal")
+
     def test_without_a_portal_it_says_so(self):
         self.start("abc")
         self.pick()
