@@ -119,6 +119,7 @@ void WaylandClipboard::OnCancelled() {
   source_.reset();
   if (wish_ != Wish::Sent || state_ != State::Owned) return;
   // Refused: the selection is what it was.
+  Trace({"clipboard of Wayland: the compositor has refused a text of ours"});
   wish_ = Wish::None;
   changed_ = true;
 }
