@@ -27,7 +27,16 @@ def overlap(one, other):
             and other[1] < one[1] + one[3])
 
 
-def faults(window):
+def frameless(window, node, picture, scale):
+    """Whether a picture of the window shows no line where the node begins on the left, half way down."""
+    left = int((node["place"][0] - window["place"][0]) * scale) - 2
+    middle = int((node["place"][1] + node["place"][3] / 2 - window["place"][1]) * scale)
+    seen = subprocess.run(["convert", picture, "-crop", f"6x1+{left}+{middle}", "-unique-colors", "-format", "%w", "info:"],
+                          check=True, capture_output=True, stdin=subprocess.DEVNULL)
+    return int(seen.stdout) < 3  # the window's colour, the line's, the list's
+
+
+def faults(window, picture, scale):
     """What is wrong with a window, in words."""
     found = []
     for node, _ in nodes(window):
@@ -42,6 +51,8 @@ def faults(window):
             if node["role"] == "list":
                 found += [f"a row of {what} is cut: {row['place']}" for row in node["children"]
                           if "SHOWING" in row["states"] and not holds(node["place"], row["place"])]
+                if "SHOWING" in node["states"] and frameless(window, node, picture, scale):
+                    found.append(f"{what} has no frame")
         elif "FOCUSABLE" in node["states"] and node["role"] != "list item" and not any(
                 child["role"] == "page tab list" for child in node["children"]):
             found.append(f"{what} takes the focus and has no usual role")
@@ -64,11 +75,12 @@ class Look(DesktopCase):
         self.desktop.xdotool("windowactivate", "--sync", window.id)
         time.sleep(0.25)  # for the last drawing
         PICTURES.mkdir(parents=True, exist_ok=True)
-        subprocess.run(["import", "-window", str(window.id), str(PICTURES / f"window-{self.NAME}-{name}.png")],
-                       env=self.desktop.environment, check=True, stdin=subprocess.DEVNULL)
+        picture = PICTURES / f"window-{self.NAME}-{name}.png"
+        subprocess.run(["import", "-window", str(window.id), picture], env=self.desktop.environment, check=True,
+                       stdin=subprocess.DEVNULL)
         tree = wait_for(f"{title} in the tree", lambda: self.reader.window(title))
         self.assertGreater(sum(node["role"] in CONTROLS for node, _ in nodes(tree)), 1, name)
-        wrong = faults(tree) + (self.unreached(tree) if self.NAME == "light" else [])
+        wrong = faults(tree, picture, self.LOOK.get("scale", 1)) + (self.unreached(tree) if self.NAME == "light" else [])
         if tree["role"] not in ("frame", "window", "dialog"):
             wrong.append(f"the window is a {tree['role']}")
         if wrong:
@@ -115,9 +127,9 @@ class Look(DesktopCase):
         self.assertEqual({}, self.found)
 
 
-class DarkHighResolution(Look):
-    DESKTOP = {"accessibility": True, "screen": "2560x2048x24"}
-    NAME, LOOK = "dark-192dpi", {"dark": True, "scale": 2}
+class DarkFractionalScale(Look):
+    DESKTOP = {"accessibility": True, "screen": "1920x1536x24"}
+    NAME, LOOK = "dark-144dpi", {"dark": True, "scale": 1.5}
 
 
 class LargeFont(Look):

@@ -1,10 +1,13 @@
 #include "platform/qt/widgets/ReadableStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 #include "platform/qt/widgets/ViewParts.h"
@@ -15,12 +18,27 @@ namespace {
 
 constexpr int kLeastContrast = 60;  // of lightness, 0 to 255
 
+// At a scale between two whole ones (125 %, 150 %) a frame of one unit begins and ends within a pixel: one
+// half of its line is cut off, and what stands in the frame covers the other.
+bool LosesItsFrame(const QWidget* widget) {
+  const auto* const area = qobject_cast<const QAbstractScrollArea*>(widget);
+  return area && area->devicePixelRatio() != std::floor(area->devicePixelRatio());
+}
+
+// Two units: a line, of a whole pixel at least, and one for what is in the frame.
+void DrawFrameOfWholePixels(const QStyleOption& option, QPainter& painter) {
+  constexpr int kLineDarker = 140;  // percent, as the style draws it
+  painter.fillRect(option.rect, option.palette.color(QPalette::Window).darker(kLineDarker));
+  painter.fillRect(option.rect.adjusted(1, 1, -1, -1), option.palette.base());
+}
+
 class ReadableStyle : public QProxyStyle {
  public:
   ReadableStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("fusion"))) {}
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
+    if (element == PE_Frame && LosesItsFrame(widget)) return DrawFrameOfWholePixels(*option, *painter);
     const QColor window = option->palette.color(QPalette::Window);
     const bool indicator = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton ||
                            element == PE_IndicatorItemViewItemCheck;
@@ -55,6 +73,8 @@ class ReadableStyle : public QProxyStyle {
         return std::max(usual, height * 3 / 4);
       case PM_ButtonIconSize:
         return std::max(usual, height * 7 / 8);
+      case PM_DefaultFrameWidth:
+        return LosesItsFrame(widget) ? usual + 1 : usual;
       default:
         return usual;
     }
