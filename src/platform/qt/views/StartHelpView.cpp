@@ -9,8 +9,10 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 
 #include "dialogs/frmStartHelp.h"
 #include "platform/qt/base/Icons.h"
@@ -24,6 +26,15 @@ namespace {
 
 constexpr int kLogoSize = 32;
 constexpr qsizetype kLongLine = 90;  // characters; a longer line is a paragraph that is wrapped
+
+// Of a line as it is laid out, which fonts of Chinese or Japanese make higher than their line spacing.
+int LineHeight(const QFont& font) {
+  QTextLayout layout(QStringLiteral("x"), font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  return static_cast<int>(std::ceil(layout.boundingRect().height()));
+}
 
 // As wide as the lines that are broken by hand, and as high as all of the text where the screen allows it.
 void SizeFor(const Text& text, QPlainTextEdit& area) {
@@ -40,7 +51,7 @@ void SizeFor(const Text& text, QPlainTextEdit& area) {
   }
   const int most = area.screen()->availableGeometry().height() * 6 / 10;
   area.setMinimumWidth(width + frame + area.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &area));
-  area.setMinimumHeight(std::min(most, lines * metrics.lineSpacing() + frame));
+  area.setMinimumHeight(std::min(most, lines * LineHeight(area.font()) + frame));
 }
 
 class StartHelpView : public DialogView {
