@@ -1,6 +1,3 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/time.h>
 
 #include <algorithm>
@@ -9,40 +6,17 @@
 #include <future>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <vector>
 
-#include "base/Utf8.h"
-#include "memory/ScratchFolder.h"
 #include "platform/linux/files/PosixFiles.h"
-#include "unit/ChildProcess.h"
-#include "unit/FileContent.h"
+#include "unit/FolderTest.h"
 
 namespace quillbox {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kSize = 200000;
-const std::string kOld(kSize, 'o');
-const std::string kNew(kSize, 'n');
-
-// The number of the RuntimeError that `statement` throws, 0 for none.
-template <class Statement>
-int NumberOf(Statement&& statement) {
-  try {
-    statement();
-  } catch (const RuntimeError& error) {
-    EXPECT_STRNE(error.what(), "");
-    return error.Number();
-  }
-  return 0;
-}
-
-unsigned ModeOf(const std::string& path) {
-  struct stat status {};
-  return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0U;
-}
+const std::string kOld(200'000, 'o');
+const std::string kNew(200'000, 'n');
 
 // Writes in short pieces, and does something else than the `failing`th call: ends the process before or after
 // it, or fails it.
@@ -59,7 +33,7 @@ class FaultyCalls : public SystemCalls {
   }
   ssize_t Write(int fd, const iovec* pieces, int count) override {
     std::vector<iovec> some(pieces, pieces + count);
-    std::size_t room = 70000;
+    std::size_t room = 70'000;
     for (iovec& piece : some) room -= piece.iov_len = std::min(piece.iov_len, room);
     return Do([&] { return SystemCalls::Write(fd, some.data(), count); });
   }
@@ -77,11 +51,8 @@ class FaultyCalls : public SystemCalls {
   template <class Call>
   auto Do(Call&& call) -> decltype(call()) {
     if (++calls_ != failing_) return call();
-    if (fault_ == Fault::DieBefore) ::_exit(7);
-    if (fault_ == Fault::DieAfter) {
-      call();
-      ::_exit(7);
-    }
+    if (fault_ == Fault::DieAfter) call();
+    if (fault_ != Fault::Fail) ::_exit(7);
     errno = error_;
     return -1;
   }
@@ -92,11 +63,19 @@ class FaultyCalls : public SystemCalls {
   int error_;
 };
 
-class PosixFilesTest : public testing::Test {
+class PosixFilesTest : public FolderTest {
  protected:
-  std::string Path(const std::string& name = "") const { return folder_.Path(name); }
-  Text In(const std::string& name) const { return FromUtf8(Path(name)); }
-  // The numbers of the failures, 0 for none.
+  // The number of the RuntimeError that `statement` throws, 0 for none.
+  template <class Statement>
+  static int NumberOf(Statement&& statement) {
+    try {
+      statement();
+    } catch (const RuntimeError& error) {
+      EXPECT_STRNE(error.what(), "");
+      return error.Number();
+    }
+    return 0;
+  }
   int ReadFails(const std::string& name) {
     return NumberOf([&] { PosixFiles().Read(In(name)); });
   }
@@ -106,9 +85,6 @@ class PosixFilesTest : public testing::Test {
   int FolderFails(const std::string& name) {
     return NumberOf([&] { PosixFiles().MakeFolder(In(name)); });
   }
-  const ScratchFolder folder_;
-  const std::string list_ = Path("ClipData.qbx");
-  const Text listPath_ = FromUtf8(list_);
 };
 
 TEST_F(PosixFilesTest, AKilledWriterLeavesTheOldFileOrTheNewOne) {
@@ -117,16 +93,16 @@ TEST_F(PosixFilesTest, AKilledWriterLeavesTheOldFileOrTheNewOne) {
     int call = 0;
     while (code == 7) {
       ++call;
-      PutContent(list_, kOld);
-      code = RunInChild([&] {
-        PosixFiles(std::make_shared<FaultyCalls>(call, fault)).Write(listPath_, kNew);
+      Put("list", kOld);
+      code = InChild([&] {
+        PosixFiles(std::make_shared<FaultyCalls>(call, fault)).Write(In("list"), kNew);
         return 0;
       });
-      const std::string content = ContentOf(list_);
+      const std::string content = Content("list");
       EXPECT_TRUE(content == kNew || (content == kOld && code == 7)) << "killed at call " << call;
       // The next write goes through and takes away what the killed one left.
-      PosixFiles().Write(listPath_, kOld);
-      EXPECT_EQ(EntriesIn(Path()), 1U);
+      PosixFiles().Write(In("list"), kOld);
+      EXPECT_EQ(Entries(), 1);
     }
     EXPECT_EQ(code, 0);
     EXPECT_GT(call, 7) << "at least open, mode, three writes, close and rename";
@@ -141,12 +117,12 @@ TEST_F(PosixFilesTest, AFailedCallLeavesTheOldFileAndAnInterruptedOneGoesOn) {
     for (int call = 1; call <= 7; ++call) {
       // Interrupted are opening, the second write and closing.
       if (error == EINTR && call != 1 && call != 4 && call != 6) continue;
-      PutContent(list_, kOld);
+      Put("list", kOld);
       const auto calls = std::make_shared<FaultyCalls>(call, FaultyCalls::Fault::Fail, error);
-      EXPECT_EQ(NumberOf([&] { PosixFiles(calls).Write(listPath_, kNew); }), number) << "call " << call;
+      EXPECT_EQ(NumberOf([&] { PosixFiles(calls).Write(In("list"), kNew); }), number) << "call " << call;
       EXPECT_TRUE(calls->Reached());
-      EXPECT_EQ(ContentOf(list_), number == 0 ? kNew : kOld);
-      EXPECT_EQ(EntriesIn(Path()), 1U);
+      EXPECT_EQ(Content("list"), number == 0 ? kNew : kOld);
+      EXPECT_EQ(Entries(), 1);
     }
   }
 }
@@ -158,19 +134,18 @@ TEST_F(PosixFilesTest, ModesHoldWhateverTheUmask) {
     files.MakeOnDemand(In("share/quillbox"));
     files.MakeFolder(In("share/quillbox/ann"));
     files.MakeFolder(In("share/quillbox/ann"));
-    files.Write(In("share/quillbox/ann/PadData.qbx"), "x");
+    files.Write(In("share/quillbox/ann/list"), "x");
     ::umask(before);
-    for (const char* name : {"share", "share/quillbox", "share/quillbox/ann"}) {
-      EXPECT_EQ(ModeOf(Path(name)), 0700U) << name;
-    }
-    EXPECT_EQ(ModeOf(Path("share/quillbox/ann/PadData.qbx")), 0600U);
+    for (const char* name : {"share", "share/quillbox", "share/quillbox/ann"})
+      EXPECT_EQ(Mode(name), 0700U) << name;
+    EXPECT_EQ(Mode("share/quillbox/ann/list"), 0600U);
     fs::remove_all(Path("share"));
   }
 }
 
 TEST_F(PosixFilesTest, LinkedFilesStayLinked) {
-  fs::create_directories(Path("sync"));
-  fs::create_directories(Path("data"));
+  Make("sync");
+  Make("data");
   PosixFiles files;
   fs::create_symlink("../sync/Pad", Path("data/PadData.qbx"));
   fs::create_symlink(Path("data/PadData.qbx"), Path("second"));
@@ -178,38 +153,38 @@ TEST_F(PosixFilesTest, LinkedFilesStayLinked) {
     EXPECT_EQ(files.Exists(In(link)), link == "second");  // the first write makes it
     files.Write(In(link), link);
     EXPECT_TRUE(fs::is_symlink(Path(link)));
-    EXPECT_TRUE(files.Exists(In(link)));
-    EXPECT_EQ(ContentOf(Path("sync/Pad")), link);
+    EXPECT_EQ(Content("sync/Pad"), link);
   }
   fs::create_symlink("loop", Path("loop"));
   EXPECT_EQ(WriteFails("loop"), errors::kPathAccess);
   EXPECT_TRUE(fs::is_symlink(Path("loop")));
-  EXPECT_EQ(EntriesIn(Path("sync")), 1U);
+  EXPECT_EQ(Entries("sync"), 1);
 }
 
 TEST_F(PosixFilesTest, OnlyFilesAreReadAndReplacedAndFoldersMadeOneLevelDeep) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-  for (const std::string name : {"pipe", ""}) {
-    EXPECT_EQ(ReadFails(name), errors::kPathAccess) << name;
-    EXPECT_EQ(WriteFails(name), errors::kPathAccess) << name;
+  Put("file", "x");
+  Put("huge", "x");
+  fs::resize_file(Path("huge"), (std::uintmax_t{1} << 30) + 1);
+  const struct {
+    std::string name;
+    int read, write, folder;
+  } rows[] = {{"pipe", errors::kPathAccess, errors::kPathAccess, errors::kPathAccess},
+              {"", errors::kPathAccess, errors::kPathAccess, 0},
+              {"none/none", errors::kPathNotFound, errors::kPathNotFound, errors::kPathNotFound},
+              {"file/b", errors::kPathAccess, errors::kPathAccess, errors::kPathAccess},
+              {std::string("file\0b", 6), errors::kPathAccess, errors::kPathAccess, errors::kPathAccess},
+              {"huge", errors::kDeviceError, 0, errors::kPathAccess},
+              {"none", errors::kFileNotFound, 0, errors::kPathAccess}};
+  for (const auto& [name, read, write, folder] : rows) {
+    EXPECT_EQ(ReadFails(name), read) << name;
+    EXPECT_EQ(WriteFails(name), write) << name;
+    EXPECT_EQ(FolderFails(name), folder) << name;
   }
   EXPECT_EQ(NumberOf([] { PosixFiles().Read(u"/dev/zero"); }), errors::kPathAccess);
   EXPECT_TRUE(fs::is_fifo(Path("pipe")));
-  EXPECT_EQ(ReadFails("none"), errors::kFileNotFound);
-  EXPECT_EQ(ReadFails("none/none"), errors::kPathNotFound);
-  EXPECT_EQ(WriteFails("none/none"), errors::kPathNotFound);
-  EXPECT_EQ(FolderFails("none/none"), errors::kPathNotFound);
-
-  PutContent(Path("file"), "x");
-  EXPECT_EQ(FolderFails("file"), errors::kPathAccess);
-  EXPECT_EQ(FolderFails("file/b"), errors::kPathAccess);
-  EXPECT_EQ(WriteFails("file/b"), errors::kPathAccess);
-  const Text cut = In("file") + u'\0' + u"b";
-  EXPECT_FALSE(PosixFiles().Exists(cut));
-  EXPECT_EQ(NumberOf([&] { PosixFiles().Write(cut, "y"); }), errors::kPathAccess);
-  EXPECT_EQ(ContentOf(Path("file")), "x");
-  fs::resize_file(Path("file"), (std::uintmax_t{1} << 30) + 1);
-  EXPECT_EQ(ReadFails("file"), errors::kDeviceError);
+  EXPECT_FALSE(PosixFiles().Exists(In(std::string("file\0b", 6))));
+  EXPECT_EQ(Content("file"), "x");
 }
 
 TEST_F(PosixFilesTest, ContentComesBackByteByByte) {
@@ -241,59 +216,51 @@ TEST_F(PosixFilesTest, ContentComesBackByteByByte) {
 }
 
 TEST_F(PosixFilesTest, WithoutPermissionNothingChanges) {
-  fs::permissions(Path(), fs::perms::all);
-  const auto chmod = [this](const std::string& name, mode_t mode) { ::chmod(Path(name).c_str(), mode); };
-  const int code = RunAsOrdinaryUser([&] {
-    PosixFiles files;
-    files.MakeFolder(In("own"));
-    files.Write(In("own/file"), "old");
-    chmod("own/file", 0);
-    if (ReadFails("own/file") != errors::kPermission) return 1;
-    if (WriteFails("own/file") != errors::kPermission) return 2;
-    chmod("own/file", 0600);
-    chmod("own", 0500);
-    if (WriteFails("own/file") != errors::kPermission) return 3;
-    if (FolderFails("own/sub") != errors::kPermission) return 4;
-    chmod("own", 0);
-    if (!files.Exists(In("own/file"))) return 5;
-    chmod("own", 0700);
-    return files.Read(In("own/file")) == "old" && EntriesIn(Path("own")) == 1 ? 0 : 6;
+  AsOrdinaryUser([&] {
+    Put("own/file", "old");
+    ChangeMode("own/file", 0);
+    EXPECT_EQ(ReadFails("own/file"), errors::kPermission);
+    EXPECT_EQ(WriteFails("own/file"), errors::kPermission);
+    ChangeMode("own/file", 0600);
+    ChangeMode("own", 0500);
+    EXPECT_EQ(WriteFails("own/file"), errors::kPermission);
+    EXPECT_EQ(FolderFails("own/sub"), errors::kPermission);
+    ChangeMode("own", 0);
+    EXPECT_TRUE(PosixFiles().Exists(In("own/file")));
+    ChangeMode("own", 0700);
+    EXPECT_EQ(Content("own/file"), "old");
+    EXPECT_EQ(Entries("own"), 1);
   });
-  EXPECT_EQ(code, 0);
 }
 
 TEST_F(PosixFilesTest, StaleTemporariesOfOthersStay) {
-  const auto gone = std::to_string(RunInChild([] { return 0; }) + 4194304);  // above the largest process id
+  const std::string gone = ".quillbox-4194305-";  // above the largest process id
   const std::string alive = ".quillbox-" + std::to_string(::getpid()) + "-";
   // Of a killed process, and of one that lives but too old.
-  const std::string stale[] = {".quillbox-" + gone + "-1f.tmp", alive + "2.tmp"};
-  const std::string kept[] = {alive + "1.tmp", ".quillbox-" + gone + "-1g.tmp", ".quillbox-" + gone + ".tmp",
-                              gone + ".tmp"};
-  for (const std::string& name : stale) PutContent(Path(name), "x");
-  for (const std::string& name : kept) PutContent(Path(name), "x");
+  const std::string stale[] = {gone + "1f.tmp", alive + "2.tmp"};
+  const std::string kept[] = {alive + "1.tmp", gone + "1g.tmp", ".quillbox-4194305.tmp", "4194305.tmp"};
+  for (const std::string& name : stale) Put(name, "x");
+  for (const std::string& name : kept) Put(name, "x");
   const timeval past[2] = {{::time(nullptr) - 100, 0}, {::time(nullptr) - 100, 0}};
   ::utimes(Path(alive + "2.tmp").c_str(), past);
   PosixFiles().Write(In("file"), "x");
-  for (const std::string& name : stale) EXPECT_FALSE(fs::exists(Path(name))) << name;
-  EXPECT_EQ(EntriesIn(Path()), 5U);
+  for (const std::string& name : stale) EXPECT_FALSE(Exists(name)) << name;
+  EXPECT_EQ(Entries(), 5);
 }
 
-// Counts syncs, and lets them through when it is told to.
-class Disk : public SystemCalls {
- public:
-  int Sync(int) override {
-    ++begun;
-    answers.wait();
-    ++ended;
-    return 0;
-  }
-  std::atomic<int> begun = 0;
-  std::atomic<int> ended = 0;
-  std::promise<void> answer;
-  std::shared_future<void> answers = answer.get_future();
-};
-
 TEST_F(PosixFilesTest, WhatIsWrittenIsSyncedBeforeTheEndUnlessTheDiskNeverAnswers) {
+  // Counts syncs, and lets them through when it is told to.
+  struct Disk : SystemCalls {
+    int Sync(int) override {
+      ++begun;
+      answers.wait();
+      ++ended;
+      return 0;
+    }
+    std::atomic<int> begun = 0, ended = 0;
+    std::promise<void> answer;
+    std::shared_future<void> answers = answer.get_future();
+  };
   for (const bool answers : {true, false}) {
     const auto disk = std::make_shared<Disk>();
     {
@@ -302,7 +269,7 @@ TEST_F(PosixFilesTest, WhatIsWrittenIsSyncedBeforeTheEndUnlessTheDiskNeverAnswer
       files.Write(In("b"), "x");
       if (answers) disk->answer.set_value();
     }
-    EXPECT_EQ(ContentOf(Path("a")), "19");
+    EXPECT_EQ(Content("a"), "19");
     EXPECT_EQ(disk->ended, answers ? disk->begun.load() : 0);
     // Each file and its folder; not one for each of the twenty writes.
     EXPECT_TRUE(answers ? disk->begun >= 4 && disk->begun <= 12 : disk->begun <= 1) << disk->begun;

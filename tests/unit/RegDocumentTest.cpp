@@ -3,86 +3,79 @@
 #include <optional>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "platform/linux/registry/RegDocument.h"
 
 namespace quillbox {
 namespace {
 
-// A file of many kinds of lines: six keys of six values, whose names say where they stand.
-std::vector<std::string> Lines() {
-  std::vector<std::string> lines = {"REGEDIT4\r\n", "\r\n"};
+using Entry = RegDocument::Entry;
+
+// Six keys of six values of all kinds, whose names say where they stand.
+std::string Whole() {
   const std::string text = "\"a \\\"text\\\" \xFC\\\\\"";
   const std::string values[] = {
       text, "hex(1):61,62,\\\r\n  63,64", text, "dword:0000002a", text, "\"two\r\nlines\""};
-  for (const char key : {'0', '1', '2', '3', '4', '5'}) {
-    lines.push_back(std::string("[HKEY_CURRENT_USER\\Software\\Key") + key + "]\r\n");
-    for (char value = '0'; value < '6'; ++value) {
-      lines.push_back(std::string("\"K") + key + "V" + value + "\"=" + values[value - '0'] + "\r\n");
-    }
-    lines.insert(lines.end(), {"; a comment\r\n", "\r\n"});
+  std::string whole = "REGEDIT4\r\n\r\n";
+  for (int key = 0; key < 6; ++key) {
+    whole += "[HKEY_CURRENT_USER\\Software\\Key" + std::to_string(key) + "]\r\n";
+    for (int value = 0; value < 6; ++value)
+      whole += "\"K" + std::to_string(key) + "V" + std::to_string(value) + "\"=" + values[value] + "\r\n";
+    whole += "; a comment\r\n\r\n";
   }
-  return lines;
+  return whole;
 }
 
-std::string Damaged(std::string line, std::mt19937& random) {
+void Damage(std::string& text, std::mt19937& random) {
   static constexpr char kBytes[] = "\"\\\n\r[]=@;-,:()x \0\xFFhex";
-  const std::size_t at = random() % line.size();
+  const std::size_t at = random() % text.size();
   const char byte = kBytes[random() % (sizeof kBytes - 1)];
   switch (random() % 5) {
     case 0:
-      return line.insert(at, 1, byte);
+      text.insert(at, 1, byte);
+      break;
     case 1:
-      return line.erase(at, 1 + random() % 3);
+      text.erase(at, 1 + random() % 3);
+      break;
     case 2:
-      line[at] = byte;
-      return line;
+      text[at] = byte;
+      break;
     case 3:
-      return line.substr(0, at);
+      text.erase(at, text.find('\n', at) - at);
+      break;
     default:
-      return line + line;
+      text.insert(at, text.substr(at, random() % 60));
   }
 }
 
-// A value that the lines hold, asked for in small letters.
-struct Place {
-  Text path = u"hkey_current_user\\software\\key";
-  Text name = u"k";
-};
-
-using Entry = RegDocument::Entry;
-
-bool Same(const Entry* a, const Entry* b) {
-  if (a == nullptr || b == nullptr) return a == b;
-  return a->type == b->type && a->bytes == b->bytes && a->deleted == b->deleted;
+std::string Shown(const Entry* entry) {
+  if (entry == nullptr) return "none";
+  return std::to_string(entry->type) + (entry->deleted ? " deleted" : ":" + entry->bytes);
 }
+
+// A value of the file, by its number, as it is asked for.
+Text PathOf(std::size_t value) { return u"hkey_current_user\\software\\key" + Decimal(value / 6); }
+Text NameOf(std::size_t value) { return u"k" + Decimal(value / 6) + u"v" + Decimal(value % 6); }
 
 TEST(RegDocument, AChangeOfADamagedFileChangesNothingElse) {
   std::mt19937 random(815);
-  const std::vector<std::string> lines = Lines();
-  std::vector<Place> places(36);
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    places[i].path += Decimal(i / 6);
-    places[i].name += Decimal(i / 6) + u"v" + Decimal(i % 6);
-  }
+  const std::string whole = Whole();
   for (int round = 0; round < 2000; ++round) {
-    std::string text;
-    for (const std::string& line : lines) text += random() % 8 == 0 ? Damaged(line, random) : line;
+    std::string text = whole;
+    for (std::size_t count = random() % 12; count > 0; --count) Damage(text, random);
     if (random() % 4 == 0) text.resize(random() % text.size());
     const RegDocument before(text);
-    const Place& changed = places[random() % places.size()];
+    const std::size_t changed = random() % 36;
     const bool removed = round % 3 == 0;
-    const Entry entry{changed.name, false, round % 2 == 0 ? 1U : 3U,
-                      "new \"value\"\n" + std::to_string(round)};
-    const std::optional<std::string> result =
-        removed ? before.WithoutEntry(changed.path, changed.name) : before.WithEntry(changed.path, entry);
+    const Entry entry{NameOf(changed), false, round % 2 == 0 ? 1U : 3U, "\"new\"\n" + std::to_string(round)};
+    const std::optional<std::string> result = removed ? before.WithoutEntry(PathOf(changed), NameOf(changed))
+                                                      : before.WithEntry(PathOf(changed), entry);
     ASSERT_TRUE(result);
     const RegDocument after(*result);
-    for (const Place& place : places) {
-      const bool own = &place == &changed;
-      const Entry* const wanted = !own ? before.Find(place.path, place.name) : removed ? nullptr : &entry;
-      ASSERT_TRUE(Same(after.Find(place.path, place.name), wanted)) << text << "\n====\n" << *result;
+    for (std::size_t i = 0; i < 36; ++i) {
+      const Entry* const own = removed ? nullptr : &entry;
+      const Entry* const wanted = i == changed ? own : before.Find(PathOf(i), NameOf(i));
+      ASSERT_EQ(Shown(after.Find(PathOf(i), NameOf(i))), Shown(wanted)) << text << "\n====\n" << *result;
     }
   }
 }

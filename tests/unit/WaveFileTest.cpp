@@ -1,15 +1,9 @@
 // Which sound files are handed to the player: everything that is put into the settings' field ends here.
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include <cstdint>
-#include <filesystem>
 #include <string>
 
-#include "base/Utf8.h"
-#include "memory/ScratchFolder.h"
 #include "platform/linux/system/WaveFile.h"
-#include "unit/FileContent.h"
+#include "unit/FolderTest.h"
 
 namespace quillbox {
 namespace {
@@ -39,15 +33,12 @@ struct Wave {
   }
 };
 
-class WaveFileTest : public testing::Test {
+class WaveFileTest : public FolderTest {
  protected:
   bool Playable(const std::string& bytes) {
-    PutContent(folder_.Path("sound.wav"), bytes);
-    return At("sound.wav");
+    Put("sound.wav", bytes);
+    return IsPlayableWave(In("sound.wav"));
   }
-  bool At(const std::string& name) { return IsPlayableWave(FromUtf8(folder_.Path(name))); }
-
-  ScratchFolder folder_;
 };
 
 TEST_F(WaveFileTest, UsualFormatsArePlayedAndBrokenOnesRefused) {
@@ -76,12 +67,12 @@ TEST_F(WaveFileTest, UsualFormatsArePlayedAndBrokenOnesRefused) {
 }
 
 TEST_F(WaveFileTest, OnlyPlainFilesOfModestSizeAreOpened) {
-  ASSERT_EQ(mkfifo(folder_.Path("pipe.wav").c_str(), 0600), 0);
-  for (const char* name : {"missing.wav", "", "pipe.wav"}) EXPECT_FALSE(At(name)) << name;
+  ASSERT_EQ(::mkfifo(Path("pipe.wav").c_str(), 0600), 0);
+  for (const char* name : {"missing.wav", "", "pipe.wav"}) EXPECT_FALSE(IsPlayableWave(In(name))) << name;
   EXPECT_FALSE(IsPlayableWave({}));
   ASSERT_TRUE(Playable(Wave{}.Bytes()));
-  std::filesystem::resize_file(folder_.Path("sound.wav"), 50'000'001);
-  EXPECT_FALSE(At("sound.wav"));
+  std::filesystem::resize_file(Path("sound.wav"), 50'000'001);
+  EXPECT_FALSE(IsPlayableWave(In("sound.wav")));
 }
 
 }  // namespace
