@@ -28,11 +28,7 @@ std::string Strokes(TextView keys) {
       if ((stroke.modifiers & modifier::kShift) != 0) strokes += '+';
       if ((stroke.modifiers & modifier::kControl) != 0) strokes += '^';
       if ((stroke.modifiers & modifier::kAlt) != 0) strokes += '%';
-      const char32_t c = stroke.character;
-      if (c >= 0x10000)
-        strokes += ToUtf8(
-            Text{static_cast<char16_t>(0xD7C0 + (c >> 10)), static_cast<char16_t>(0xDC00 + (c & 0x3FF))});
-      if (c > 0 && c < 0x10000) strokes += ToUtf8(Text(1, static_cast<char16_t>(c)));
+      if (stroke.character != 0) strokes += ToUtf8(TextOf(stroke.character));
       for (const auto& [key, name] : kNames) strokes += stroke.special == key ? name : "";
     }
   } catch (const RuntimeError& error) {

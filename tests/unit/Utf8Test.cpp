@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -47,22 +46,6 @@ TEST(Utf8, EachByteOfABrokenSequenceIsReplacedAndALoneSurrogateToo) {
   EXPECT_EQ(ToLosslessUtf8(text), "a\xED\xA0\x80z\xED\xB0\x80\xED\xBF\xBF\xED\xAF\xBF");
   EXPECT_EQ(FromLosslessUtf8(ToLosslessUtf8(text)), text);
   EXPECT_EQ(FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
-}
-
-// What is read from any bytes can be written, and reads the same again.
-TEST(Utf8, RandomBytesGiveAValidText) {
-  std::mt19937 random(20240608);
-  constexpr unsigned char likely[] = {0x41, 0x80, 0xBF, 0xC2, 0xE0, 0xA0, 0xED, 0xEF, 0xF0, 0x90, 0xF4, 0x8F};
-  for (int i = 0; i < 20000; ++i) {
-    std::string bytes(random() % 40, '\0');
-    for (char& byte : bytes) {
-      byte = static_cast<char>(random() % 4 == 0 ? random() : likely[random() % std::size(likely)]);
-    }
-    const Text text = FromUtf8(bytes);
-    ASSERT_LE(text.size(), bytes.size());
-    ASSERT_EQ(FromUtf8(ToUtf8(text)), text);
-    ASSERT_TRUE(text.find(u'\uFFFD') != Text::npos || ToUtf8(text) == bytes);
-  }
 }
 
 }  // namespace
