@@ -27,6 +27,7 @@ std::string Lines(const MLToolTip& tips, const Text& tip) {
 }
 
 TEST(MLToolTip, UnderlinesAndNarrowWidths) {
+  MLToolTip tips;
   const struct {
     int characters;
     Text tip;
@@ -43,22 +44,10 @@ TEST(MLToolTip, UnderlinesAndNarrowWidths) {
       {0, u"abc", "a|b|c"},
       {3, u"\U0001F600\U0001F600", "\U0001F600|\U0001F600"},
   };
-  MLToolTip tips;
-  tips.MLToolTipInstall();
   for (const auto& [characters, tip, lines] : cases) {
     tips.MLToolTipSetMaxWidth(characters * MemoryTips::kCharacterWidth);
     EXPECT_EQ(Lines(tips, tip), lines) << ToUtf8(tip);
   }
-  tips = {};
-  const Text longText(200, u'x');
-  // Without a limit until one is set.
-  for (const std::size_t rows : {0, 19}) {
-    tips.MLToolTipSetMaxWidth(70);
-    tips.MLToolTipInstall();  // the second time it does nothing
-    EXPECT_EQ(Lines(tips, longText).size(), 200 + rows);
-  }
-  tips.MLToolTipRemove();
-  EXPECT_FALSE(tips.IsInstalled());
 }
 
 }  // namespace
