@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sys/socket.h>
 #include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
@@ -36,7 +37,6 @@ class KeyReceiver {
     bool answersAsQt = false;     // to another audience than the others do
     int microsecondsPerKey = 0;   // how slow it is
     int millisecondsToStart = 0;  // how long it sleeps over the first key
-    bool saysOurProcess = false;  // bears the process id of this very process
   };
 
   explicit KeyReceiver(Options options) : options_(options) {
@@ -49,27 +49,15 @@ class KeyReceiver {
     const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window_, server_.Root(), 10, 10, 200, 100, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
-    if (options_.answersPings) Set(protocols_, XCB_ATOM_ATOM, ping_);
-    if (options_.saysOurProcess)
-      Set(server_.Atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
+    if (options_.answersPings) Set("WM_PROTOCOLS", "ATOM", ping_);
     xcb_map_window(connection, window_);
     server_.Sync();
     thread_ = std::thread([this] {
-      while (!ended_) {
-        const XReply<xcb_generic_event_t> event(xcb_wait_for_event(server_.Get()));
-        if (!event) return;
-        Handle(*event);
-      }
+      while (const XReply<xcb_generic_event_t> event{xcb_wait_for_event(server_.Get())}) Handle(*event);
     });
   }
   ~KeyReceiver() {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window_;
-    message.type = end_;
-    xcb_send_event(server_.Get(), 0, window_, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(server_.Get());
+    shutdown(xcb_get_file_descriptor(server_.Get()), SHUT_RDWR);  // which ends the thread
     thread_.join();
   }
   KeyReceiver(const KeyReceiver&) = delete;
@@ -89,8 +77,9 @@ class KeyReceiver {
     const std::lock_guard lock(mutex_);
     return presses_;
   }
-  // The text of all presses so far, line breaks as line feeds.
-  std::string Text() const {
+  // The text of all presses when there are so many, line breaks as line feeds.
+  std::string Text(std::size_t presses = 0) const {
+    WaitFor(presses);
     std::string text;
     for (const KeyPress& press : Presses()) text += press.text == "\r" ? "\n" : press.text;
     return text;
@@ -105,16 +94,10 @@ class KeyReceiver {
     unpaired_ = 0;
     modifierPresses_ = 0;
   }
-  // Waits until so many presses have come in and a little longer for more; false after 60 s.
-  bool WaitFor(std::size_t presses) const {
-    for (int tries = 0; tries < 6000; ++tries) {
-      if (Presses().size() >= presses) {
-        Sleep(30);
-        return true;
-      }
-      Sleep(10);
-    }
-    return false;
+  // Waits until so many presses have come in, at most 60 s, and a little longer for more.
+  void WaitFor(std::size_t presses) const {
+    for (int tries = 0; tries < 6000 && Presses().size() < presses; ++tries) Sleep(10);
+    Sleep(30);
   }
 
   void SetClass(const std::string& name) {
@@ -123,18 +106,14 @@ class KeyReceiver {
                         static_cast<std::uint32_t>(both.size()), both.data());
     server_.Sync();
   }
-
- private:
-  struct Free {
-    void operator()(xkb_context* context) const { xkb_context_unref(context); }
-    void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
-    void operator()(xkb_state* state) const { xkb_state_unref(state); }
-  };
-
-  void Set(xcb_atom_t property, xcb_atom_t type, std::uint32_t value) {
-    xcb_change_property(server_.Get(), XCB_PROP_MODE_REPLACE, window_, property, type, 32, 1, &value);
+  // A property of the window, or of the root window.
+  void Set(const char* property, const char* type, std::uint32_t value, bool ofRoot = false) {
+    xcb_change_property(server_.Get(), XCB_PROP_MODE_REPLACE, ofRoot ? server_.Root() : window_,
+                        server_.Atom(property), server_.Atom(type), 32, 1, &value);
+    server_.Sync();
   }
 
+ private:
   void SetFocus(xcb_window_t window) {
     for (int tries = 0; tries < 2000; ++tries) {
       xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
@@ -152,7 +131,6 @@ class KeyReceiver {
       mapIsOld_ = true;
     } else if (type == XCB_CLIENT_MESSAGE) {
       const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-      if (message.type == end_) ended_ = true;
       if (message.type == protocols_ && message.data.data32[0] == ping_) AnswerPing(message);
     }
   }
@@ -175,9 +153,10 @@ class KeyReceiver {
       std::this_thread::sleep_for(std::chrono::microseconds(options_.microsecondsPerKey));
     if (std::exchange(mapIsOld_, false)) {
       const std::int32_t device = xkb_x11_get_core_keyboard_device_id(server_.Get());
-      keymap_.reset(
-          xkb_x11_keymap_new_from_device(context_.get(), server_.Get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-      state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr);
+      xkb_keymap* const keymap =
+          xkb_x11_keymap_new_from_device(context_.get(), server_.Get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS);
+      state_.reset(keymap != nullptr ? xkb_state_new(keymap) : nullptr);
+      xkb_keymap_unref(keymap);  // the state holds it
     }
     if (!state_) return;
     xkb_state_update_mask(state_.get(), event.state & 0xFF, 0, 0, 0, 0, event.state >> 13 & 3);
@@ -199,14 +178,11 @@ class KeyReceiver {
   XKeyConnection server_{nullptr};
   xcb_window_t window_ = xcb_generate_id(server_.Get());
   xcb_atom_t protocols_ = server_.Atom("WM_PROTOCOLS"), ping_ = server_.Atom("_NET_WM_PING");
-  xcb_atom_t end_ = server_.Atom("QUILLBOX_TEST_END");
   std::uint8_t xkbEvent_ = 0;
-  std::unique_ptr<xkb_context, Free> context_{xkb_context_new(XKB_CONTEXT_NO_FLAGS)};
-  std::unique_ptr<xkb_keymap, Free> keymap_;
-  std::unique_ptr<xkb_state, Free> state_;
+  std::unique_ptr<xkb_context, void (*)(xkb_context*)> context_{xkb_context_new({}), xkb_context_unref};
+  std::unique_ptr<xkb_state, void (*)(xkb_state*)> state_{nullptr, xkb_state_unref};
   bool mapIsOld_ = true;
   bool down_[256] = {};
-  bool ended_ = false;
 
   mutable std::mutex mutex_;  // guards the presses
   std::vector<KeyPress> presses_;

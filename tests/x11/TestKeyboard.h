@@ -59,10 +59,6 @@ class TestKeyboard {
                              static_cast<std::uint8_t>(group), 0, 0, 0);
     server_.Sync();
   }
-  void Lock(std::uint8_t modifiers) {
-    xcb_xkb_latch_lock_state(server_.Get(), XCB_XKB_ID_USE_CORE_KBD, modifiers, modifiers, 0, 0, 0, 0, 0);
-    server_.Sync();
-  }
   // Caps Lock and Num Lock as given.
   void UseLocks(std::uint8_t locked) {
     xcb_xkb_latch_lock_state(server_.Get(), XCB_XKB_ID_USE_CORE_KBD, kCapsLock | kNumLock, locked, 0, 0, 0, 0,
@@ -90,12 +86,15 @@ class TestKeyboard {
     if (dump.empty()) throw std::runtime_error("xkbcomp failed");
     return dump;
   }
-  // Whether the root window has the property.
-  bool RootHas(const char* property) {
-    const auto cookie =
-        xcb_get_property(server_.Get(), 0, server_.Root(), server_.Atom(property), XCB_ATOM_ANY, 0, 1);
-    return XReply<xcb_get_property_reply_t>(xcb_get_property_reply(server_.Get(), cookie, nullptr))->type !=
-           XCB_ATOM_NONE;
+  // Whether a sender has marked the root window and not taken its marks away.
+  bool TracesAreLeft() {
+    for (const char* property : {"_QUILLBOX_SPARE_KEYS", "_QUILLBOX_TYPING"}) {
+      const auto cookie =
+          xcb_get_property(server_.Get(), 0, server_.Root(), server_.Atom(property), XCB_ATOM_ANY, 0, 1);
+      const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(server_.Get(), cookie, nullptr));
+      if (reply->type != XCB_ATOM_NONE) return true;
+    }
+    return false;
   }
 
  private:
