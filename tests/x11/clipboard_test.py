@@ -121,13 +121,14 @@ class Reading(OnX11):
                 ({UTF8: in_pieces(LETTERS, 5000)}, LETTERS.decode()),
                 ({UTF8: in_pieces("x€y".encode(), 1)}, "x€y"),
                 # The same again is news again.
-                ({UTF8: "x€y".encode()}, "x€y")):
-            owner = self.reads(text, offers)
-            self.assertEqual(offers.get(LATIN, b"").decode("latin-1") == text, LATIN in owner.asked)
-
-    def test_what_is_no_text_reads_empty(self):
-        for offers in ({"image/png": b"PNG"}, {UTF8: b""}, {"none": None}):
-            self.assertEqual(UTF8 in offers, UTF8 in self.reads("", offers).asked)
+                ({UTF8: "x€y".encode()}, "x€y"),
+                # What is too long is cut at a whole character.
+                ({UTF8: ["€".encode() * 66_000] * 100 + [b""]}, "€" * (MOST // 3)),
+                # No text.
+                ({"image/png": b"PNG"}, ""), ({UTF8: b""}, ""), ({"none": None}, "")):
+            asked = self.reads(text, offers).asked
+            self.assertEqual(LATIN in offers and offers[LATIN].decode("latin-1") == text, LATIN in asked)
+            self.assertTrue(text or (UTF8 in offers) == (UTF8 in asked), "nothing is asked for that isn't offered")
 
     def test_at_the_start_the_owner_that_is_there_is_waited_for(self):
         self.assertEqual("", self.read(), "without an owner it is known at once")
@@ -164,9 +165,6 @@ class Reading(OnX11):
             self.assertEqual(place, self.ask("place"), "a tick copies nothing")
         self.assertEqual(before + 6, int(self.ask("wake-ups")), "one for each request of ours")
         self.assertEqual(["TARGETS", HINT, UTF8], owner.asked)
-
-    def test_a_huge_text_is_cut_at_a_whole_character(self):
-        self.reads("€" * (MOST // 3), {UTF8: ["€".encode() * 66_000] * 100 + [b""]})
 
     def test_a_secret_is_no_text(self):
         """Neither taken over nor, when others offer it again without the mark, read; until there is another text."""
@@ -210,17 +208,15 @@ class BadOwners(OnX11):
         def announces(size):
             return lambda owner, question: owner.begin(question, UTF8, in_pieces(b"the text", 3), size)
 
-        # An empty piece is the end, and what is said after it doesn't get into the next text.
-        for offer in (*map(announces, (b"\xff" * 4, b"\0" * 4, b"", b"x" * 80_000)),
-                      [b"the text", ("ATOM", 32, b""), b"!", b"!"]):
-            self.reads("the text", {UTF8: offer})
-
-    def test_garbage_in_the_list_of_targets(self):
         known = Owner.list_of(self.desktop.display.intern_atom, UTF8)
         unknown = struct.pack("5000I", *range(0x1000000, 0x1001388))
-        for listed in ("STRING", 8, b"not a list"), ("ATOM", 32, unknown + known), ("TARGETS", 32, known):
-            self.reads("text", {UTF8: b"text", "TARGETS": listed})
-        # One too long to be read whole may name the hint of a secret behind its end.
+        for offers in (*({UTF8: announces(size)} for size in (b"\xff" * 4, b"\0" * 4, b"", b"x" * 80_000)),
+                       # An empty piece is the end, and what is said after it doesn't get into the next text.
+                       {UTF8: [b"the text", ("ATOM", 32, b""), b"!", b"!"]},
+                       *({UTF8: b"the text", "TARGETS": listed} for listed in (
+                           ("STRING", 8, b"not a list"), ("ATOM", 32, unknown + known), ("TARGETS", 32, known)))):
+            self.reads("the text", offers)
+        # A list too long to be read whole may name the hint of a secret behind its end.
         self.reads("", {UTF8: b"hidden", "TARGETS": ("ATOM", 32, known * 33_000)})
         self.assertEqual("1", self.ask("secret"))
 
@@ -255,23 +251,20 @@ class Owning(OnX11):
         self.assertNotEqual(0, since)
         self.assertEqual((None, 0, None), reader.paste(UTF8, time=since - 1000), "from before it was ours")
         self.assertEqual("", self.ask("news"), "our own change is no news")
-        # What Latin-1 lacks is marked in it.
-        self.put("5 € 😀")
-        self.assertEqual((LATIN, 8, b"5 ? ?"), reader.paste(LATIN))
-        self.assertEqual(UTF8, reader.paste("TEXT")[0])
-        self.ask("part", 2)  # of what is read
-        self.assertEqual("€", self.read())
-
-    def test_several_targets_in_one_request(self):
-        self.put("many")
-        reader = self.reader()
+        # Several in one request.
         atom = reader.display.intern_atom
         for pairs, given in (((UTF8, "A", "image/png", "B", LATIN, "C", "TARGETS", "D"),
                               [UTF8, "A", "image/png", "None", LATIN, "C", "TARGETS", "D"]), ((), [])):
             reader.window.change_property(reader.slot, atom("ATOM_PAIR"), 32, [*map(atom, pairs)])
             self.assertEqual(given, self.names(reader.paste("MULTIPLE")[2]))
         a, c, d = (reader.window.get_full_property(atom(name), X.AnyPropertyType).value for name in "ACD")
-        self.assertEqual((b"many", b"many", 8), (a, c, len(d)))
+        self.assertEqual((utf8, b"Gr\xfc\xdfe", 8), (a, c, len(d)))
+        # What Latin-1 lacks is marked in it.
+        self.put("5 € 😀")
+        self.assertEqual((LATIN, 8, b"5 ? ?"), reader.paste(LATIN))
+        self.assertEqual(UTF8, reader.paste("TEXT")[0])
+        self.ask("part", 2)  # of what is read
+        self.assertEqual("€", self.read())
 
     def test_long_texts_in_increments_to_many_at_once(self):
         self.put(LONG)
@@ -290,9 +283,15 @@ class Owning(OnX11):
         wait_for("the one that has stopped to be given up", lambda: self.ask("timers") == "0", PATIENCE)
 
     def test_a_reader_that_vanishes_holds_nothing(self):
-        self.put("v" * 1_000_000)
-        self.vanish()
-        wait_for("no timer", lambda: self.ask("timers") == "0", 4.5)  # one that has stopped is given 5 s
+        def seconds():
+            self.put("v" * 1_000_000)
+            self.vanish()
+            began = time.monotonic()
+            wait_for("no timer", lambda: self.ask("timers") == "0", PATIENCE)
+            return time.monotonic() - began
+
+        # One that has stopped is given 5 s. On a busy machine they may pass by themselves, but not each time.
+        self.assertTrue(any(seconds() < 4.5 for _ in range(10)))
 
     def test_the_last_one_to_copy_wins(self):
         self.put("ours")
