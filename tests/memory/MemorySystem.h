@@ -1,6 +1,10 @@
 #pragma once
 
+#include <map>
+
+#include "platform/linux/files/PosixFiles.h"
 #include "platform/ports/SystemInfo.h"
+#include "platform/ports/TextFolding.h"
 
 namespace quillbox {
 
@@ -27,6 +31,37 @@ class MemorySystem : public SystemInfo {
   VersionRecord version;
   char16_t separator = u'.';
   bool anotherInstance = false;
+};
+
+// The files on disk, with a count of the writes that succeeded, by file name.
+class CountingFiles : public PosixFiles {
+ public:
+  void WritePieces(const Text& path, const Content& content) override {
+    PosixFiles::WritePieces(path, content);
+    ++writes_[path.substr(path.rfind(u'/') + 1)];
+  }
+
+  // `name` without a folder.
+  int Writes(const Text& name) const { return writes_.contains(name) ? writes_.at(name) : 0; }
+
+ private:
+  std::map<Text, int> writes_;
+};
+
+// The letters of German and French, and the accents that can be set on any letter.
+class MemoryTextFolding : public TextFolding {
+ public:
+  Text Fold(char32_t character) override {
+    constexpr TextView kFrom = u"ÀÁÂÃÄÅÇÈÉÊËÌÍÎÏÒÓÔÕÖÙÚÛÜàáâãäåçèéêëìíîïòóôõöùúûü";
+    constexpr TextView kTo = u"aaaaaaceeeeiiiiooooouuuuaaaaaaceeeeiiiiooooouuuu";
+    if (character >= 0x300 && character < 0x370) return {};
+    if (character >= U'A' && character <= U'Z') character += U'a' - U'A';
+    if (character == U'ß') return u"ss";
+    if (character >= 0x10000) return TextOf(character);
+    const auto unit = static_cast<char16_t>(character);
+    const std::size_t found = kFrom.find(unit);
+    return Text(1, found == TextView::npos ? unit : kTo[found]);
+  }
 };
 
 }  // namespace quillbox

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "memory/CountingFiles.h"
-#include "memory/MemoryClipboard.h"
 #include "memory/MemoryClock.h"
 #include "memory/MemoryDesktop.h"
 #include "memory/MemoryRecords.h"
 #include "memory/MemoryRegistry.h"
 #include "memory/MemorySystem.h"
-#include "memory/MemoryTextFolding.h"
 #include "memory/MemoryTips.h"
 #include "memory/ScratchFolder.h"
 #include "memory/VirtualTimers.h"
