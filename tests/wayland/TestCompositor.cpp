@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include <csignal>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "ext-data-control-v1-server.h"
@@ -31,8 +31,15 @@ std::string FreshSocket() {
   return std::filesystem::temp_directory_path() / name;
 }
 
-// Runs beside everything, as another program would.
-void InAThread(std::function<void()> work) { std::thread(std::move(work)).detach(); }
+// Works beside everything, as another program would.
+Giving Beside(std::function<void(int fd)> work) {
+  return [work = std::move(work)](int fd) {
+    std::thread([work, fd] {
+      work(fd);
+      close(fd);
+    }).detach();
+  };
+}
 
 // An offer that a client was told of: that of the selection of that number.
 struct OfferNumber {
@@ -104,26 +111,19 @@ struct TestCompositor::Requests {
 };
 
 Giving Gives(std::string bytes) {
-  return [bytes = std::move(bytes)](int fd) {
-    InAThread([bytes, fd] {
-      for (std::size_t at = 0; at < bytes.size();) {
-        const ssize_t written = write(fd, bytes.data() + at, bytes.size() - at);
-        if (written < 0) break;
-        at += static_cast<std::size_t>(written);
-      }
-      close(fd);
-    });
-  };
+  return Beside([bytes = std::move(bytes)](int fd) {
+    std::string_view rest = bytes;
+    ssize_t written = 0;
+    while (!rest.empty() && (written = write(fd, rest.data(), rest.size())) >= 0)
+      rest.remove_prefix(static_cast<std::size_t>(written));
+  });
 }
 
 Giving Trickles(std::string piece) {
-  return [piece = std::move(piece)](int fd) {
-    InAThread([piece, fd] {
-      while (write(fd, piece.data(), piece.size()) > 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-      close(fd);
-    });
-  };
+  return Beside([piece = std::move(piece)](int fd) {
+    while (write(fd, piece.data(), piece.size()) > 0)
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  });
 }
 
 Giving Refuses() {
@@ -131,68 +131,56 @@ Giving Refuses() {
 }
 
 Giving NeverWrites() {
-  return [](int fd) {
-    InAThread([fd] {
-      pollfd readerGone{fd, 0, 0};
-      poll(&readerGone, 1, 60000);
-      close(fd);
-    });
-  };
+  return Beside([](int fd) {
+    pollfd readerGone{fd, 0, 0};
+    poll(&readerGone, 1, 60000);
+  });
 }
 
 TestCompositor::TestCompositor(Options options)
     : socket_(options.socket.empty() ? FreshSocket() : options.socket),
+      managers_(std::move(options.managers)),
       tellsOfNobody_(options.tellsOfNobody),
-      display_(wl_display_create()),
-      wake_(eventfd(0, EFD_CLOEXEC)) {
+      display_(wl_display_create()) {
   unlink(socket_.c_str());
   // The library's own sockets lie in XDG_RUNTIME_DIR; a full path is taken as it is.
   if (wl_display_add_socket(display_, socket_.c_str()) != 0) throw std::runtime_error("no socket");
   wl_global_create(display_, &wl_seat_interface, 1, nullptr, Requests::BindSeat);
-  interfaces_.reserve(options.managers.size());
-  for (const std::string& name : options.managers) {
-    interfaces_.push_back(ext_data_control_manager_v1_interface);
-    interfaces_.back().name = name == "ext_data_control_manager_v1" ? "ext_data_control_manager_v1"
-                                                                    : "zwlr_data_control_manager_v1";
-    wl_global_create(display_, &interfaces_.back(), 1, this, Requests::BindManager);
+  interfaces_.resize(managers_.size(), ext_data_control_manager_v1_interface);
+  for (std::size_t i = 0; i < managers_.size(); ++i) {
+    interfaces_[i].name = managers_[i].c_str();
+    wl_global_create(display_, &interfaces_[i], 1, this, Requests::BindManager);
   }
-  workSource_ = wl_event_loop_add_fd(
-      wl_display_get_event_loop(display_), wake_, WL_EVENT_READABLE,
-      [](int fd, std::uint32_t, void* data) {
-        TestCompositor& self = *static_cast<TestCompositor*>(data);
-        std::uint64_t count = 0;
-        if (read(fd, &count, sizeof count) != sizeof count) return 0;
-        self.work_();
-        wl_display_flush_clients(self.display_);
-        self.working_ = false;
-        self.working_.notify_all();
-        return 0;
-      },
-      this);
   // Signals of a broken pipe stay with the threads that write, and with those that they start.
   sigset_t pipe, before;
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);
   pthread_sigmask(SIG_BLOCK, &pipe, &before);
-  thread_ = std::thread([this] { wl_display_run(display_); });
+  thread_ = std::thread([this] { Run(); });
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 TestCompositor::~TestCompositor() {
-  Do([this] { wl_display_terminate(display_); });
+  ended_ = true;
   thread_.join();
-  wl_event_source_remove(workSource_);
   wl_display_destroy_clients(display_);
   wl_display_destroy(display_);
-  close(wake_);
+}
+
+void TestCompositor::Run() {
+  constexpr int kAgainMs = 10;  // for the end
+  wl_event_loop* const loop = wl_display_get_event_loop(display_);
+  pollfd events{wl_event_loop_get_fd(loop), POLLIN, 0};
+  while (!ended_) {
+    poll(&events, 1, kAgainMs);
+    Do([loop] { wl_event_loop_dispatch(loop, 0); });
+  }
 }
 
 void TestCompositor::Do(const std::function<void()>& work) {
-  work_ = work;
-  working_ = true;
-  const std::uint64_t one = 1;
-  if (write(wake_, &one, sizeof one) != sizeof one) throw std::runtime_error("no wake-up");
-  working_.wait(true);
+  const std::lock_guard turn(turn_);
+  work();
+  wl_display_flush_clients(display_);
 }
 
 void TestCompositor::Own(Offer offer) {

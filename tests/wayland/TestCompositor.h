@@ -5,6 +5,7 @@
 #include <atomic>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -37,7 +38,7 @@ class TestCompositor {
   TestCompositor& operator=(const TestCompositor&) = delete;
 
   const std::string& Socket() const { return socket_; }
-  // Carries work out in the compositor's thread; returns when it is done.
+  // The compositor does nothing else meanwhile.
   void Do(const std::function<void()>& work);
 
   // Somebody takes the clipboard; with an empty offer, nobody.
@@ -63,19 +64,20 @@ class TestCompositor {
   void Send(wl_resource* device);
   void Receive(int selection, const std::string& type, int fd);
 
+  void Run();
+
   const std::string socket_;
+  const std::vector<std::string> managers_;
   const bool tellsOfNobody_;
   wl_display* const display_;
-  std::vector<wl_interface> interfaces_;
+  std::vector<wl_interface> interfaces_;                      // of the managers
   std::map<wl_resource*, std::vector<std::string>> sources_;  // with their types
   std::vector<wl_resource*> devices_;
   Selection selection_;
   int selections_ = 0;
   std::atomic<int> asked_ = 0;
-  const int wake_;  // an eventfd: there is work
-  wl_event_source* workSource_;
-  std::function<void()> work_;
-  std::atomic<bool> working_ = false;
+  std::mutex turn_;  // one thread at a time works in the display
+  std::atomic<bool> ended_ = false;
   std::thread thread_;
 };
 
