@@ -41,11 +41,14 @@ class Sessions:
         self.newest_becomes(text, seconds)
         return owner
 
+    def reader(self):
+        """KWin lets one of an empty clipboard wait for ever."""
+        return subprocess.Popen(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], env=self.desktop.environment,
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+
     def paste(self):
-        """What a native program pastes; KWin lets a reader of an empty clipboard wait for ever."""
-        done = subprocess.run(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], env=self.desktop.environment,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, check=False)
-        return done.stdout.decode()
+        """What a native program pastes."""
+        return self.reader().communicate()[0].decode()
 
     def pastes(self, text):
         wait_for(f"{text!r} to be pasted", lambda: self.paste() == text, PATIENCE, 0.1)
@@ -96,10 +99,6 @@ class Sessions:
         self.copy("meanwhile")
         self.desktop.end(stopped)
         stopped.stdout.close()
-
-    def reader(self):
-        return subprocess.Popen(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], stdin=subprocess.DEVNULL,
-                                env=self.desktop.environment, stdout=subprocess.PIPE)
 
     def pastes_are_whole(self, text):
         readers = [self.reader(), self.reader()]

@@ -124,7 +124,8 @@ class PortalKey(PortalCase):
         portal = self.portal(allows=False)
         self.says("key: The desktop has refused this key.")
         self.assertEqual("F12", portal.shortcuts[0][1]["preferred_trigger"])
-        self.assertEqual([name for name, _ in portal.calls][-3:], ["CreateSession", "BindShortcuts", "Close"])
+        wait_for("the session's end", lambda: [name for name, _ in portal.calls][-3:] ==
+                 ["CreateSession", "BindShortcuts", "Close"])
         self.assertIsNone(self.screen.message())
 
 
