@@ -109,6 +109,14 @@ class WithoutTray(DesktopCase):
         self.assertEqual(0, self.desktop.stop_program())
         wait_for("the window's end", lambda: not self.desktop.windows())
 
+    def test_the_menu_is_at_the_windows_right_press_and_ends_the_program(self):
+        self.desktop.start_program()
+        x, y, width, _ = self.desktop.place(self.titled("Quillbox"))
+        self.desktop.click(x + width - 5, y + 5, 3)
+        wait_for("the menu", self.desktop.menu)
+        self.desktop.key("x")
+        self.assertEqual(0, self.desktop.program.wait(30))
+
     def test_tray_that_comes_later_and_goes_and_comes_back(self):
         self.desktop.start_program()
         self.close_window()

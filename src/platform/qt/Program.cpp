@@ -43,6 +43,7 @@ Program::Program(EndingSignals& signals)
     FillHostMenu();
   };
   views_.Help = [this](const Form& form) { ShowHelp(form); };
+  views_.MenuWithoutTray = [this] { trayIcon_.RightPress(); };
   views_.Appeared = [this] { frmTray_->timerPage.CatchUp(); };
   presence_.Changed = [this] {
     trayIcon_.Follow();

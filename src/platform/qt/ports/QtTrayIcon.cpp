@@ -74,7 +74,7 @@ void QtTrayIcon::Draw() {
 }
 
 void QtTrayIcon::RightPressAt(const QPoint& place) {
-  if (icon_ && icon_->geometry().contains(place)) Tell(mouse::kRightDown);
+  if (icon_ && icon_->geometry().contains(place)) RightPress();
 }
 
 void QtTrayIcon::Activated(QSystemTrayIcon::ActivationReason reason) {

@@ -27,7 +27,9 @@ class QtTrayIcon : public TrayIcon {
   bool Reachable() const;
   // A tray has come or gone.
   void Follow();
-  // A press of the right button that an open menu has taken, at this place of the screen: it counts if the
+  // A press of the right button, which stands for one on the icon.
+  void RightPress() { Tell(mouse::kRightDown); }
+  // One that an open menu has taken, at this place of the screen: it counts if the
   // icon is there.
   void RightPressAt(const QPoint& place);
   // The menu that hosts draw themselves; made when such a host has the icon.

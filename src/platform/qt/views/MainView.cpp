@@ -1,6 +1,7 @@
 #include "platform/qt/views/MainView.h"
 
 #include <QAbstractButton>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
@@ -172,6 +173,15 @@ void MainView::changeEvent(QEvent* event) {
     QTimer::singleShot(kSettleMilliseconds, this, [this, &form] {
       if (inTaskbar_ && !isMinimized()) form.GetDispatcher().Dispatch([&form] { form.Show(); });
     });
+  }
+}
+
+void MainView::contextMenuEvent(QContextMenuEvent* event) {
+  // Nowhere else could the program be ended. Fields have menus of their own, which don't come here.
+  if (!trayReachable_() && MenuWithoutTray) {
+    MenuWithoutTray();
+  } else {
+    FormView::contextMenuEvent(event);
   }
 }
 

@@ -18,6 +18,9 @@ class MainView : public FormView {
   // window goes to the task bar instead of hiding.
   MainView(frmTray& program, const ViewTools& tools, std::function<bool()> trayReachable);
 
+  // The person asks for the icon's menu where there is no icon: with the right button, in the window.
+  std::function<void()> MenuWithoutTray;
+
   // A tray has come or gone: a window that is away moves between tray and task bar.
   void FollowTray();
   // The person asked for the window.
@@ -28,6 +31,7 @@ class MainView : public FormView {
   void ShowWindow() override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void ShowPage(int page);

@@ -32,7 +32,11 @@ ProgramViews::ProgramViews(Dispatcher& dispatcher, QtTips& tips, Clipboard& clip
 
 std::unique_ptr<FormView> ProgramViews::Make(Form& form) {
   if (!program_) return nullptr;
-  if (&form == &program_->form) return std::make_unique<MainView>(*program_, tools_, trayReachable_);
+  if (&form == &program_->form) {
+    auto view = std::make_unique<MainView>(*program_, tools_, trayReachable_);
+    view->MenuWithoutTray = MenuWithoutTray;
+    return view;
+  }
   if (auto* const dialog = program_->settingsDialog.Get(); dialog && &form == &dialog->form) {
     return MakeSettingsView(*dialog, tools_);
   }

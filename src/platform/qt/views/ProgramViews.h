@@ -26,6 +26,8 @@ class ProgramViews {
   void Begin() { begun_ = true; }
   // The person asks for help in the window of a form.
   std::function<void(const Form&)> Help;
+  // The person asks for the icon's menu while there is no icon.
+  std::function<void()> MenuWithoutTray;
   // The main window has appeared.
   std::function<void()> Appeared;
 
