@@ -56,12 +56,22 @@ def _gtk(name):
     return lambda desktop: _write(desktop, f"config/{name}/{name}rc", text)
 
 
+def _copyq(desktop):
+    _write(desktop, "config/copyq/copyq.conf",
+           "[Options]\nmaxitems=100\ndisable_tray=false\nhide_main_window=true\nclose_on_unfocus=false\n"
+           "activate_closes=true\nactivate_focuses=true\nactivate_pastes=true\n")
+    _write(desktop, "config/copyq/copyq-commands.ini",
+           '[Command]\nName=Show\nCommand="copyq: toggle()"\nIsGlobalShortcut=true\nGlobalShortcut=ctrl+alt+v\n')
+
+
+def copyq():
+    return [each for each in peers() if each.name == "CopyQ" and each.there()]
+
+
 def peers():
     # The distribution's ClipIt is only a note that it is gone.
     return [
-        Program("CopyQ", ["copyq"], lambda d: _write(
-            d, "config/copyq/copyq.conf",
-            "[Options]\nmaxitems=100\ndisable_tray=false\nhide_main_window=true\nclose_on_unfocus=false\n")),
+        Program("CopyQ", ["copyq"], _copyq),
         Program("Parcellite", ["parcellite"], _gtk("parcellite")),
         Program("Diodon", ["diodon"]),
         Program("xfce4-clipman", ["xfce4-clipman"]),
