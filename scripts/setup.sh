@@ -11,7 +11,7 @@ readonly BUILD_PACKAGES=(
 # Desktops without a screen, of X11 and of Wayland, and what drives them.
 readonly DESKTOP_PACKAGES=(
   xvfb openbox tint2 xclip xdotool dbus dbus-x11 at-spi2-core
-  python3-xlib python3-gi gir1.2-atspi-2.0
+  python3-xlib python3-gi
   sway xwayland foot wtype
   x11-utils x11-xkb-utils x11-xserver-utils imagemagick fonts-dejavu-core
   wl-clipboard kwin-wayland

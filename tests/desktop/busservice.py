@@ -9,14 +9,18 @@ from gi.repository import Gio, GLib  # noqa: E402
 BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 
 
+def connect(address):
+    flags = Gio.DBusConnectionFlags
+    bus = Gio.DBusConnection.new_for_address_sync(address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+    bus.set_exit_on_close(False)
+    return bus
+
+
 class BusService:
     """On the bus at `address` until `close()`, with the names that it is given."""
 
     def __init__(self, address, *names):
-        self.bus = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None, None)
-        self.bus.set_exit_on_close(False)
+        self.bus = connect(address)
         self.context = GLib.MainContext()
         self.loop = GLib.MainLoop(self.context)
         ready = threading.Event()

@@ -87,8 +87,8 @@ class DesktopCase(unittest.TestCase):
 
     def middle(self, role, name):
         """The middle of a control of the main window, or of a row where it begins."""
-        node = next(node for node, _ in nodes(self.reader.window("Quillbox")) if (node["role"], node["name"]) == (role, name))
-        x, y, width, height = node["place"]
+        node = next(node for node in nodes(self.reader.window("Quillbox")) if (node.role, node.name) == (role, name))
+        x, y, width, height = node.place
         return x + min(width // 2, 60), y + height // 2
 
     # --- texts

@@ -14,7 +14,7 @@ class Keyboard(DesktopCase):
     DESKTOP = {"accessibility": True}
 
     def shown(self, role):
-        return [node["name"] for node, _ in nodes(self.reader.window("Quillbox")) if node["role"] == role]
+        return [node.name for node in nodes(self.reader.window("Quillbox")) if node.role == role]
 
     def test_find(self):
         self.start_reading("Clip")

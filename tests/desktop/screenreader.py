@@ -1,178 +1,104 @@
-#!/usr/bin/env python3
-"""A screen reader's view of the program that stays connected: the tree of its windows, and where the focus goes.
+"""A screen reader's view of the program: its windows as they tell themselves on the accessibility bus."""
+import contextlib
+import dataclasses
 
-`ScreenReader(desktop)` starts this file as a process with the desktop's environment and asks it, a line of JSON
-for each question and each answer.
-"""
-import json
-import pathlib
-import select
-import subprocess
-import sys
-import time
+from busservice import Gio, GLib, connect
+from screen import wait_for
 
-ANSWER = 0.6  # seconds in which a key that moves the focus has moved it
-PATIENCE = 50  # seconds for an answer
-MOST = 60  # presses of Tab; no window has as many controls
-OTHERWISE = {"button": "push button"}  # as newer libraries call it
-STATES = ("FOCUSABLE", "FOCUSED", "SHOWING", "VISIBLE", "ENABLED", "SENSITIVE", "CHECKED", "CHECKABLE", "SELECTED")
+PREFIX = "org.a11y.atspi"
+ROOT = "/org/a11y/atspi/accessible/root"
+STATES = {"CHECKED": 4, "ENABLED": 8, "FOCUSABLE": 11, "FOCUSED": 12, "SHOWING": 25}  # bits
+PARTS = {"list item", "page tab", "filler"}  # of, or around, the control that has the keyboard
 
 
-class Server:
-    def __init__(self):
-        import gi
-        import Xlib.display
+@dataclasses.dataclass
+class Node:
+    """A window or what is shown in it; `place` is left, top, width and height on the screen."""
 
-        gi.require_version("Atspi", "2.0")
-        from gi.repository import Atspi, GLib
+    role: str
+    name: str
+    states: set
+    place: tuple
+    children: list
 
-        self.api, self.loop = Atspi, GLib.MainContext.default()
-        self.display = Xlib.display.Display()
-        self.focus = None
-        self.listener = Atspi.EventListener.new(self.focused)
-        self.listener.register("object:state-changed:focused")
 
-    def focused(self, event):
-        if event.detail1 and event.source and event.source.get_application().get_name() == "quillbox":
-            self.focus = event.source
-
-    def wait(self, seconds, condition=lambda: False):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end and not condition():
-            if not self.loop.iteration(False):
-                time.sleep(0.002)
-
-    def node(self, node):
-        if node is None:
-            return None
-        states = node.get_state_set()
-        role = node.get_role_name()
-        found = {"role": OTHERWISE.get(role, role), "name": node.get_name() or "",
-                 "description": node.get_description() or "",
-                 "states": [name for name in STATES if states.contains(getattr(self.api.StateType, name))]}
-        try:
-            place = node.get_extents(self.api.CoordType.SCREEN)
-            found["place"] = [place.x, place.y, place.width, place.height]
-        except Exception:  # a node without a place
-            found["place"] = None
-        return found
-
-    def tree(self, node):
-        node.clear_cache()
-        found = self.node(node)
-        children = [node.get_child_at_index(index) for index in range(min(node.get_child_count(), 200))]
-        found["children"] = [self.tree(child) for child in children if child]
-        return found
-
-    def window(self, title):
-        desktop = self.api.get_desktop(0)
-        for index in range(desktop.get_child_count()):
-            program = desktop.get_child_at_index(index)
-            if not program or program.get_name() != "quillbox":
-                continue
-            program.clear_cache()
-            for child in (program.get_child_at_index(at) for at in range(program.get_child_count())):
-                if child and child.get_name() == title:
-                    return self.tree(child)
-        return None
-
-    def press(self, name, shift):
-        import Xlib.XK
-        from Xlib import X
-        from Xlib.ext import xtest
-
-        codes = [self.display.keysym_to_keycode(Xlib.XK.string_to_keysym(key))
-                 for key in (("Shift_L", name) if shift else (name,))]
-        self.wait(0.01)
-        self.focus = None
-        for code in codes:
-            xtest.fake_input(self.display, X.KeyPress, code)
-        for code in reversed(codes):
-            xtest.fake_input(self.display, X.KeyRelease, code)
-        self.display.sync()
-
-    def tab(self, shift):
-        self.press("Tab", shift)
-        self.wait(ANSWER, lambda: self.focus is not None)
-        if self.focus is None:
-            # The program may have asked who listens in the moment before this listener came.
-            self.listener.deregister("object:state-changed:focused")
-            self.listener.register("object:state-changed:focused")
-        return self.node(self.focus)
-
-    def tab_to(self, name, shift):
-        seen = []
-        while len(seen) < MOST:
-            found = self.tab(shift)
-            if found and found["name"] == name:
-                return {"found": True, "seen": seen}
-            seen.append(found and found["name"])
-        return {"found": False, "seen": seen}
-
-    def round(self):
-        """Presses Tab until the first control comes again."""
-        found = []
-        while len(found) < MOST:
-            node = self.tab(False)
-            if found and node == found[0]:
-                break
-            found.append(node)
-        return found
-
-    def run(self):
-        print("ready", flush=True)
-        for line in sys.stdin:
-            verb, *arguments = json.loads(line)
-            print(json.dumps(getattr(self, verb)(*arguments)), flush=True)
+def nodes(node):
+    """The node and all below it; nothing of no node."""
+    if node:
+        yield node
+        for child in node.children:
+            yield from nodes(child)
 
 
 class ScreenReader:
-    """The test's end. The window asked about must have the keyboard for what presses keys."""
+    """Of a desktop with accessibility."""
 
     def __init__(self, desktop):
-        self.process = subprocess.Popen([sys.executable, str(pathlib.Path(__file__).resolve())], env=desktop.environment,
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-        if self.process.stdout.readline() != "ready\n":
-            raise AssertionError("no accessibility bus")
+        self.desktop = desktop
+        session = connect(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.bus = connect(self._call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress"))
+        session.close_sync(None)
 
     def close(self):
-        self.process.stdin.close()
-        self.process.stdout.close()
-        try:
-            self.process.wait(3)
-        except subprocess.TimeoutExpired:
-            self.process.kill()
-            self.process.wait()
+        self.bus.close_sync(None)
 
-    def _ask(self, *question):
-        self.process.stdin.write(json.dumps(question) + "\n")
-        self.process.stdin.flush()
-        if not select.select([self.process.stdout], [], [], PATIENCE)[0]:
-            raise AssertionError(f"no answer to {question}")
-        return json.loads(self.process.stdout.readline())
+    @staticmethod
+    def _call(bus, name, path, method, *arguments):
+        answer = bus.call_sync(name, path, *method.rsplit(".", 1), GLib.Variant(*arguments) if arguments else None,
+                               None, Gio.DBusCallFlags.NONE, 30_000, None).unpack()
+        return answer[0] if len(answer) == 1 else answer
+
+    def _ask(self, node, method, *arguments):
+        return self._call(self.bus, *node, f"{PREFIX}.{method}", *arguments)
+
+    def _name(self, node):
+        return self._call(self.bus, *node, "org.freedesktop.DBus.Properties.Get", "(ss)", (f"{PREFIX}.Accessible", "Name"))
+
+    def _children(self, node):
+        return self._ask(node, "Accessible.GetChildren")
+
+    def _states(self, node):
+        low, high = self._ask(node, "Accessible.GetState")
+        return {name for name, bit in STATES.items() if (low | high << 32) >> bit & 1}
+
+    def _windows(self):
+        programs = [each for each in self._children((f"{PREFIX}.Registry", ROOT)) if self._name(each) == "quillbox"]
+        return [window for program in programs for window in self._children(program)]
+
+    def _shown(self, node):
+        """The node with all below it that is shown, None if it isn't."""
+        states = self._states(node)
+        return Node(self._ask(node, "Accessible.GetRoleName"), self._name(node), states,
+                    self._ask(node, "Component.GetExtents", "(u)", (0,)),
+                    list(filter(None, map(self._shown, self._children(node))))) if "SHOWING" in states else None
 
     def window(self, title):
-        """The tree of a window, None if there is none."""
-        return self._ask("window", title)
+        """What is shown of that window now; None if there is none, or while it changes."""
+        with contextlib.suppress(GLib.Error):
+            return next((self._shown(window) for window in self._windows() if self._name(window) == title), None)
+
+    def _focused(self, node):
+        states = self._states(node)
+        if "FOCUSED" in states and self._ask(node, "Accessible.GetRoleName") not in PARTS:
+            return node
+        return next(filter(None, map(self._focused, self._children(node))), None) if "SHOWING" in states else None
+
+    def focused(self):
+        """The control that has the keyboard, by what the bus calls it; None if there is none."""
+        with contextlib.suppress(GLib.Error):
+            return next(filter(None, map(self._focused, self._windows())), None)
+
+    def round(self, shift=False):
+        """The names of all controls that Tab reaches, as it is pressed."""
+        seen, focused = [], wait_for("a control with the keyboard", self.focused)
+        while focused not in seen:
+            seen.append(focused)
+            self.desktop.key("shift+Tab" if shift else "Tab")
+            wait_for(f"Tab leaves {focused}", lambda: "FOCUSED" not in self._states(focused), pause=0.02)
+            focused = wait_for(f"a control behind {focused}", self.focused)
+            yield self._name(focused)
 
     def tab_to(self, name, shift=False):
-        """Presses Tab until the control of that name has the focus."""
-        result = self._ask("tab_to", name, shift)
-        if not result["found"]:
-            raise AssertionError(f"Tab doesn't reach {name!r}, only {result['seen']}")
-
-    def round(self):
-        """All controls that Tab reaches, in order."""
-        return self._ask("round")
-
-
-def nodes(node, above=None):
-    """The node and all below it that are shown, each with its parent."""
-    if node and "SHOWING" in node["states"]:
-        yield node, above
-        for child in node["children"]:
-            yield from nodes(child, node)
-
-
-if __name__ == "__main__":
-    Server().run()
+        """Presses Tab until the control of that name has the keyboard."""
+        if name not in self.round(shift):
+            raise AssertionError(f"Tab doesn't reach {name!r}")

@@ -25,7 +25,7 @@ class Timer(DesktopCase):
 
     def buttons(self):
         window = self.reader.window(TITLE)
-        return {node["name"] for node, _ in nodes(window) if node["role"] == "push button"}
+        return {node.name for node in nodes(window) if node.role == "push button"}
 
     def test_over_another_program_with_the_main_window_hidden(self):
         self.count_down(3)

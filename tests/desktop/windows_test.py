@@ -2,7 +2,6 @@
 """Every window in every look: nothing leaves its window, nothing overlaps, everything has a name and a role; and where
 windows and tips stand."""
 import subprocess
-import time
 import unittest
 
 import themes
@@ -11,7 +10,7 @@ from desktop import PICTURES, wait_for
 from screenreader import nodes
 
 BUTTONS = {"push button", "check box", "radio button", "toggle button", "combo box"}
-CONTROLS = BUTTONS | {"image", "text", "password text", "list", "label", "scroll bar", "spin button", "page tab", "page tab list"}
+CONTROLS = BUTTONS | {"graphic", "text", "password text", "list", "label", "scroll bar", "spin button", "page tab", "page tab list"}
 MESSAGE = "Quillbox Timer Message"
 UNREACHED = "Message of the timer"  # in the message's window Enter and Escape stay with the buttons
 TEXTS = ("Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln")
@@ -29,8 +28,8 @@ def overlap(one, other):
 
 def frameless(window, node, picture, scale):
     """Whether a picture of the window shows no line where the node begins on the left, half way down."""
-    left = int((node["place"][0] - window["place"][0]) * scale) - 2
-    middle = int((node["place"][1] + node["place"][3] / 2 - window["place"][1]) * scale)
+    left = int((node.place[0] - window.place[0]) * scale) - 2
+    middle = int((node.place[1] + node.place[3] / 2 - window.place[1]) * scale)
     seen = subprocess.run(["convert", picture, "-crop", f"6x1+{left}+{middle}", "-unique-colors", "-format", "%w", "info:"],
                           check=True, capture_output=True, stdin=subprocess.DEVNULL)
     return int(seen.stdout) < 3  # the window's colour, the line's, the list's
@@ -39,26 +38,25 @@ def frameless(window, node, picture, scale):
 def faults(window, picture, scale):
     """What is wrong with a window, in words."""
     found = []
-    for node, _ in nodes(window):
-        what = f"{node['role']} {node['name'][:30]!r} at {node['place']}"
-        if node["role"] in CONTROLS:
-            if not holds(window["place"], node["place"]):
-                found.append(f"{what} leaves its window {window['place']}")
-            if not node["name"].strip() and "FOCUSABLE" in node["states"]:
+    for node in nodes(window):
+        what = f"{node.role} {node.name[:30]!r} at {node.place}"
+        if node.role in CONTROLS:
+            if not holds(window.place, node.place):
+                found.append(f"{what} leaves its window {window.place}")
+            if not node.name.strip() and "FOCUSABLE" in node.states:
                 found.append(f"{what} has no name")
-            if node["place"][2] < 4 or node["place"][3] < 4:
+            if node.place[2] < 4 or node.place[3] < 4:
                 found.append(f"{what} has no room")
-            if node["role"] == "list":
-                found += [f"a row of {what} is cut: {row['place']}" for row in node["children"]
-                          if "SHOWING" in row["states"] and not holds(node["place"], row["place"])]
-                if "SHOWING" in node["states"] and frameless(window, node, picture, scale):
+            if node.role == "list":
+                found += [f"a row of {what} is cut: {row.place}" for row in node.children if not holds(node.place, row.place)]
+                if frameless(window, node, picture, scale):
                     found.append(f"{what} has no frame")
-        elif "FOCUSABLE" in node["states"] and node["role"] != "list item" and not any(
-                child["role"] == "page tab list" for child in node["children"]):
+        elif "FOCUSABLE" in node.states and node.role != "list item" and not any(
+                child.role == "page tab list" for child in node.children):
             found.append(f"{what} takes the focus and has no usual role")
-        shown = [child for child in node["children"] if "SHOWING" in child["states"] and child["role"] in BUTTONS]
-        found += [f"{what}: {one['name']!r} and {other['name']!r} overlap"
-                  for at, one in enumerate(shown) for other in shown[at + 1:] if overlap(one["place"], other["place"])]
+        shown = [child for child in node.children if child.role in BUTTONS]
+        found += [f"{what}: {one.name!r} and {other.name!r} overlap"
+                  for at, one in enumerate(shown) for other in shown[at + 1:] if overlap(one.place, other.place)]
     return found
 
 
@@ -73,27 +71,26 @@ class Look(DesktopCase):
         """Saves the picture of a window and notes what is wrong with it."""
         window = self.titled(title)
         self.desktop.xdotool("windowactivate", "--sync", window.id)
-        time.sleep(0.25)  # for the last drawing
+        tree = wait_for(f"{title} at rest", lambda: (first := self.reader.window(title)) == self.reader.window(title) and first)
         PICTURES.mkdir(parents=True, exist_ok=True)
         picture = PICTURES / f"window-{self.NAME}-{name}.png"
         subprocess.run(["import", "-window", str(window.id), picture], env=self.desktop.environment, check=True,
                        stdin=subprocess.DEVNULL)
-        tree = wait_for(f"{title} in the tree", lambda: self.reader.window(title))
-        self.assertGreater(sum(node["role"] in CONTROLS for node, _ in nodes(tree)), 1, name)
+        self.assertGreater(sum(node.role in CONTROLS for node in nodes(tree)), 1, name)
         wrong = faults(tree, picture, self.LOOK.get("scale", 1)) + (self.unreached(tree) if self.NAME == "light" else [])
-        if tree["role"] not in ("frame", "window", "dialog"):
-            wrong.append(f"the window is a {tree['role']}")
+        if tree.role not in ("frame", "window", "dialog"):
+            wrong.append(f"the window is a {tree.role}")
         if wrong:
             self.found[name] = wrong
         return window
 
     def unreached(self, tree):
         """Tab goes to every control; of options to the chosen one, and from the tabs to none of them."""
-        reached = {node["name"] for node in self.reader.round() if node}
-        return [f"Tab doesn't reach {node['role']} {node['name']!r}" for node, _ in nodes(tree)
-                if node["role"] in CONTROLS - {"page tab"} and {"FOCUSABLE", "ENABLED"} <= set(node["states"])
-                and (node["role"] != "radio button" or "CHECKED" in node["states"])
-                and node["name"] not in reached | {UNREACHED}]
+        reached = {*self.reader.round(), UNREACHED}
+        return [f"Tab doesn't reach {node.role} {node.name!r}" for node in nodes(tree)
+                if node.role in CONTROLS - {"page tab"} and {"FOCUSABLE", "ENABLED"} <= node.states
+                and (node.role != "radio button" or "CHECKED" in node.states)
+                and node.name not in reached]
 
     def leave(self, title, key="Escape"):
         self.desktop.key(key)
@@ -113,7 +110,7 @@ class Look(DesktopCase):
         self.reader.tab_to("Activate Countdown")
         self.desktop.key("space")
         wait_for("the message with its buttons", lambda: any(
-            node["name"] == "OK" for node, _ in nodes(self.reader.window(MESSAGE))))
+            node.name == "OK" for node in nodes(self.reader.window(MESSAGE))))
         self.see(MESSAGE, "message")
         self.leave(MESSAGE, "Return")
         self.desktop.xdotool("windowactivate", "--sync", self.window.id)
@@ -212,9 +209,9 @@ class Tips(DesktopCase):
             with self.subTest(monitor=monitor, edge=edge):
                 self.desktop.xdotool("mousemove", 640, 10, "windowmove", "--sync", window.id, *place)
                 wait_for("no tip", lambda: not self.desktop.tip())
-                box = next(node for node, _ in nodes(self.reader.window(SETTINGS)) if node["role"] == "check box")
+                box = next(node for node in nodes(self.reader.window(SETTINGS)) if node.role == "check box")
                 area = self.MONITORS[monitor]
-                x, y, wide, high = box["place"]
+                x, y, wide, high = box.place
                 at = (max(x, area[0]) + 5 if edge == "left" else min(x + wide, area[0] + area[2]) - 5, y + high // 2)
                 self.desktop.xdotool("mousemove", at[0] + 1, at[1], "sleep", 0.1, "mousemove", *at)
                 tip = wait_for("the tip", self.desktop.tip)
