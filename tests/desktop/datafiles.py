@@ -38,27 +38,18 @@ def entries(path):
         text = decode(path.read_bytes())
     except FileNotFoundError:
         return None
-    end = f"{M} [{kind} ENTRY FILE END] {M}\r\n"
     head, mark, rest = text.partition("\r\n")
-    if not head.startswith(f"{M} [{kind} ENTRY FILE ") or not rest.endswith(end) or not mark:
+    rest, end, behind = rest.rpartition(f"{M} [{kind} ENTRY FILE END] {M}\r\n")
+    if not head.startswith(f"{M} [{kind} ENTRY FILE ") or not mark or not end or behind:
         return None
-    rest = rest[:-len(end)]
-    found = []
-    while rest:
-        marker = f"{M} [{kind} ENTRY {len(found)}] {M}\r\n"
-        if not rest.startswith(marker):
-            return None
-        rest = rest[len(marker):]
-        following = f"\r\n{M} [{kind} ENTRY {len(found) + 1}] {M}\r\n"
-        at = rest.find(following)
-        if at < 0:
-            if not rest.endswith("\r\n"):
-                return None
-            entry, rest = rest[:-2], ""
-        else:
-            entry, rest = rest[:at], rest[at + 2:]
-        found.append(entry)
-    return found
+    # What is between the marks, as far as their numbers follow; the line end of the last one is still on it.
+    found, rest = [], "\r\n" + rest
+    while mark:
+        between, mark, rest = rest.partition(f"\r\n{M} [{kind} ENTRY {len(found)}] {M}\r\n")
+        found.append(between)
+    if found == ["\r\n"]:
+        return []
+    return None if found[0] or not found[-1].endswith("\r\n") else [*found[1:-1], found[-1][:-2]]
 
 
 def newest(desktop):

@@ -4,14 +4,17 @@
 Usage: check.py SOURCE_FOLDER VERSION
 """
 import configparser
+import html
 import pathlib
 import re
 import sys
 import xml.etree.ElementTree as xml
-from html.parser import HTMLParser
 
-MARKER = b"\xbd" * 5
-VOID = {"area", "base", "br", "col", "hr", "img", "input", "link", "meta", "source", "wbr"}
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "desktop"))
+import datafiles  # noqa: E402
+
+VOID = re.compile(r"<((?:area|base|br|col|hr|img|input|link|meta|source|wbr)\b[^>]*)>")
+NAMED = re.compile(r"&(?!amp;|lt;|gt;)\w+;")  # characters that only HTML has a name for
 faults = []
 
 
@@ -19,108 +22,69 @@ def fault(path, text):
     faults.append(f"{path.name}: {text}")
 
 
-def entries(path, tag, version):
-    """The entries of a data file, each a list of its lines."""
-    content = path.read_bytes()
-    if not content.endswith(b"\r\n"):
-        fault(path, "the last line has no end")
-    if re.search(rb"\r(?!\n)", content):
-        fault(path, "a carriage return stands alone")
-    lines = content.removesuffix(b"\r\n").split(b"\r\n")
-    major_minor = ".".join(version.split(".")[:2]).encode()
-    if lines[0] != b"%b [%b ENTRY FILE %b, DO NOT EDIT] %b" % (MARKER, tag, major_minor, MARKER):
-        fault(path, "wrong first line")
-    if lines[-1] != b"%b [%b ENTRY FILE END] %b" % (MARKER, tag, MARKER):
-        fault(path, "wrong last line")
-    found = []
-    for line in lines[1:-1]:
-        if line == b"%b [%b ENTRY %d] %b" % (MARKER, tag, len(found), MARKER):
-            found.append([])
-        elif MARKER in line or not found:
-            fault(path, f"unexpected line {line!r}")
-        else:
-            found[-1].append(line.decode("cp1252"))
-    # A file of 90 bytes or less counts as empty, and 50 entries are read by default.
-    if len(content) <= 90 or not 1 <= len(found) <= 50:
-        fault(path, f"{len(found)} entries in {len(content)} bytes")
-    return found
-
-
 def check_templates(folder, version):
-    pad = entries(folder / "PadData.qbx", b"PAD", version)
-    clip = entries(folder / "ClipData.qbx", b"CLIP", version)
-    todo = entries(folder / "ToDoData.qbx", b"TODO", version)
-    if any(len(entry) < 2 or not entry[0] for entry in pad):
+    lists = {}
+    for name in "Pad", "Clip", "ToDo":
+        path = folder / f"{name}Data.qbx"
+        found, content = lists[name] = datafiles.entries(path) or [], path.read_bytes()
+        # A file of 90 bytes or less counts as empty, and 50 entries are read by default.
+        if not 1 <= len(found) <= 50 or len(content) <= 90 or content != datafiles.content(name.upper(), found):
+            fault(path, f"no whole file, or {len(found)} entries in {len(content)} bytes")
+        if f" {'.'.join(version.split('.')[:2])}, DO NOT EDIT".encode() not in content:
+            fault(path, "of another version")
+        if re.search(rb"\r(?!\n)", content) or any(datafiles.M in entry for entry in found):
+            fault(path, "a carriage return or a mark within an entry")
+    pads = [entry.partition("\r\n")[::2] for entry in lists["Pad"][0]]
+    if not all(name and text for name, text in pads):
         fault(folder, "a Pad entry without a name or a text")
-    if len({entry[0] for entry in pad}) != len(pad) or len({tuple(entry[1:]) for entry in pad}) != len(pad):
+    if any(len(set(column)) != len(pads) for column in zip(*pads)):
         fault(folder, "a Pad entry stands twice")
     # The first clip goes to the clipboard at a first start.
-    if len(clip[0]) != 1 or "\n" in clip[0][0] or not 0 < len(clip[0][0]) <= 40:
+    if not re.fullmatch(r"[^\r\n]{1,40}", lists["Clip"][0][0]):
         fault(folder, "the first Clip entry is no short line")
-    for entry in todo:
-        if len(entry) != 2 or entry[0] not in ("True", "False") or "\n" in entry[1] or not entry[1]:
-            fault(folder, f"bad ToDo entry {entry}")
+    for entry in lists["ToDo"][0]:
+        if not re.fullmatch(r"(True|False)\r\n[^\r\n]+", entry):
+            fault(folder, f"bad ToDo entry {entry!r}")
 
 
-class Page(HTMLParser):
-    """Collects a page's links and anchors, and checks that its elements are closed in order."""
-
-    def __init__(self, path):
-        super().__init__()
-        self.path, self.open, self.links, self.ids, self.title = path, [], [], set(), ""
-        self.feed(path.read_text(encoding="utf-8"))
-        if self.open:
-            fault(path, f"not closed: {self.open}")
-
-    def handle_starttag(self, tag, attributes):
-        values = dict(attributes)
-        self.links += [values[name] for name in ("href", "src") if name in values]
-        if "id" in values:
-            if values["id"] in self.ids:
-                fault(self.path, f"id {values['id']} stands twice")
-            self.ids.add(values["id"])
-        if tag not in VOID:
-            self.open.append(tag)
-
-    def handle_endtag(self, tag):
-        if not self.open or self.open.pop() != tag:
-            fault(self.path, f"</{tag}> at line {self.getpos()[0]} closes nothing")
-
-    def handle_data(self, data):
-        if self.open and self.open[-1] == "title":
-            self.title += data
+def page_of(path):
+    """A page's elements; its elements are closed in order."""
+    text = NAMED.sub(lambda name: html.unescape(name[0]), VOID.sub(r"<\1/>", path.read_text("utf-8")))
+    try:
+        return [*xml.fromstring(text).iter()]
+    except xml.ParseError as error:
+        fault(path, error)
+        return []
 
 
 def check_help(folder):
-    pages = {path.name: Page(path) for path in folder.glob("*.html")}
-    if "index.html" not in pages:
-        fault(folder, "no index.html")
-        return
+    pages = {path.name: page_of(path) for path in folder.glob("*.html")}
+    ids = {name: [element.get("id") for element in page if element.get("id")] for name, page in pages.items()}
     reached, waiting = set(), ["index.html"]
     while waiting:
         name = waiting.pop()
         if name in reached:
             continue
         reached.add(name)
-        for link in pages[name].links:
+        links = [element.get(kind) for element in pages[name] for kind in ("href", "src") if element.get(kind)]
+        for link in links:
             target, _, anchor = link.partition("#")
             target = target or name
-            if "://" in link or not (folder / target).is_file():
-                fault(pages[name].path, f"link to {link} leads nowhere")
+            if "://" in link or not (folder / target).is_file() or (anchor and anchor not in ids[target]):
+                fault(folder / name, f"link to {link} leads nowhere")
             elif target in pages:
                 waiting.append(target)
-                if anchor and anchor not in pages[target].ids:
-                    fault(pages[name].path, f"no anchor {link}")
     for name, page in pages.items():
         if name not in reached:
-            fault(page.path, "cannot be reached from index.html")
-        if "Quillbox" not in page.title:
-            fault(page.path, "no title")
+            fault(folder / name, "cannot be reached from index.html")
+        if len(set(ids[name])) != len(ids[name]):
+            fault(folder / name, "an id stands twice")
+        if not any(element.tag == "title" and "Quillbox" in element.text for element in page):
+            fault(folder / name, "no title")
 
 
 def check_packaging(folder, version):
     entry = configparser.ConfigParser(interpolation=None, delimiters="=")
-    entry.optionxform = str
     entry.read(folder / "quillbox.desktop", encoding="utf-8")
     icon = entry["Desktop Entry"]["Icon"]
     metadata = xml.parse(folder / "quillbox.metainfo.xml").getroot()
@@ -131,8 +95,7 @@ def check_packaging(folder, version):
     if metadata.find("releases/release").get("version") != version:
         fault(folder, "the newest release in the metadata is not this version")
     for path in folder.glob("icons/**/*.svg"):
-        root = xml.parse(path).getroot()
-        _, _, width, height = map(float, root.get("viewBox").split())
+        _, _, width, height = map(float, xml.parse(path).getroot().get("viewBox").split())
         if width != height:
             fault(path, "not square")
     if not (folder / "icons" / f"{icon}.svg").is_file():
