@@ -19,7 +19,7 @@ def _measure(desktop, command):
     taken = []
     for number in range(3):
         file = desktop.folder / f"typed-{number}-{os.path.basename(command[0])}"
-        receiver = desktop.start(os.environ["QUILLBOX_RECEIVER"], "--pings", file)
+        receiver = desktop.start(os.environ["QUILLBOX_RECEIVER"], file)
         time.sleep(0.7)
         begin = time.monotonic()
         subprocess.run(command, env=desktop.environment, check=True, timeout=60)

@@ -183,6 +183,6 @@ class Person:
 
 def receiver(desktop, program, file):
     """A window of another program that keeps in `file` what is typed into it; has the keyboard when this returns."""
-    process = desktop.start(program, "--pings", file)
+    process = desktop.start(program, file)
     wait_for("the receiver", pathlib.Path(file).exists, 10)
     return process

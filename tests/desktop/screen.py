@@ -193,7 +193,7 @@ class Screen:
     def key_receiver(self):
         """Another program that takes the keyboard; the file that holds what was typed into it."""
         typed = self.folder / "typed"
-        self.start(RECEIVER, "--pings", typed)
+        self.start(RECEIVER, typed)
         wait_for("the receiver", typed.exists)
         return typed
 
