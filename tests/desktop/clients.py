@@ -1,7 +1,7 @@
 """Clients of the clipboard: owners that behave well or badly, and readers. Each has a connection of its own."""
 import contextlib
-import os
 import select
+import socket
 import struct
 import threading
 import time
@@ -31,7 +31,7 @@ class Owner:
         self.transfers = {}  # (requestor's id, property) -> iterator over the parts
         self.asked = []  # names of the targets that were asked for
         self.cleared = threading.Event()
-        self.stop_read, self.stop_write = os.pipe()
+        self.control, self.orders = socket.socketpair()
         self.thread = threading.Thread(target=self._run, daemon=True)
         self.own()
         self.thread.start()
@@ -58,38 +58,28 @@ class Owner:
     def clear(self):
         """Gives the clipboard up: it is empty then, on purpose. Only the owner's thread waits for the server's
         answers: those to another one may get lost between the two."""
-        os.write(self.stop_write, b"c")
+        self.control.send(b"c")
         if not self.cleared.wait(10):
             raise AssertionError("the owner did not give the clipboard up")
 
-    def _give_up(self):
-        request.SetSelectionOwner(display=self.display.display, window=X.NONE, selection=self.atom(self.selection),
-                                  time=X.CurrentTime)
-        self.display.sync()
-        self.cleared.set()
-
     def close(self):
         """The program ends: its windows and its selection go away."""
-        if self.stop_write is None:
-            return
-        os.write(self.stop_write, b"x")
+        self.control.close()
         self.thread.join(10)
-        os.close(self.stop_read)
-        os.close(self.stop_write)
-        self.stop_write = None
 
     def _run(self):
-        try:
+        with contextlib.suppress(Xlib.error.ConnectionClosedError, OSError):
             while True:
                 while self.display.pending_events():
                     self._handle(self.display.next_event())
-                ready = select.select([self.display.fileno(), self.stop_read], [], [])[0]
-                if self.stop_read in ready:
-                    if os.read(self.stop_read, 1) == b"x":
+                if self.orders in select.select([self.display.fileno(), self.orders], [], [])[0]:
+                    if not self.orders.recv(1):
                         break
-                    self._give_up()
-        except (Xlib.error.ConnectionClosedError, OSError):
-            pass
+                    request.SetSelectionOwner(display=self.display.display, window=X.NONE,
+                                              selection=self.atom(self.selection), time=X.CurrentTime)
+                    self.display.sync()
+                    self.cleared.set()
+        self.orders.close()
         with contextlib.suppress(Xlib.error.ConnectionClosedError, OSError):
             self.display.close()
 
@@ -193,43 +183,41 @@ class Reader:
         self.window.convert_selection(self.selection, self.display.intern_atom(target), self.slot, time)
         self.display.flush()
 
-    def _next(self, kind, end, matches=lambda _: True):
+    def _next(self, kind, end, **wanted):
+        """The next event of that kind and with these values."""
         while time.monotonic() < end:
             while self.display.pending_events():
                 message = self.display.next_event()
-                if message.type == kind and matches(message):
+                if message.type == kind and all(getattr(message, name) == value for name, value in wanted.items()):
                     return message
             select.select([self.display.fileno()], [], [], max(0.0, min(0.2, end - time.monotonic())))
         raise TimeoutError("no answer to a paste")
+
+    def _take_slot(self, delete=True):
+        """What lies in the slot; deleting it asks for the next part."""
+        found = self.window.get_full_property(self.slot, X.AnyPropertyType)
+        if delete:
+            self.window.delete_property(self.slot)
+            self.display.flush()
+        return self.display.get_atom_name(found.property_type), found.format, found.value
 
     def take(self, seconds=10, parts=None):
         """The answer: type name, width and value; (None, 0, None) for a refusal. With `parts` it stops reading
         after so many parts and returns what it has."""
         end = time.monotonic() + seconds
-        answer = self._next(X.SelectionNotify, end)
-        if answer.property == X.NONE:
+        if self._next(X.SelectionNotify, end).property == X.NONE:
             return None, 0, None
-        found = self.window.get_full_property(self.slot, X.AnyPropertyType)
-        kind = self.display.get_atom_name(found.property_type)
-        if kind != "INCR":
-            self.window.delete_property(self.slot)
-            self.display.flush()
-            return kind, found.format, found.value
-        pieces = self.pieces = []
-        # Deleting the announcement asks for the first part.
-        self.window.delete_property(self.slot)
-        self.display.flush()
-        while parts is None or len(pieces) < parts:
-            self._next(X.PropertyNotify, end, lambda m: m.atom == self.slot and m.state == X.PropertyNewValue)
-            found = self.window.get_full_property(self.slot, X.AnyPropertyType)
-            kind, piece = self.display.get_atom_name(found.property_type), bytes(found.value)
-            if parts is None or len(pieces) + 1 < parts:
-                self.window.delete_property(self.slot)
-                self.display.flush()
+        answer = self._take_slot()
+        if answer[0] != "INCR":
+            return answer
+        kind, self.pieces = None, []
+        while len(self.pieces) != parts:
+            self._next(X.PropertyNotify, end, atom=self.slot, state=X.PropertyNewValue)
+            kind, _, piece = self._take_slot(len(self.pieces) + 1 != parts)
             if not piece:
                 break
-            pieces.append(piece)
-        return kind, 8, b"".join(pieces)
+            self.pieces.append(bytes(piece))
+        return kind, 8, b"".join(self.pieces)
 
     def paste(self, target="UTF8_STRING", seconds=10, time=X.CurrentTime):
         self.ask(target, time)
@@ -252,20 +240,19 @@ class DragSource(Owner):
             super()._handle(message)
 
     def drop(self, window, x, y):
-        """Drops onto a place of the screen over a window of another connection."""
-        atom = window.display.get_atom
+        """Drops onto a place of the screen over a window of another connection, which is used for all of it."""
+        atom, source = window.display.get_atom, type(window)(window.display, self.window.id)
 
         def tell(kind, *data):
-            data = (32, [self.window.id, *data, *[0] * (4 - len(data))])
+            data = (32, [source.id, *data, *[0] * (4 - len(data))])
             window.send_event(event.ClientMessage(window=window, client_type=atom(kind), data=data), 0)
-            window.display.flush()
 
-        actions = [self.display.get_atom(f"XdndAction{action}") for action in ("Copy", "Move")]
-        self.window.change_property(self.display.get_atom("XdndActionList"), Xatom.ATOM, 32, actions)
-        self.display.sync()
+        actions = [*map(atom, ("XdndActionCopy", "XdndActionMove"))]
+        source.change_property(atom("XdndActionList"), Xatom.ATOM, 32, actions)
         tell("XdndEnter", 5 << 24, *map(atom, self.offers))
         tell("XdndPosition", 0, x << 16 | y, self.time, actions[1])
         tell("XdndDrop", 0, self.time)
+        window.display.flush()
 
 
 class Manager(Owner):
