@@ -46,8 +46,7 @@ class DesktopCase(unittest.TestCase):
         self.reader = ScreenReader(self.desktop)
         self.addCleanup(self.reader.close)
         if page:
-            self.window = self.desktop.show_window()
-            self.desktop.xdotool("windowactivate", "--sync", self.window.id)
+            self.window = self.to_front(self.desktop.show_window())
             self.desktop.key(*["ctrl+Tab"] * PAGES.index(page))
 
     # --- windows
@@ -55,41 +54,38 @@ class DesktopCase(unittest.TestCase):
     def titled(self, title):
         return wait_for(f"the window {title}", lambda: self.desktop.shown(title))
 
-    def gone(self, title):
+    def gone(self, title="Quillbox"):
         wait_for(f"the end of {title}", lambda: not self.desktop.shown(title))
 
-    def shown(self):
-        return bool(self.desktop.shown())
+    def in_front(self, title="Quillbox"):
+        """Waits until the window has the keyboard."""
+        return wait_for(f"{title} in front", lambda: (window := self.desktop.shown(title))
+                        and self.desktop.active() == window.id and window)
 
-    def active(self):
-        """The id of the window that has the keyboard, as the window manager tells it."""
-        return (list(self.desktop.property(self.desktop.root, "_NET_ACTIVE_WINDOW") or []) or [0])[0]
-
-    def stacking(self):
-        """Ids of the windows, the highest last."""
-        return list(self.desktop.property(self.desktop.root, "_NET_CLIENT_LIST_STACKING") or [])
+    def to_front(self, window):
+        """A person turns to the window."""
+        self.desktop.xdotool("windowactivate", "--sync", window.id)
+        return window
 
     def state(self, window, name):
         """Whether the window's state has _NET_WM_STATE_`name`."""
-        atom = self.desktop.display.intern_atom(f"_NET_WM_STATE_{name}")
-        return atom in list(self.desktop.property(window, "_NET_WM_STATE") or [])
+        return self.desktop.atom(f"_NET_WM_STATE_{name}") in self.desktop.property(window, "_NET_WM_STATE")
 
     def open_from_menu(self, key):
         self.desktop.open_menu()
         self.desktop.key(key)
         wait_for("the menu's end", lambda: not self.desktop.menu())
 
-    def answer(self, title, key="Return"):
-        """Waits for a message box and presses a key in it."""
-        box = self.titled(title)
-        self.desktop.xdotool("windowactivate", "--sync", box.id, "key", key)
+    def leave(self, title, key="Return"):
+        """Waits for a window and leaves it by a key."""
+        self.to_front(self.titled(title))
+        self.desktop.key(key)
         self.gone(title)
 
-    def middle(self, role, name):
-        """The middle of a control of the main window, or of a row where it begins."""
-        node = next(node for node in nodes(self.reader.window("Quillbox")) if (node.role, node.name) == (role, name))
-        x, y, width, height = node.place
-        return x + min(width // 2, 60), y + height // 2
+    def find(self, title, **what):
+        """Waits for the first thing in a window that is like that, as `role="push button", name="OK"`."""
+        return wait_for(what, lambda: next((node for node in nodes(self.reader.window(title))
+                                            if all(getattr(node, key) == value for key, value in what.items())), None))
 
     # --- texts
 
@@ -99,7 +95,8 @@ class DesktopCase(unittest.TestCase):
             self.newest_becomes(text)
 
     def pastes(self, text):
-        wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text.encode())
+        """Waits until another program pastes that; None if there is nothing to paste."""
+        wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text)
 
     def newest_becomes(self, text, seconds=15):
         """Waits until `text` is the newest entry on the disk."""
@@ -113,9 +110,3 @@ class DesktopCase(unittest.TestCase):
         """The entries of a list; those that every user begins with while nothing has been saved."""
         saved = self.desktop.data / f"{name}Data.qbx"
         return datafiles.entries(saved if saved.exists() else TEMPLATES / saved.name)
-
-    def file_becomes(self, name, wanted):
-        try:
-            wait_for(name, lambda: self.file(name) == wanted)
-        except AssertionError:
-            self.assertEqual(wanted, self.file(name))

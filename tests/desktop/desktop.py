@@ -2,6 +2,7 @@
 
 Everything runs in scratch folders and is ended with the desktop, whatever happens to the test.
 """
+import contextlib
 import ctypes
 import os
 import pathlib
@@ -11,18 +12,19 @@ import shutil
 import signal
 import subprocess
 import tempfile
-import time
 
 import Xlib.display
 import Xlib.error
+from Xlib import X
 
 from datafiles import pad_file
 from screen import PICTURES, Screen, wait_for  # noqa: F401
 
+USER = pwd.getpwuid(os.getuid()).pw_name
 PROGRAM = os.environ.get("QUILLBOX", "")
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
-libc = ctypes.CDLL(None, use_errno=True)
+libc = ctypes.CDLL(None)
 
 PANEL = """
 panel_items = TS
@@ -30,16 +32,9 @@ panel_size = 100% 32
 panel_position = bottom center horizontal
 panel_layer = top
 panel_background_id = 1
-taskbar_mode = single_desktop
-task_text = 1
-task_icon = 1
-task_maximum_size = 200 28
-task_font = DejaVu Sans 9
-task_background_id = 1
 systray_padding = 2 2 2
 systray_icon_size = 22
 rounded = 0
-border_width = 0
 background_color = #dddddd 100
 """
 
@@ -62,8 +57,7 @@ def _dies_with_its_test():
 class Desktop(Screen):
     """Starts the parts that it is asked for; `with Desktop() as desktop:`."""
 
-    def __init__(self, window_manager=True, panel=True, bus=True, accessibility=False,
-                 screen="1280x1024x24"):
+    def __init__(self, window_manager=True, panel=True, bus=True, accessibility=False, screen="1280x1024x24"):
         # What the started processes leave behind becomes ours, and is ended with the rest.
         libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-desktop-"))
@@ -71,7 +65,6 @@ class Desktop(Screen):
         self.program = None
         self.program_file = PROGRAM
         self.display = None
-        self.user = os.getuid()  # whose data and settings they are
         try:
             self._start(window_manager, panel, bus, accessibility, screen)
         except BaseException:
@@ -95,22 +88,19 @@ class Desktop(Screen):
     def _start(self, window_manager, panel, bus, accessibility, screen):
         # Without a screen reader the program has nothing to tell one.
         self._make_home(**({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"}))
-        self._start_server(screen)
+        self.server, number = self._start_telling(
+            "Xvfb", "-displayfd", "{}", "-screen", "0", screen, "-nolisten", "tcp", "-noreset")
+        self.environment["DISPLAY"] = self.name = ":" + number
         if bus:
             self._start_bus()
         self.display = Xlib.display.Display(self.name)
         self.root = self.display.screen().root
+        self.unmapped = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
         if window_manager:
             self.start("openbox", "--sm-disable")
             wait_for("the window manager", lambda: self.property(self.root, "_NET_SUPPORTING_WM_CHECK"))
-        self.panel = None
         if panel:
             self.start_panel()
-
-    def _start_server(self, screen):
-        self.server, number = self._start_telling(
-            "Xvfb", "-displayfd", "{}", "-screen", "0", screen, "-nolisten", "tcp", "-noreset")
-        self.environment["DISPLAY"] = self.name = ":" + number
 
     def _start_bus(self):
         _, self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
@@ -129,13 +119,12 @@ class Desktop(Screen):
 
     # --- processes
 
-    def start(self, program, *arguments, keep=(), environment=None, **options):
+    def start(self, program, *arguments, keep=(), environment=None):
         """Starts a process that ends with the desktop; what it says goes into a log."""
         with open(self.folder / f"{pathlib.Path(program).name}.log", "ab") as log:
             process = subprocess.Popen(
-                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL,
-                stdout=options.pop("stdout", log), stderr=log, pass_fds=keep, preexec_fn=_dies_with_its_test,
-                start_new_session=True, env={**self.environment, **(environment or {})}, **options)
+                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=keep,
+                preexec_fn=_dies_with_its_test, start_new_session=True, env={**self.environment, **(environment or {})})
         self.processes.append(process)
         return process
 
@@ -143,7 +132,7 @@ class Desktop(Screen):
         path = self.folder / f"{program}.log"
         return path.read_text(errors="replace") if path.exists() else ""
 
-    def end(self, process, how=signal.SIGTERM, seconds=5):
+    def end(self, process, how=signal.SIGTERM, seconds=20):
         """Ends a process of this desktop; one that does not end in time is killed and None is returned."""
         if process.poll() is None:
             process.send_signal(how)
@@ -156,9 +145,8 @@ class Desktop(Screen):
 
     def start_panel(self):
         """The panel with task bar and tray; returns when the tray is there."""
-        config = self.folder / "panel.conf"
-        config.write_text(PANEL)
-        self.panel = self.start("tint2", "-c", config)
+        (self.folder / "panel.conf").write_text(PANEL)
+        self.panel = self.start("tint2", "-c", self.folder / "panel.conf")
         wait_for("the tray", self.has_tray)
 
     def stop_panel(self):
@@ -166,70 +154,48 @@ class Desktop(Screen):
         wait_for("the tray's end", lambda: not self.has_tray())
 
     def has_tray(self):
-        atom = self.display.intern_atom("_NET_SYSTEM_TRAY_S0")
-        return self.display.get_selection_owner(atom) != 0
+        return self.display.get_selection_owner(self.atom("_NET_SYSTEM_TRAY_S0")) != 0
 
     def kill_server(self):
-        """The X server goes away as in a crash."""
+        """The X server goes away, without a word to anybody."""
         self.display.close()
         self.display = None
-        self.end(self.server, signal.SIGKILL)
-        self._sweep_server()
-
-    def _sweep_server(self):
-        number = self.name[1:]
-        for path in (f"/tmp/.X{number}-lock", f"/tmp/.X11-unix/X{number}"):
-            pathlib.Path(path).unlink(missing_ok=True)
+        self.end(self.server)
 
     def close(self):
         if self.display:
-            try:
+            with contextlib.suppress(Xlib.error.ConnectionClosedError):
                 self.display.close()
-            except Xlib.error.ConnectionClosedError:
-                pass
         # Clients before the server, so that each ends in its own way.
         for process in reversed(self.processes):
-            if process.poll() is None:
-                process.terminate()
-                try:
-                    process.wait(3)
-                except subprocess.TimeoutExpired:
-                    process.kill()
-                    process.wait()
+            self.end(process, seconds=3)
         self._end_leftovers()
-        for path in self.folder.rglob("*"):
-            if path.is_dir() and not path.is_symlink():
-                path.chmod(0o700)
         shutil.rmtree(self.folder, ignore_errors=True)
 
     @staticmethod
     def _end_leftovers():
         """Ends what our processes started and left to us: clients in the background, services of the bus."""
-        for _ in range(50):
-            children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children").read_text().split()
-            if not children:
-                return
-            for child in map(int, children):
-                try:
+        children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children")
+        while found := children.read_text().split():
+            for child in map(int, found):
+                with contextlib.suppress(ProcessLookupError, ChildProcessError):
                     os.kill(child, signal.SIGKILL)
                     os.waitpid(child, 0)
-                except (ProcessLookupError, ChildProcessError):
-                    pass
 
     # --- the program
 
     @property
     def data(self):
         """The folder of the data files."""
-        return self.folder / "data" / "quillbox" / pwd.getpwuid(self.user).pw_name
+        return self.folder / "data" / "quillbox" / USER
 
     def settings(self, **intern):
         """Writes the settings of a user who has used the program before; names are those of section Intern."""
         folder = self.folder / "config" / "quillbox"
         folder.mkdir(mode=0o700, exist_ok=True)
         lines = "".join(f'"{name}"="{value}"\n' for name, value in intern.items())
-        (folder / "user.reg").write_bytes(
-            USED_BEFORE.format(user=pwd.getpwuid(self.user).pw_name, intern=lines).replace("\n", "\r\n").encode("cp1252"))
+        text = USED_BEFORE.format(user=USER, intern=lines)
+        (folder / "user.reg").write_bytes(text.replace("\n", "\r\n").encode("cp1252"))
 
     def script(self, keys):
         """A Pad-List with nothing but a script, "Hello"."""
@@ -239,14 +205,6 @@ class Desktop(Screen):
     def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""
         return self._started(self.start(self.program_file), wait)
-
-    def start_program_as(self, user, wait=True):
-        """The same as another user, for root only: all folders become the user's."""
-        program = self.folder / "quillbox"
-        if not program.exists():
-            # That user may have no right to the build folder.
-            shutil.copy(PROGRAM, program)
-        return self._started(self.start(*self.as_user(user, self.folder, *self.folder.rglob("*")), program), wait)
 
     @staticmethod
     def as_user(user, *paths):
@@ -271,10 +229,9 @@ class Desktop(Screen):
         places = {str(path): path.read_bytes() for path in self.folder.rglob("*") if path.is_file()}
         places["memory"] = b""
         with open(f"/proc/{self.program.pid}/maps") as maps, open(f"/proc/{self.program.pid}/mem", "rb", buffering=0) as memory:
-            for start, end, rights in (re.match(r"(\w+)-(\w+) (\S+)", line).groups() for line in maps):
-                if rights.startswith("rw"):
-                    memory.seek(int(start, 16))
-                    places["memory"] += memory.read(int(end, 16) - int(start, 16))
+            for start, end in re.findall(r"^(\w+)-(\w+) rw", maps.read(), re.MULTILINE):
+                memory.seek(int(start, 16))
+                places["memory"] += memory.read(int(end, 16) - int(start, 16))
         parts = [part.encode(code) for part in (text[:12], text[-12:], text[4:16]) for code in ("utf-8", "utf-16-le")]
         return [name for name, content in places.items() if any(part in content for part in parts)]
 
@@ -285,4 +242,4 @@ class Desktop(Screen):
         if self.shown():
             return "window"
         window = self.window("Quillbox")
-        return "taskbar" if window and window.id in self.client_list() else ""
+        return "taskbar" if window and window.id in self.property(self.root, "_NET_CLIENT_LIST") else ""

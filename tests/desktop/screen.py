@@ -4,11 +4,13 @@ import pathlib
 import subprocess
 import time
 
-import Xlib.display
 import Xlib.error
+from Xlib import XK, X
+from Xlib.ext import xtest
 from Xlib.protocol import event
 
 PICTURES = pathlib.Path(os.environ.get("QUILLBOX_PICTURES", "pictures"))
+HELD = {"ctrl": "Control_L", "alt": "Alt_L", "shift": "Shift_L"}
 RECEIVER = os.environ.get("QUILLBOX_KEY_RECEIVER", "")
 
 
@@ -31,71 +33,51 @@ class Screen:
 
     # --- windows
 
+    def atom(self, name):
+        return self.display.intern_atom(name)
+
     def property(self, window, name):
-        found = window.get_full_property(self.display.intern_atom(name), Xlib.X.AnyPropertyType)
-        return found.value if found else None
+        """The values of a property; none where it is missing, or the window has gone while we looked."""
+        try:
+            found = window.get_full_property(self.atom(name), X.AnyPropertyType)
+        except Xlib.error.BadWindow:
+            found = None
+        return list(found.value) if found else []
 
-    def client_list(self):
-        value = self.property(self.root, "_NET_CLIENT_LIST")
-        return list(value) if value is not None else []
-
-    def windows(self):
-        """All windows of the program, each with its attributes and its geometry on the screen."""
-        found = []
-
-        def walk(window, x, y, depth, shown):
-            try:
-                attributes = window.get_attributes()
-                geometry = window.get_geometry()
-                shown = shown and attributes.map_state == Xlib.X.IsViewable
-                x, y = x + geometry.x + geometry.border_width, y + geometry.y + geometry.border_width
-                name = window.get_wm_class() if depth else None
-                if name and name[0] == "quillbox":
-                    found.append((window, attributes, (x, y, geometry.width, geometry.height), depth))
-                for child in window.query_tree().children:
-                    walk(child, x, y, depth + 1, shown)
-            except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
-                pass  # gone while we looked
-
-        walk(self.root, 0, 0, 0, True)
-        return found
-
-    def window(self, title):
-        """The program's window of that title, shown or not; None if there is none."""
-        for window, attributes, geometry, _ in self.windows():
-            if attributes.override_redirect or geometry[2] < 100:
-                continue
-            if self.title(window) == title:
-                return window
-        return None
-
-    def shown(self, title="Quillbox"):
-        """The same, if a person can see it."""
-        window = self.window(title)
-        return window if window and self.is_viewable(window) else None
+    def windows(self, window=None, x=0, y=0, depth=0):
+        """All windows of the program, each with its attributes, its geometry on the screen, its depth below the root."""
+        window = window or self.root
+        try:
+            attributes, geometry = window.get_attributes(), window.get_geometry()
+            x, y = x + geometry.x + geometry.border_width, y + geometry.y + geometry.border_width
+            if depth and (window.get_wm_class() or [""])[0] == "quillbox":
+                yield window, attributes, (x, y, geometry.width, geometry.height), depth
+            for child in window.query_tree().children:
+                yield from self.windows(child, x, y, depth + 1)
+        except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
+            pass  # gone while we looked
 
     def title(self, window):
-        """None for a window without one, or that has gone while we looked."""
-        try:
-            name = self.property(window, "_NET_WM_NAME")
-        except Xlib.error.BadWindow:
-            return None
-        return None if name is None else bytes(name).decode()
+        return bytes(self.property(window, "_NET_WM_NAME")).decode()
+
+    def window(self, title, seen=False):
+        """The program's window of that title, if `seen` only one that a person sees; None if there is none."""
+        return next((window for window, attributes, geometry, _ in self.windows()
+                     if not attributes.override_redirect and geometry[2] >= 100 and self.title(window) == title
+                     and (not seen or attributes.map_state == X.IsViewable)), None)
+
+    def shown(self, title="Quillbox"):
+        return self.window(title, seen=True)
 
     def message(self):
         """The title of an open message box, None while there is none."""
-        dialog = self.display.intern_atom("_NET_WM_WINDOW_TYPE_DIALOG")
-        for window, attributes, _, _ in self.windows():
-            if attributes.map_state == Xlib.X.IsViewable and dialog in list(
-                    self.property(window, "_NET_WM_WINDOW_TYPE") or []):
-                return bytes(self.property(window, "_NET_WM_NAME")).decode()
-        return None
+        dialog = self.atom("_NET_WM_WINDOW_TYPE_DIALOG")
+        return next((self.title(window) for window, attributes, _, _ in self.windows()
+                     if attributes.map_state == X.IsViewable and dialog in self.property(window, "_NET_WM_WINDOW_TYPE")), None)
 
-    def is_viewable(self, window):
-        try:
-            return window.get_attributes().map_state == Xlib.X.IsViewable
-        except Xlib.error.BadWindow:
-            return False
+    def active(self):
+        """The id of the window that has the keyboard, as the window manager tells it; 0 for none."""
+        return next(iter(self.property(self.root, "_NET_ACTIVE_WINDOW")), 0)
 
     def place(self, window):
         """Left, top, width and height of a window on the screen, in pixels."""
@@ -105,47 +87,47 @@ class Screen:
 
     def icons(self):
         """The places of the program's icons in XEmbed trays."""
-        return [
-            geometry for window, attributes, geometry, depth in self.windows()
-            if depth > 1 and geometry[2] < 100 and attributes.map_state == Xlib.X.IsViewable
-        ]
+        return [geometry for _, attributes, geometry, depth in self.windows()
+                if depth > 1 and geometry[2] < 100 and attributes.map_state == X.IsViewable]
 
     def popups(self):
-        """The places of menus and tips: windows that no window manager frames."""
+        """The places of menus, submenus and tips: windows that no window manager frames."""
         return [geometry for _, attributes, geometry, depth in self.windows()
-                if depth == 1 and attributes.override_redirect and attributes.map_state == Xlib.X.IsViewable]
+                if depth == 1 and attributes.override_redirect and attributes.map_state == X.IsViewable]
 
     def menu(self):
         """The place of the open popup menu, None while there is none. A tip is never as high."""
         return next((place for place in self.popups() if place[3] > 150), None)
 
-    def menus(self):
-        """How many popups are open: a menu and its submenus."""
-        return len(self.popups())
-
     def tip(self):
         """The place of the open tip, None while there is none."""
         return next((place for place in self.popups() if place[3] <= 150), None)
 
-    def picture(self, name, folder=None):
-        """Saves what the screen shows."""
-        folder = pathlib.Path(folder or PICTURES)
-        folder.mkdir(parents=True, exist_ok=True)
-        path = folder / f"{name}.png"
-        subprocess.run(["import", "-window", "root", str(path)], env=self.environment, check=True,
-                       stdin=subprocess.DEVNULL)
+    def picture(self, name, window="root"):
+        """Saves what the screen, or a window, shows."""
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        path = PICTURES / f"{name}.png"
+        subprocess.run(["import", "-window", str(window), path], env=self.environment, check=True, stdin=subprocess.DEVNULL)
         return path
 
     # --- a person
 
     def xdotool(self, *arguments):
-        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=20,
+        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=60,
                        stdin=subprocess.DEVNULL)
 
+    def key(self, *keys):
+        """Presses keys one behind the other, as "Tab" or "ctrl+Tab"; each as it is without Shift."""
+        for combination in keys:
+            codes = [self.display.keysym_to_keycode(XK.string_to_keysym(HELD.get(name, name))) for name in combination.split("+")]
+            for code in codes:
+                xtest.fake_input(self.display, X.KeyPress, code)
+            for code in reversed(codes):
+                xtest.fake_input(self.display, X.KeyRelease, code)
+        self.display.sync()
+
     def click(self, x, y, button=1, times=1):
-        arguments = ["mousemove", x, y]
-        arguments += ["click", "--repeat", times, "--delay", 60, button] if times > 1 else ["click", button]
-        self.xdotool(*arguments)
+        self.xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 60, button)
 
     def click_icon(self, button=1, times=1):
         x, y, width, height = wait_for("the icon", self.icons)[0]
@@ -154,18 +136,19 @@ class Screen:
         self.click(x + width // 2, y + height // 2, button, times)
         self.last_click = time.monotonic()
 
-    def key(self, *keys):
-        if keys:
-            self.xdotool("key", *keys)
+    def hover(self, x, y):
+        """The mouse comes to rest there; the place of the tip that shows then."""
+        self.xdotool("mousemove", x + 2, y, "sleep", 0.1, "mousemove", x, y)
+        return wait_for("the tip", self.tip)
 
-    def type(self, text):
-        for line in text.splitlines(keepends=True):
-            self.xdotool("type", "--delay", 5, line.rstrip("\n"))
-            self.key(*["Return"] * line.endswith("\n"))
+    def menu_has_keyboard(self):
+        """A menu takes it a moment after it has come up. Nobody else can then; where it is free this fails otherwise."""
+        return self.menu() and self.unmapped.grab_keyboard(
+            False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.AlreadyGrabbed
 
     def open_menu(self):
         self.click_icon(3)
-        return wait_for("the menu", self.menu)
+        wait_for("the menu", self.menu_has_keyboard)
 
     def show_window(self):
         """A click on the icon brings up the main window."""
@@ -175,20 +158,10 @@ class Screen:
 
     def close_box(self, window):
         """A click into the close box, as the window manager's decoration tells it."""
-        message = event.ClientMessage(window=window, client_type=self.display.intern_atom("_NET_CLOSE_WINDOW"),
-                                      data=(32, [Xlib.X.CurrentTime, 2, 0, 0, 0]))
-        self.root.send_event(message, Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
+        message = event.ClientMessage(window=window, client_type=self.atom("_NET_CLOSE_WINDOW"),
+                                      data=(32, [X.CurrentTime, 2, 0, 0, 0]))
+        self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.display.flush()
-
-    def other_window(self):
-        """A window of another program that covers everything and has the keyboard."""
-        window = self.root.create_window(0, 0, 1200, 900, 0, Xlib.X.CopyFromParent, background_pixel=0x445566)
-        window.set_wm_name("other")
-        window.map()
-        self.display.sync()
-        wait_for("the other program", lambda: window.id in self.client_list())
-        self.xdotool("windowactivate", "--sync", window.id)
-        return window
 
     def key_receiver(self):
         """Another program that takes the keyboard; the file that holds what was typed into it."""
@@ -199,13 +172,12 @@ class Screen:
 
     def copy(self, text):
         """Copies a text in another program (xclip), which serves it in the background."""
-        data = text if isinstance(text, bytes) else text.encode()
-        command = ["xclip", "-selection", "clipboard", "-in"]
         with open(self.folder / "xclip.log", "ab") as log:
-            subprocess.run(command, input=data, env=self.environment, check=True, timeout=10, stdout=log, stderr=log)
+            subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(), env=self.environment,
+                           check=True, timeout=60, stdout=log, stderr=log)
 
-    def paste(self, target="UTF8_STRING", seconds=10):
-        """What another program gets when it pastes, as bytes; None if it gets nothing."""
-        result = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", target],
-                                env=self.environment, capture_output=True, timeout=seconds)
-        return result.stdout if result.returncode == 0 else None
+    def paste(self):
+        """What another program gets when it pastes; None if it gets nothing."""
+        result = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", "UTF8_STRING"],
+                                env=self.environment, capture_output=True, timeout=60)
+        return result.stdout.decode() if result.returncode == 0 else None

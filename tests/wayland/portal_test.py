@@ -63,6 +63,7 @@ class PortalScripts(PortalCase):
             self.assertEqual((f"token {time}", 0o600), (kept.read_text(), kept.stat().st_mode & 0o777))
             if time == 2:
                 self.screen.stop_program()
+                wait_for("the icon's end", lambda: not self.tray.items)
                 self.screen.start_program(wait=False)
                 self.tray.wait_for_item()
 
@@ -95,9 +96,8 @@ class PortalScripts(PortalCase):
 
 class PortalKey(PortalCase):
     def in_front(self):
-        window = self.screen.window("Quillbox")
-        active = list(self.screen.property(self.screen.root, "_NET_ACTIVE_WINDOW") or [])
-        return bool(window and self.screen.is_viewable(window) and active == [window.id])
+        window = self.screen.shown()
+        return bool(window and self.screen.active() == window.id)
 
     def settles(self, condition):
         with contextlib.suppress(AssertionError):
