@@ -6,7 +6,8 @@ import sys
 import time
 import unittest
 
-from datafiles import newest
+import datafiles
+from portal import Portal
 from sway import Sway, wait_for
 
 # Notes each byte that the terminal sends.
@@ -65,7 +66,7 @@ class Scripts(unittest.TestCase):
         self.open_terminal()
         for text in "the older text", "the newer one":
             self.screen.start("wl-copy", "--foreground", text)
-            wait_for("the entry", lambda: newest(self.screen) == text)
+            wait_for("the entry", lambda: datafiles.newest(self.screen) == text)
         self.screen.tray.pick_entry("the older text")
         wait_for("the text", lambda: self.text() == "the older text")
 
@@ -114,6 +115,28 @@ class Scripts(unittest.TestCase):
         wait_for("the token's use", lambda: '.activate("token of the tray"' in self.screen.log("quillbox"))
         self.pick()
         wait_for("the text", lambda: self.text() == "a½漢")
+
+    def test_one_of_a_hundred_is_found_by_the_portals_key_and_pasted_without_the_mouse(self):
+        self.start("", xwayland=False, ShowKey="Ctrl+Alt+V", PastePick="1", ClipEntriesMax="99")
+        self.screen.stop_program()
+        wait_for("the icon's end", lambda: not self.screen.tray.items)
+        entries = [f"{number} bottles" for number in range(99)] + ["an old Needle"]
+        datafiles.write(self.screen.data / "ClipData.qbx", entries)
+        portal = Portal(self.screen.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(portal.close)
+        self.screen.start_program()
+        wait_for("the key", lambda: "key: bound" in self.screen.log("quillbox"))
+        self.open_terminal()
+        portal.press()
+        self.in_front("quillbox")
+        self.assertEqual(0, self.screen.start("wtype", "need", "-k", "Return").wait(60))
+        wait_for("the text in the terminal", lambda: self.text() == "an old Needle")
+        for program in "foot", "quillbox", "foot":
+            self.in_front(program)
+            portal.press()
+
+    def in_front(self, program):
+        wait_for(f"{program} in front", lambda: self.screen.focused().get("app_id") == program)
 
 
 if __name__ == "__main__":
