@@ -31,6 +31,7 @@ XClipboard::XClipboard(EventLoop& loop, const char* display)
                                .claims = [this](xcb_timestamp_t time) { server_.Offer(text_, time); }}),
       text_(std::make_shared<const Text>()) {
   connection_.OnEvent([this](const xcb_generic_event_t& event) { OnEvent(event); });
+  connection_.OnRound([this] { StartDueTransfer(); });
   connection_.OnLost([this] { OnConnectionLost(); });
 }
 
@@ -43,7 +44,7 @@ TextView XClipboard::Read() {
 
 void XClipboard::Clear() {
   RequireWritable();
-  transfer_.reset();
+  EndTransfer();
   SetText({});
   content_ = Content::NoText;
   server_.Withdraw();
@@ -53,7 +54,7 @@ void XClipboard::Clear() {
 void XClipboard::Put(TextView text) {
   if (text.empty()) return Clear();
   RequireWritable();
-  transfer_.reset();
+  EndTransfer();
   SetText(Text(text));
   content_ = Content::HasText;
   ownership_.Claim();
@@ -120,13 +121,16 @@ void XClipboard::OnWindowGone(xcb_window_t window) {
   StartTransfer(ownership_.LatestTime());
 }
 
+// Owners may follow each other faster than they can be asked; of those in one round only the last one is.
 void XClipboard::OnTaken(xcb_timestamp_t time) {
   server_.Withdraw();
-  transfer_.reset();
-  StartTransfer(time);
+  EndTransfer();
+  content_ = Content::Reading;
+  due_ = time;
 }
 
 void XClipboard::OnDied() {
+  StartDueTransfer();
   if (transfer_) {
     ownerGone_ = true;
     transfer_->OwnerGone();
@@ -139,7 +143,7 @@ void XClipboard::OnDied() {
 
 void XClipboard::OnNobody(Content content) {
   server_.Withdraw();
-  transfer_.reset();
+  EndTransfer();
   SetText({});
   Trace({"clipboard: ", content == Content::NoText ? "nobody's" : "hidden"});
   if (std::exchange(content_, content) != content) Tell(ClipboardNews::Other);
@@ -152,6 +156,15 @@ void XClipboard::StartTransfer(xcb_timestamp_t time) {
   transfer_ =
       std::make_unique<XTransfer>(connection_, loop_, windows_, secrets_, time,
                                   [this](XTransfer::Result result) { OnTransfer(std::move(result)); });
+}
+
+void XClipboard::StartDueTransfer() {
+  if (const auto due = std::exchange(due_, std::nullopt)) StartTransfer(*due);
+}
+
+void XClipboard::EndTransfer() {
+  due_.reset();
+  transfer_.reset();
 }
 
 void XClipboard::OnTransfer(XTransfer::Result result) {
@@ -189,7 +202,7 @@ void XClipboard::SetText(Text text) {
 }
 
 void XClipboard::OnConnectionLost() {
-  transfer_.reset();
+  EndTransfer();
   if (lost_) lost_();
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/ports/EventLoop.h"
 #include "platform/ports/SecretMemory.h"
@@ -56,6 +57,8 @@ class XClipboard final : public SessionClipboard {
   void OnNobody(Content content);
   void OnTransfer(XTransfer::Result result);
   void StartTransfer(xcb_timestamp_t time);
+  void StartDueTransfer();
+  void EndTransfer();
   void RequireWritable();
   void FollowFocus(bool follow);
   void SetText(Text text);
@@ -67,6 +70,7 @@ class XClipboard final : public SessionClipboard {
   XSelectionServer server_;
   XOwnership ownership_;
   std::unique_ptr<XTransfer> transfer_;
+  std::optional<xcb_timestamp_t> due_;  // when the owner became it whose text is to be read after this round
   std::unique_ptr<XClipboardManagerHandover> handover_;
   std::function<void()> lost_;
   std::shared_ptr<const Text> text_;  // never null

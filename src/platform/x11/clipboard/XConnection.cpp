@@ -141,6 +141,7 @@ void XConnection::Dispatch() {
     const int events = TakeEvents(left);
     const int replies = TakeReplies();
     if (events + replies == 0) break;
+    if (roundSink_) roundSink_();
     left -= events;
     if (left > 0 && !TurnIsOver()) continue;
     if (Send()) DispatchIn(0);

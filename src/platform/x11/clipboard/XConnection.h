@@ -31,6 +31,8 @@ class XConnection {
 
   // Every event and every error without a reply (response type 0) goes to `sink`.
   void OnEvent(EventSink sink) { eventSink_ = std::move(sink); }
+  // Called after each round of events and replies that were there at once, 100 at the most.
+  void OnRound(std::function<void()> sink) { roundSink_ = std::move(sink); }
   // Called once when the server has gone away; by then the connection isn't watched any more.
   void OnLost(std::function<void()> lost) { lostSink_ = std::move(lost); }
   bool Lost() const { return lost_; }
@@ -84,7 +86,7 @@ class XConnection {
   std::uint8_t fixesEvent_ = 0;
   std::deque<Awaited> awaited_;
   EventSink eventSink_;
-  std::function<void()> lostSink_;
+  std::function<void()> roundSink_, lostSink_;
   EventLoop::TimerId soon_ = 0;
   std::chrono::steady_clock::time_point turnEnds_;
   int dispatching_ = 0;
