@@ -40,6 +40,24 @@ def whole(text):
     return lambda owner, question: owner.put(question, UTF8, 8, text)
 
 
+class OneAtATime(Owner):
+    """Gives its text whatever it is asked for, and hears no question until all of it has been taken."""
+
+    is_busy = False
+
+    def answer(self, question, target):
+        if not self.is_busy:
+            super().answer(question, target if target == "TARGETS" else UTF8)
+
+    def begin(self, question, target, parts):
+        def until_taken():
+            self.is_busy = True
+            yield from parts
+            self.is_busy = False
+
+        super().begin(question, target, until_taken())
+
+
 class OnX11(unittest.TestCase):
     """Each test on a server of its own, whose clipboard is empty at first."""
 
@@ -105,7 +123,7 @@ class OnX11(unittest.TestCase):
 
 class Reading(OnX11):
     def test_the_best_text_that_is_offered(self):
-        for offers, text in (
+        for offers, text, *kind in (
                 ({LATIN: b"latin", UTF8: "utf-8 €".encode()}, "utf-8 €"),
                 ({PLAIN: "pläin".encode()}, "pläin"),
                 ({LATIN: b"\xe4\xf6 \xff"}, "äö ÿ"),
@@ -122,11 +140,12 @@ class Reading(OnX11):
                 ({UTF8: in_pieces("x€y".encode(), 1)}, "x€y"),
                 # The same again is news again.
                 ({UTF8: "x€y".encode()}, "x€y"),
+                ({UTF8: b"one at a time" * 50_000}, "one at a time" * 50_000, OneAtATime),
                 # What is too long is cut at a whole character.
                 ({UTF8: ["€".encode() * 66_000] * 100 + [b""]}, "€" * (MOST // 3)),
                 # No text.
                 ({"image/png": b"PNG"}, ""), ({UTF8: b""}, ""), ({"none": None}, "")):
-            asked = self.reads(text, offers).asked
+            asked = self.reads(text, offers, *kind).asked
             self.assertEqual(LATIN in offers and offers[LATIN].decode("latin-1") == text, LATIN in asked)
             self.assertTrue(text or (UTF8 in offers) == (UTF8 in asked), "nothing is asked for that isn't offered")
 

@@ -113,9 +113,8 @@ void XDropReader::OnSelectionNotify(const xcb_selection_notify_event_t& event) {
   Part& part = *found;
   if (refused) return OnEnded(part);
   const std::size_t keep = part.target == addresses_ ? kMaxAddressBytes : kMaxClipboardBytes;
-  part.value =
-      std::make_unique<XIncomingValue>(connection_, window_, part.property, 8, keep,
-                                       XIncomingValue::Expect::Increments, [this, &part] { OnEnded(part); });
+  part.value = std::make_unique<XIncomingValue>(connection_, window_, part.property, 8, keep,
+                                                [this, &part] { OnEnded(part); });
   part.value->Start();
 }
 

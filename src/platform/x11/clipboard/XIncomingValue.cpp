@@ -13,12 +13,11 @@ constexpr std::uint32_t kPieceUnits =
 }  // namespace
 
 XIncomingValue::XIncomingValue(XConnection& connection, xcb_window_t window, xcb_atom_t property, int format,
-                               std::size_t keep, Expect expect, std::function<void()> done)
+                               std::size_t keep, std::function<void()> done)
     : connection_(connection),
       window_(window),
       property_(property),
       format_(format),
-      expect_(expect),
       done_(std::move(done)),
       bytes_(keep) {}
 
@@ -56,7 +55,6 @@ void XIncomingValue::OnReply(const xcb_get_property_reply_t* reply) {
 
   if (reply->type == connection_.Atoms().incr && !incremental_ && offset_ == 0) {
     incremental_ = true;
-    if (expect_ == Expect::Whole) return Finish(false);
     if (reply->bytes_after > 0) xcb_delete_property(connection_.Get(), window_, property_);
   } else if (reply->type == XCB_ATOM_NONE) {
     // No value: between two increments nothing to worry about.

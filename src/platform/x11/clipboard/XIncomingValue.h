@@ -14,11 +14,9 @@ namespace quillbox {
 // wiped in the end.
 class XIncomingValue {
  public:
-  // Increments are for what may be long: a value that comes so against expectation is none.
-  enum class Expect { Whole, Increments };
   // `format` is the unit that is expected, 8 or 32 bits. `done` is called once, last thing of all.
   XIncomingValue(XConnection& connection, xcb_window_t window, xcb_atom_t property, int format,
-                 std::size_t keep, Expect expect, std::function<void()> done);
+                 std::size_t keep, std::function<void()> done);
   ~XIncomingValue();
   XIncomingValue(const XIncomingValue&) = delete;
   XIncomingValue& operator=(const XIncomingValue&) = delete;
@@ -46,7 +44,6 @@ class XIncomingValue {
   xcb_window_t window_;
   xcb_atom_t property_;
   int format_;
-  Expect expect_;
   std::function<void()> done_;
   WipedBytes bytes_;
   xcb_atom_t type_ = XCB_ATOM_NONE;

@@ -74,9 +74,8 @@ std::unique_ptr<XIncomingValue> XTransfer::MakeValue() {
   const bool targets = step_.target == connection_.Atoms().targets;
   const bool hint = step_.target == connection_.Atoms().passwordHint;
   const std::size_t keep = targets ? kMaxTargetBytes : hint ? kMaxSecretHintBytes : kMaxBytes;
-  return std::make_unique<XIncomingValue>(
-      connection_, window_, step_.property, targets ? 32 : 8, keep,
-      hint ? XIncomingValue::Expect::Whole : XIncomingValue::Expect::Increments, [this] { OnAnswer(); });
+  return std::make_unique<XIncomingValue>(connection_, window_, step_.property, targets ? 32 : 8, keep,
+                                          [this] { OnAnswer(); });
 }
 
 void XTransfer::OnPropertyNotify(const xcb_property_notify_event_t& event) {
@@ -131,7 +130,11 @@ void XTransfer::ChooseTexts() {
   hintListed_ = offers(atoms.passwordHint) || value_->Truncated();
   if (texts_.empty() && !hintListed_) return AskNextText();
   Ask({atoms.passwordHint, atoms.forHint});
-  hintDeadline_ = loop_.StartTimer(hintListed_ ? kListedHintMs : kUnlistedHintMs, [this] {
+  WaitForHint(hintListed_ ? kListedHintMs : kUnlistedHintMs);
+}
+
+void XTransfer::WaitForHint(int milliseconds) {
+  hintDeadline_ = loop_.StartTimer(milliseconds, [this] {
     hintDeadline_ = 0;
     OnHintLate();
   });
@@ -139,12 +142,15 @@ void XTransfer::ChooseTexts() {
 
 void XTransfer::OnHint() {
   if (const EventLoop::TimerId timer = std::exchange(hintDeadline_, 0)) loop_.CancelTimer(timer);
-  secret_ = value_->Valid() ? SaysSecret(value_->Bytes()) : hintListed_;
-  if (value_->Incremental()) TakeFreshWindow();
+  // No mark is so long that it comes in increments.
+  secret_ = value_->Valid() && !value_->Incremental() ? SaysSecret(value_->Bytes()) : hintListed_;
   AskNextText();
 }
 
 void XTransfer::OnHintLate() {
+  // Some give their text whatever they are asked for, and are deaf until all of a long one has been taken.
+  if (!hintListed_ && value_ && value_->Incremental() && !std::exchange(takesLongHint_, true))
+    return WaitForHint(kListedHintMs);
   secret_ = hintListed_;
   TakeFreshWindow();
   AskNextText();

@@ -20,7 +20,7 @@ namespace quillbox {
 // Whether it is a secret is asked of every owner, also of one that doesn't list the mark, and before the
 // text: so there is never a text of which that isn't known. An owner that lists the mark and doesn't give it
 // within half of the time is taken to hold a secret. One that doesn't list it and never answers has no mark,
-// and its text is held up for an instant only. The text of a secret is read, too, to be known when others
+// and its text is held up for half a second only. The text of a secret is read, too, to be known when others
 // offer it.
 class XTransfer {
  public:
@@ -40,7 +40,7 @@ class XTransfer {
   using Done = std::function<void(Result)>;
 
   static constexpr int kDeadlineMs = kOwnerDeadlineMs;
-  static constexpr int kListedHintMs = kSecretHintMs, kUnlistedHintMs = 50;
+  static constexpr int kListedHintMs = kSecretHintMs, kUnlistedHintMs = 500;
   static constexpr std::size_t kMaxBytes = kMaxClipboardBytes;  // kept of a text, as the owner sends it
 
   // `time` is a server time at which the owner was the owner.
@@ -67,6 +67,7 @@ class XTransfer {
   std::unique_ptr<XIncomingValue> MakeValue();
   void OnAnswer();
   void ChooseTexts();
+  void WaitForHint(int milliseconds);
   void OnHint();
   void OnHintLate();
   void AskNextText();
@@ -90,6 +91,7 @@ class XTransfer {
   std::vector<Step> texts_;                // still to be tried, from the last one on
   bool textOnly_ = false;
   bool hintListed_ = false;
+  bool takesLongHint_ = false;
   bool secret_ = false;
   bool ownerGone_ = false;
   bool answered_ = false;  // the owner has given something
