@@ -230,7 +230,7 @@ class WindowPerson : public QObject, public Person {
     if (row < 0) return {};
     const Qt::FocusPolicy policy = view.focusPolicy();
     view.setFocusPolicy(Qt::NoFocus);
-    const Text text = hand::DragOut(view, list.PositionOf(row));
+    Text text = hand::DragOut(view, list.PositionOf(row));
     view.setFocusPolicy(policy);
     return text;
   }
