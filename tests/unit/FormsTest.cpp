@@ -1,5 +1,5 @@
-// What no person can do to the controls, in which order their events come, and what outlives a handler that
-// waits. All else of them is said as rules.
+// What no person can do to the controls, what fails in them, and what outlives a handler that waits. All else
+// of them is said as rules.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,11 +11,9 @@
 #include "platform/forms/ComboBox.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/FormSlot.h"
-#include "platform/forms/Label.h"
 #include "platform/forms/ListBox.h"
 #include "platform/forms/TabControl.h"
 #include "platform/forms/TextBox.h"
-#include "platform/forms/Timer.h"
 
 namespace quillbox {
 namespace {
@@ -48,7 +46,6 @@ class Forms : public testing::Test {
   TextBox line{form, "line", TextBox::Lines::One};
   TextBox block{form, "block", TextBox::Lines::Many};
   CommandButton button{form, "button", u"Button"};
-  Label label{form, "label"};
   ListBox list{form, "list", ListBox::Kind::ExtendedSelection, 3};
 };
 
@@ -95,46 +92,6 @@ TEST_F(Forms, AnEnterThatAHandlerTakesAwayReachesNobody) {
   EXPECT_EQ(TakeLog(), "to line");
 }
 
-TEST_F(Forms, ATickNeverOverlapsItselfAndAFailedOneIsFollowedByTheNext) {
-  Timer timer(form, "timer", 250, false);
-  timer.SetEnabled(true);
-  timer.Tick = [&] {
-    Note(timer.Ticking() ? "tick" : "?")();
-    dispatcher.WhileWaiting([&] { timer.Fire(); });
-    throw RuntimeError(errors::kClipboardBusy, "busy");
-  };
-  timer.Fire();
-  timer.Fire();
-  EXPECT_EQ(TakeLog(), "tick, tick");
-  EXPECT_FALSE(timer.Ticking());
-}
-
-TEST_F(Forms, TheFocusMovesAtOnceOrAfterTheOutermostHandler) {
-  line.PersonFocus();
-  EXPECT_FALSE(line.SetFocus()) << "it has it already";
-  EXPECT_FALSE(label.SetFocus());
-  EXPECT_TRUE(block.SetFocus());
-  EXPECT_EQ(TakeLog(), "to line, from line, to block");
-  label.Click = Note("label");
-  button.Click = [this] {
-    EXPECT_TRUE(line.SetFocus());
-    EXPECT_FALSE(line.SetFocus()) << "it will have it, and that counts";
-    dispatcher.Post(Note("posted"));
-    dispatcher.Dispatch(Note("inner"));
-    form.Hide();  // raises nothing, and what is queued is delivered
-    Note("end")();
-  };
-  Instead(line.GotFocus, [this] {
-    Note("to line")();
-    block.SetFocus();
-  });
-  button.PersonClick();
-  label.PersonClick();
-  EXPECT_EQ(TakeLog(),
-            "from block, to button, inner, end, from button, to line, from line, to block, posted, label");
-  EXPECT_EQ(dispatcher.Focused(), &block);
-}
-
 TEST_F(Forms, AFailureEndsItsHandlerAlone) {
   line.PersonFocus();
   for (Event<>* event : {&line.LostFocus, &block.GotFocus})
@@ -152,7 +109,8 @@ TEST_F(Forms, AFailureEndsItsHandlerAlone) {
 TEST_F(Forms, InputsWhileAHandlerWaits) {
   dispatcher.OnRefresh = Note("drawn");
   button.Click = [this] {
-    line.SetFocus();
+    EXPECT_TRUE(line.SetFocus());
+    EXPECT_FALSE(line.SetFocus()) << "it will have it, and that counts";
     dispatcher.WhileWaiting([this] {
       EXPECT_FALSE(dispatcher.Busy());
       block.PersonFocus();
