@@ -60,14 +60,17 @@ TEST_F(LinuxSystemTest, UserAndSystemAreTold) {
   const VersionRecord version = system.Version();
   const std::string number = std::to_string(version.major) + "." + std::to_string(version.minor);
   EXPECT_TRUE(std::string(name.release).starts_with(number)) << number;
+  EXPECT_EQ(version.platformId, 2);
   LinuxSystem first(places_);
   EXPECT_FALSE(first.AnotherInstanceRuns());
   Apart([&] { EXPECT_TRUE(LinuxSystem(places_).AnotherInstanceRuns()); });
 
-  EXPECT_EQ(PrettyName("NAME=x\nPRETTY_NAME=\"A \\\"B\\\" 1\"\nID=y\n"), "A \"B\" 1");
-  EXPECT_EQ(PrettyName("PRETTY_NAME='one'"), "one");
-  EXPECT_EQ(PrettyName("PRETTY_NAME=plain\n"), "plain");
-  EXPECT_EQ(PrettyName("OLD_PRETTY_NAME=no\n"), "");
+  const std::pair<std::string, std::string> names[] = {
+      {"NAME=x\nPRETTY_NAME=\"A \\\"B\\\" 1\"\nID=y\n", "A \"B\" 1"},
+      {"PRETTY_NAME='one'", "one"},
+      {"PRETTY_NAME=plain\n", "plain"},
+      {"OLD_PRETTY_NAME=no\n", ""}};
+  for (const auto& [release, pretty] : names) EXPECT_EQ(PrettyName(release), pretty);
 }
 
 TEST(LinuxSystem, FoldersComeFromTheEnvironment) {

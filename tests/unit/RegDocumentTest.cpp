@@ -26,26 +26,14 @@ std::string Whole() {
   return whole;
 }
 
+// Takes a few bytes away, or the rest of a line, and puts a byte there that may mean something, or the same
+// again.
 void Damage(std::string& text, std::mt19937& random) {
-  static constexpr char kBytes[] = "\"\\\n\r[]=@;-,:()x \0\xFFhex";
+  static const std::string kBytes("\"\\\n\r[]=@;-,:()x \0\xFFhex", 22);
   const std::size_t at = random() % text.size();
-  const char byte = kBytes[random() % (sizeof kBytes - 1)];
-  switch (random() % 5) {
-    case 0:
-      text.insert(at, 1, byte);
-      break;
-    case 1:
-      text.erase(at, 1 + random() % 3);
-      break;
-    case 2:
-      text[at] = byte;
-      break;
-    case 3:
-      text.erase(at, text.find('\n', at) - at);
-      break;
-    default:
-      text.insert(at, text.substr(at, random() % 60));
-  }
+  const std::string put = random() % 5 == 0 ? text.substr(at, random() % 60)
+                                            : kBytes.substr(random() % kBytes.size(), random() % 2);
+  text.replace(at, random() % 5 == 0 ? text.find('\n', at) - at : random() % 4, put);
 }
 
 std::string Shown(const Entry* entry) {
