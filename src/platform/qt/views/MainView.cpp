@@ -170,10 +170,19 @@ void MainView::changeEvent(QEvent* event) {
     form.GetDispatcher().Dispatch([&form] { form.SetWindowState(WindowState::Minimized); });
   } else if (!isMinimized() && inTaskbar_) {
     // Brought back from the task bar, unless this is only a step on the way there.
-    QTimer::singleShot(kSettleMilliseconds, this, [this, &form] {
-      if (inTaskbar_ && !isMinimized()) form.GetDispatcher().Dispatch([&form] { form.Show(); });
-    });
+    QTimer::singleShot(kSettleMilliseconds, this, [this] { FollowReturn(); });
   }
+}
+
+void MainView::FollowReturn() {
+  Form& form = GetForm();
+  if (inTaskbar_ && !isMinimized()) form.GetDispatcher().Dispatch([&form] { form.Show(); });
+}
+
+void MainView::closeEvent(QCloseEvent* event) {
+  // A person may be quicker than the wait for what lasts.
+  FollowReturn();
+  FormView::closeEvent(event);
 }
 
 void MainView::contextMenuEvent(QContextMenuEvent* event) {

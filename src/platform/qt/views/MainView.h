@@ -30,12 +30,15 @@ class MainView : public FormView {
   void AppearOrGo() override;
   void ShowWindow() override;
   void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void ShowPage(int page);
   QWidget* MakePage(int page);
+  // The window has come back from the task bar, if it has.
+  void FollowReturn();
   // A page in front needs more room than any before.
   void Grow();
 
