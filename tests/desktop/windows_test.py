@@ -147,11 +147,12 @@ class Places(DesktopCase):
         self.gone()
         self.to_front(self.desktop.show_window())
         self.stands(kept)
+        dragged = self.move(200, 80)
         self.desktop.key(*["ctrl+Tab"] * PAGES.index("Timer"))
         wait_for("more room", lambda: self.desktop.place(self.titled("Quillbox"))[3] > height)
-        self.stands(kept)
+        self.stands(dragged)
         self.next_copy_is_taken()
-        self.stands(kept)
+        self.stands(dragged)
 
     def move(self, x, y):
         before = self.desktop.place(self.titled("Quillbox"))[:2]
