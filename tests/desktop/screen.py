@@ -130,9 +130,13 @@ class Screen:
         self.xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 60, button)
 
     def click_icon(self, button=1, times=1):
-        x, y, width, height = wait_for("the icon", self.icons)[0]
         # A press within the time of a double click after the one before would make one of both.
         time.sleep(max(0.0, self.last_click + 0.5 - time.monotonic()))
+        place, before = wait_for("the icon", self.icons)[0], None
+        while place != before:  # a panel that has just come still moves it
+            time.sleep(0.2)
+            place, before = wait_for("the icon", self.icons)[0], place
+        x, y, width, height = place
         self.click(x + width // 2, y + height // 2, button, times)
         self.last_click = time.monotonic()
 
