@@ -472,11 +472,12 @@ class Strangers(OnX11):
         self.put("f" * 60_000)
 
         def turns_in_a_flood():
-            stranger, last = self.reader(), self.reader()
+            stranger, last, turns = self.reader(), self.reader(), 0
+            self.body.process.send_signal(signal.SIGSTOP)
             for _ in range(3000):
                 stranger.ask(UTF8)
             last.ask(UTF8)
-            turns = 0
+            self.body.process.send_signal(signal.SIGCONT)
             while not last.display.pending_events():
                 self.ask("timers")
                 turns += 1
