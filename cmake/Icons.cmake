@@ -38,6 +38,7 @@ function(quillbox_embed_icons TARGET)
   foreach(action script insert backspace up down)
     embed(${action} actions/${action} 16 32)
   endforeach()
-  # Packed they would be smaller on disk and larger in memory, with what unpacks them.
-  qt6_add_resources(${TARGET} icons PREFIX /icons BASE ${base} FILES ${files} OPTIONS --no-compress)
+  # Packed they would be smaller on disk and larger in memory, with what unpacks them. The first format has no times of
+  # files, so that two builds are the same.
+  qt6_add_resources(${TARGET} icons PREFIX /icons BASE ${base} FILES ${files} OPTIONS --no-compress --format-version 1)
 endfunction()
