@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QWidget>
 #include <QWindow>
@@ -44,6 +45,16 @@ void Ask(QWidget& window, const char* message, std::uint32_t first, std::uint32_
                  XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&event));
   xcb_flush(connection);
+}
+
+// As it hides a window Qt forgets that it is active, but not at once that it has the focus. One that comes
+// back within that moment would get the keys, and be drawn and told as if it didn't.
+void FollowKeptFocus(QWidget& window) {
+  const bool kept = window.windowHandle() && QGuiApplication::focusWindow() == window.windowHandle();
+  QT_WARNING_PUSH
+  QT_WARNING_DISABLE_DEPRECATED
+  if (kept && !window.isActiveWindow()) QApplication::setActiveWindow(&window);
+  QT_WARNING_POP
 }
 
 // A desktop under Wayland shows itself busy until the program that it has given a token to has come up. A
@@ -110,6 +121,7 @@ void ActivateWindow(QWidget& window) {
   // A native window has no other way. The right to come to the front is a token that the tray has handed over
   // with the click, or the launcher with the start; Qt takes it from its environment.
   if (!WindowsHavePlaces() && window.windowHandle()) window.windowHandle()->requestActivate();
+  FollowKeptFocus(window);
   TellHasComeUp();
 }
 
