@@ -42,15 +42,19 @@ LineWriter::~LineWriter() { HandOn(); }
 
 void LineWriter::Line(TextView text) {
   AppendBytes(own_, text, encoding_);
-  own_ += "\r\n";
-  if (own_.size() >= kOwnBytes) HandOn();
+  EndLine();
 }
 
 void LineWriter::Entry(const SharedText& text) {
   if (encoding_ == Encoding::Utf8) return Line(text.Get());
   EndOwn();
   pieces_.push_back(*text.SingleBytes());
+  EndLine();
+}
+
+void LineWriter::EndLine() {
   own_ += "\r\n";
+  if (own_.size() >= kOwnBytes) HandOn();
 }
 
 void LineWriter::EndOwn() {

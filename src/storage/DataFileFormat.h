@@ -44,6 +44,7 @@ class LineWriter {
   void Entry(const SharedText& text);
 
  private:
+  void EndLine();
   void EndOwn();
   void HandOn();
 

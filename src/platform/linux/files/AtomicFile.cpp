@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <span>
 #include <vector>
 
 #include "platform/linux/files/TemporaryName.h"
@@ -143,10 +144,10 @@ int ReadWholeFile(SystemCalls& calls, const std::string& path, std::size_t maxBy
 }
 
 int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content) {
-  return ReplaceFile(calls, path, [content](const PutPieces& put) { put({&content, 1}); });
+  return ReplaceFile(calls, path, [content](const Files::Put& put) { put({&content, 1}); });
 }
 
-int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPieces&)>& content) {
+int ReplaceFile(SystemCalls& calls, std::string& path, const Files::Content& content) {
   if (path.empty()) return ENOENT;
   if (const int error = ResolveLinks(path)) return error;
   if (const int error = CheckTarget(path)) return error;

@@ -3,12 +3,11 @@
 #include <sys/stat.h>
 
 #include <cstddef>
-#include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "platform/linux/files/SystemCalls.h"
+#include "platform/ports/Files.h"
 
 // Whole files, read and replaced in one step. Every function gives 0 or the errno of its failure.
 namespace quillbox {
@@ -31,8 +30,7 @@ int ReadWholeFile(SystemCalls& calls, const std::string& path, std::size_t maxBy
 // written.
 int ReplaceFile(SystemCalls& calls, std::string& path, std::string_view content);
 // The same with a content that comes in pieces, of which those after a failed one are left alone.
-using PutPieces = std::function<void(std::span<const std::string_view>)>;
-int ReplaceFile(SystemCalls& calls, std::string& path, const std::function<void(const PutPieces&)>& content);
+int ReplaceFile(SystemCalls& calls, std::string& path, const Files::Content& content);
 
 // Makes the folder, mode 0700, and with `parents` whatever is missing above it. One that is there is no
 // failure.
