@@ -31,7 +31,7 @@ class XConnection {
 
   // Every event and every error without a reply (response type 0) goes to `sink`.
   void OnEvent(EventSink sink) { eventSink_ = std::move(sink); }
-  // Called after each round of events and replies that were there at once, 100 at the most.
+  // Called after each round of events and replies that were there at once.
   void OnRound(std::function<void()> sink) { roundSink_ = std::move(sink); }
   // Called once when the server has gone away; by then the connection isn't watched any more.
   void OnLost(std::function<void()> lost) { lostSink_ = std::move(lost); }

@@ -20,8 +20,8 @@ namespace quillbox {
 // Whether it is a secret is asked of every owner, also of one that doesn't list the mark, and before the
 // text: so there is never a text of which that isn't known. An owner that lists the mark and doesn't give it
 // within half of the time is taken to hold a secret. One that doesn't list it and never answers has no mark,
-// and its text is held up for half a second only. The text of a secret is read, too, to be known when others
-// offer it.
+// and its text is held up for kUnlistedHintMs only; one that answers at length is heard out first. The text
+// of a secret is read, too, to be known when others offer it.
 class XTransfer {
  public:
   enum class Outcome {
