@@ -132,10 +132,9 @@ class Screen:
     def click_icon(self, button=1, times=1):
         # A press within the time of a double click after the one before would make one of both.
         time.sleep(max(0.0, self.last_click + 0.5 - time.monotonic()))
-        place, before = wait_for("the icon", self.icons)[0], None
-        while place != before:  # a panel that has just come still moves it
-            time.sleep(0.2)
-            place, before = wait_for("the icon", self.icons)[0], place
+        place = None
+        while (before := place) != (place := wait_for("the icon", self.icons)[0]):
+            time.sleep(0.2)  # a panel that has just come still moves it
         x, y, width, height = place
         self.click(x + width // 2, y + height // 2, button, times)
         self.last_click = time.monotonic()
