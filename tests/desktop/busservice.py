@@ -6,14 +6,25 @@ import gi
 gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
-BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+BUS = "org.freedesktop.DBus"
 
 
 def connect(address):
-    flags = Gio.DBusConnectionFlags
-    bus = Gio.DBusConnection.new_for_address_sync(address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
     bus.set_exit_on_close(False)
     return bus
+
+
+def call(bus, name, path, method, *arguments):
+    """The answer's value, or values; the method is named with its interface, the arguments begin with their types."""
+    answer = bus.call_sync(name, path, *method.rsplit(".", 1), GLib.Variant(*arguments) if arguments else None,
+                           None, Gio.DBusCallFlags.NONE, 30_000, None).unpack()
+    return answer[0] if len(answer) == 1 else answer
+
+
+def get(bus, name, path, interface, what):
+    return call(bus, name, path, f"{BUS}.Properties.Get", "(ss)", (interface, what))
 
 
 class BusService:
@@ -21,8 +32,7 @@ class BusService:
 
     def __init__(self, address, *names):
         self.bus = connect(address)
-        self.context = GLib.MainContext()
-        self.loop = GLib.MainLoop(self.context)
+        self.loop = GLib.MainLoop(GLib.MainContext())
         ready = threading.Event()
         self.thread = threading.Thread(target=self._run, args=(names, ready), daemon=True)
         self.thread.start()
@@ -30,7 +40,7 @@ class BusService:
             raise AssertionError(f"{names[0]} did not start")
 
     def _run(self, names, ready):
-        self.context.push_thread_default()
+        self.loop.get_context().push_thread_default()
         self.publish()
         for name in names:
             self.name("RequestName", "(su)", name, 4)
@@ -39,7 +49,7 @@ class BusService:
         self.loop.run()
 
     def name(self, method, kind, *arguments):
-        self.bus.call_sync(*BUS, method, GLib.Variant(kind, arguments), None, Gio.DBusCallFlags.NONE, 5000, None)
+        call(self.bus, BUS, "/org/freedesktop/DBus", f"{BUS}.{method}", kind, arguments)
 
     def publish(self):
         """Registers the objects, before anybody knows the names."""
@@ -48,8 +58,7 @@ class BusService:
         """The names are there."""
 
     def close(self):
-        if self.bus.is_closed():
-            return
-        self.context.invoke_full(GLib.PRIORITY_DEFAULT, lambda *_: self.loop.quit())
-        self.thread.join(5)
-        self.bus.close_sync(None)
+        if not self.bus.is_closed():
+            self.loop.quit()
+            self.thread.join(5)
+            self.bus.close_sync(None)

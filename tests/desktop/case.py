@@ -73,7 +73,10 @@ class DesktopCase(unittest.TestCase):
 
     def open_from_menu(self, key):
         self.desktop.open_menu()
-        self.desktop.key(key)
+        self.menu_goes(key)
+
+    def menu_goes(self, *keys):
+        self.desktop.key(*keys)
         wait_for("the menu's end", lambda: not self.desktop.menu())
 
     def leave(self, title, key="Return"):

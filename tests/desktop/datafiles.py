@@ -1,8 +1,8 @@
 """Reads and writes the program's data files, as another program would."""
 import pathlib
+import re
 
 M = "\u00bd" * 5
-END = {"Clip": "CLIP", "Pad": "PAD", "ToDo": "TODO"}
 UTF8 = b"\xef\xbb\xbf"
 # The five bytes without a character in the code page stand for themselves.
 CHARACTERS = {byte: bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256)}
@@ -24,40 +24,27 @@ def content(kind, found):
     return text.translate(BYTES).encode("latin-1") if narrow else UTF8 + text.encode()
 
 
+def kind_of(path):
+    return path.name.removesuffix("Data.qbx").upper()
+
+
 def write(path, found):
-    path = pathlib.Path(path)
-    path.parent.mkdir(exist_ok=True)
-    path.write_bytes(content(END[path.name.replace("Data.qbx", "")], found))
+    path.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
+    path.write_bytes(content(kind_of(path), found))
 
 
 def entries(path):
     """The entries of a data file, each as its text with line ends as they stand; None if it is not whole."""
-    path = pathlib.Path(path)
-    kind = END[path.name.replace("Data.qbx", "")]
-    try:
-        text = decode(path.read_bytes())
-    except FileNotFoundError:
-        return None
-    head, mark, rest = text.partition("\r\n")
-    rest, end, behind = rest.rpartition(f"{M} [{kind} ENTRY FILE END] {M}\r\n")
-    if not head.startswith(f"{M} [{kind} ENTRY FILE ") or not mark or not end or behind:
-        return None
-    # What is between the marks, as far as their numbers follow; the line end of the last one is still on it.
-    found, rest = [], "\r\n" + rest
-    while mark:
-        between, mark, rest = rest.partition(f"\r\n{M} [{kind} ENTRY {len(found)}] {M}\r\n")
-        found.append(between)
-    if found == ["\r\n"]:
-        return []
-    return None if found[0] or not found[-1].endswith("\r\n") else [*found[1:-1], found[-1][:-2]]
+    kind, written, found = kind_of(path), path.read_bytes() if path.exists() else b"", []
+    rest = decode(written).partition("\r\n")[2]
+    while entry := re.match(rf"{M} \[{kind} ENTRY {len(found)}\] {M}\r\n(.*?)\r\n"
+                            rf"(?={M} \[{kind} ENTRY ({len(found) + 1}|FILE END)\] {M}\r\n)", rest, re.DOTALL):
+        found.append(entry[1])
+        rest = rest[entry.end():]
+    return found if content(kind, found) == written else None
 
 
 def newest(desktop):
     """The newest entry in the Clip file; None if the file is missing, broken or without entries."""
     found = entries(desktop.data / "ClipData.qbx")
     return found[0] if found else None
-
-
-def pad_file(*entries):
-    """The bytes of a Pad file with these names and texts."""
-    return content("PAD", map("\r\n".join, entries))

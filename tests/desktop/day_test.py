@@ -1,12 +1,12 @@
-#!/usr/bin/env python3
-"""A short session as a person would have it, told as it goes on, with pictures: ./run on a machine without a display."""
+"""A short session as a person would have it, told as it goes on, with pictures: ./run without a display."""
 import signal
-import unittest
 
 import datafiles
-from case import DesktopCase, HELP, PAGES
+from case import HELP, PAGES, DesktopCase
+from desktop import wait_for
 
-TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "Καλημέρα κόσμε", "two\nlines"]
+TEXTS = ["Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln", "Καλημέρα κόσμε",
+         "two\nlines"]
 
 
 class ADay(DesktopCase):
@@ -15,15 +15,16 @@ class ADay(DesktopCase):
 
     def picture(self, name):
         self.count += 1
-        print("    picture", self.desktop.picture(f"day-{self.count:02}-{name}").name, flush=True)
+        self.tell(f"  picture {self.desktop.picture(f'day-{self.count:02}-{name}').name}")
 
     def tell(self, what):
         print(f"  {what}", flush=True)
 
     def test_from_the_first_start_to_the_end(self):
-        self.tell("first start: the icon and the start help appear")
+        self.tell("first start: the icon, the window, and the start help before it")
         self.desktop.start_program()
-        self.titled(HELP)
+        order = [self.titled(title).id for title in ("Quillbox", HELP)]
+        wait_for("the help in front", lambda: order == [each for each in self.desktop.stacking() if each in order])
         self.picture("first-start")
         for text in TEXTS:
             self.tell(f"another program copies {text!r}")
@@ -56,7 +57,3 @@ class ADay(DesktopCase):
             self.tell(f"== {path.name}, {path.stat().st_size} bytes")
             for line in datafiles.decode(path.read_bytes()).splitlines()[:30]:
                 self.tell(line)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -17,7 +17,7 @@ import Xlib.display
 import Xlib.error
 from Xlib import X
 
-from datafiles import pad_file
+import datafiles
 from screen import PICTURES, Screen, wait_for  # noqa: F401
 
 USER = pwd.getpwuid(os.getuid()).pw_name
@@ -29,24 +29,11 @@ libc = ctypes.CDLL(None)
 PANEL = """
 panel_items = TS
 panel_size = 100% 32
-panel_position = bottom center horizontal
 panel_layer = top
-panel_background_id = 1
-systray_padding = 2 2 2
 systray_icon_size = 22
+panel_background_id = 1
 rounded = 0
 background_color = #dddddd 100
-"""
-
-# The start help stays away, as after the first start of a user who doesn't want it again.
-USED_BEFORE = """REGEDIT4
-
-[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\{user}\\Intern]
-"StartHelp"="No"
-{intern}
-[HKEY_CURRENT_USER\\Software\\Norvane\\Quillbox\\{user}\\Extern]
-"QuillboxVMajor"="4"
-"QuillboxVMinor"="31"
 """
 
 
@@ -103,8 +90,9 @@ class Desktop(Screen):
             self.start_panel()
 
     def _start_bus(self):
+        address = f"--address=unix:dir={self.folder / 'runtime'}"
         _, self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
-            "dbus-daemon", "--session", "--nofork", "--print-address={}", f"--address=unix:dir={self.folder / 'runtime'}")
+            "dbus-daemon", "--session", "--nofork", "--print-address={}", address)
 
     def _start_telling(self, program, *arguments):
         """Starts a server, and what it says about itself through the descriptor that {} stands for."""
@@ -189,18 +177,22 @@ class Desktop(Screen):
         """The folder of the data files."""
         return self.folder / "data" / "quillbox" / USER
 
-    def settings(self, **intern):
-        """Writes the settings of a user who has used the program before; names are those of section Intern."""
+    def settings(self, message=None, **intern):
+        """Writes the settings of a user who has used the program before, and doesn't want the start help again; names
+        are those of section Intern, and of the timer's message."""
+        sections = {"Intern": {"StartHelp": "No", **intern}, "Extern": {"QuillboxVMajor": 4, "QuillboxVMinor": 31},
+                    "MessageEntry": message or {}}
+        lines = ["REGEDIT4"]
+        for section, values in sections.items():
+            lines += ["", rf"[HKEY_CURRENT_USER\Software\Norvane\Quillbox\{USER}\{section}]"]
+            lines += [f'"{name}"="{value}"' for name, value in values.items()]
         folder = self.folder / "config" / "quillbox"
         folder.mkdir(mode=0o700, exist_ok=True)
-        lines = "".join(f'"{name}"="{value}"\n' for name, value in intern.items())
-        text = USED_BEFORE.format(user=USER, intern=lines)
-        (folder / "user.reg").write_bytes(text.replace("\n", "\r\n").encode("cp1252"))
+        (folder / "user.reg").write_bytes("\r\n".join([*lines, ""]).encode("cp1252"))
 
     def script(self, keys):
         """A Pad-List with nothing but a script, "Hello"."""
-        self.data.mkdir(parents=True, mode=0o700)
-        (self.data / "PadData.qbx").write_bytes(pad_file(("Hello", "{SCRIPT}" + keys)))
+        datafiles.write(self.data / "PadData.qbx", ["Hello\r\n{SCRIPT}" + keys])
 
     def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""
@@ -218,7 +210,7 @@ class Desktop(Screen):
         self.program = process
         if wait:
             wait_for("Quillbox in reach", self.reach, 30)
-        return self.program
+        return process
 
     def stop_program(self, how=signal.SIGTERM):
         """Ends Quillbox and returns its exit code, None if it had to be killed."""
@@ -227,11 +219,11 @@ class Desktop(Screen):
     def traces(self, text):
         """Where a part of the text is found: "memory" of the program, or names of files."""
         places = {str(path): path.read_bytes() for path in self.folder.rglob("*") if path.is_file()}
-        places["memory"] = b""
-        with open(f"/proc/{self.program.pid}/maps") as maps, open(f"/proc/{self.program.pid}/mem", "rb", buffering=0) as memory:
-            for start, end in re.findall(r"^(\w+)-(\w+) rw", maps.read(), re.MULTILINE):
+        process = pathlib.Path(f"/proc/{self.program.pid}")
+        with open(process / "mem", "rb", buffering=0) as memory:
+            for start, end in re.findall(r"^(\w+)-(\w+) rw", (process / "maps").read_text(), re.MULTILINE):
                 memory.seek(int(start, 16))
-                places["memory"] += memory.read(int(end, 16) - int(start, 16))
+                places["memory"] = places.get("memory", b"") + memory.read(int(end, 16) - int(start, 16))
         parts = [part.encode(code) for part in (text[:12], text[-12:], text[4:16]) for code in ("utf-8", "utf-16-le")]
         return [name for name, content in places.items() if any(part in content for part in parts)]
 
@@ -242,4 +234,4 @@ class Desktop(Screen):
         if self.shown():
             return "window"
         window = self.window("Quillbox")
-        return "taskbar" if window and window.id in self.property(self.root, "_NET_CLIENT_LIST") else ""
+        return "taskbar" if window and window.id in self.stacking() else ""

@@ -1,8 +1,8 @@
-#!/usr/bin/env python3
-"""The ways in which the program ends, and that nothing is lost by any of them."""
+"""The ways in which the program ends, and that nothing is lost by any of them, nor by a full disk."""
+import contextlib
 import os
 import signal
-import unittest
+import subprocess
 
 from case import DesktopCase
 from desktop import wait_for
@@ -17,8 +17,7 @@ class Endings(DesktopCase):
         self.assertEqual([f"{name}Data.qbx" for name in LISTS], [path.name for path in paths])
         for path in (self.desktop.data, *paths):
             self.assertEqual(0o700 if path.is_dir() else 0o600, path.stat().st_mode & 0o777, path)
-        for name in LISTS:
-            self.assertIsNotNone(self.file(name), name)
+        self.assertNotIn(None, map(self.file, LISTS))
         self.assertEqual(newest, self.file("Clip")[0])
 
     def test_every_end_writes_the_lists(self):
@@ -51,11 +50,10 @@ class Endings(DesktopCase):
 
     def test_start_without_a_display_says_so(self):
         for display, said in (("", "DISPLAY is not set"), (":54321", "DISPLAY=:54321 cannot be reached")):
-            with self.subTest(said):
-                program = self.desktop.start(
-                    self.desktop.program_file, environment={"DISPLAY": display, "QT_QPA_PLATFORM": "xcb"})
-                self.assertEqual(1, program.wait(60))
-                self.assertIn(said, self.desktop.log("quillbox"))
+            program = self.desktop.start(self.desktop.program_file,
+                                         environment={"DISPLAY": display, "QT_QPA_PLATFORM": "xcb"})
+            self.assertEqual(1, program.wait(60))
+            self.assertIn(said, self.desktop.log("quillbox"))
 
     def test_two_starts_at_once_are_one_program(self):
         programs = [self.desktop.start_program(wait=False) for _ in range(2)]
@@ -67,6 +65,22 @@ class Endings(DesktopCase):
         self.assertEqual(1, len(self.desktop.icons()))
         self.next_copy_is_taken()
 
-
-if __name__ == "__main__":
-    unittest.main()
+    def test_full_disk(self):
+        self.desktop.data.mkdir(parents=True)
+        mount = ["mount", "-t", "tmpfs", "-o", "size=64k,mode=700", "tmpfs", self.desktop.data]
+        if os.getuid() != 0 or subprocess.run(mount, capture_output=True).returncode != 0:
+            self.skipTest("no right to mount a small disk")
+        self.addCleanup(subprocess.run, ["umount", "--lazy", self.desktop.data], check=True)
+        self.desktop.start_program()
+        self.copy("one", "two")
+        ballast = self.desktop.data / "ballast"
+        with contextlib.suppress(OSError), open(ballast, "wb", buffering=0) as file:
+            while True:
+                file.write(b"x" * 512)
+        self.desktop.copy("while it is full")
+        self.leave("Quillbox Message")
+        self.pastes("while it is full")
+        self.assertEqual(["two", "one"], self.file("Clip")[:2], "the old file is whole")
+        ballast.unlink()
+        self.copy("after it")
+        self.assertEqual(["after it", "while it is full", "two", "one"], self.file("Clip")[:4])

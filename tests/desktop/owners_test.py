@@ -1,8 +1,4 @@
-#!/usr/bin/env python3
 """Whatever an owner of the clipboard does, and whoever asks for what we own: the program goes on, nothing is lost."""
-import unittest
-
-import datafiles
 from case import DesktopCase
 from clients import DragSource, Manager, Owner, silent
 from desktop import wait_for
@@ -62,12 +58,12 @@ class Owners(DesktopCase):
         self.assertEqual(b"outlives its program", manager.saved)
 
     def test_a_secret_is_kept_by_nobody(self):
-        """Nor in any list, menu or tip, all of which are the program's memory; also when it is offered again unmarked."""
+        """Nor in any list, menu or tip, all of which are the program's memory; offered again unmarked, too."""
         self.copy("before the secret")
         secret = "correct horse battery staple"
-        for offers in {"STRING": secret.encode(), "x-kde-passwordManagerHint": b"Secret\n"}, {"UTF8_STRING": secret.encode()}:
-            with Owner(self.desktop.name, offers) as owner:
-                wait_for("the text taken", lambda: owner.asked[-1:] == list(offers)[:1])
+        for text, hint in ("STRING", {"x-kde-passwordManagerHint": b"Secret\n"}), ("UTF8_STRING", {}):
+            with Owner(self.desktop.name, {text: secret.encode(), **hint}) as owner:
+                wait_for("the text taken", lambda: owner.asked[-1:] == [text])
                 self.newest_becomes("")
             self.nobody_owns_it()
         self.desktop.open_menu()
@@ -103,7 +99,3 @@ class Fields(DesktopCase):
         self.desktop.key("space")
         self.pastes("1.25")
         self.newest_becomes("1.25")
-
-
-if __name__ == "__main__":
-    unittest.main()

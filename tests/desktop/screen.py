@@ -10,6 +10,7 @@ from Xlib.ext import xtest
 from Xlib.protocol import event
 
 PICTURES = pathlib.Path(os.environ.get("QUILLBOX_PICTURES", "pictures"))
+HIGHEST_TIP = 150  # pixels
 HELD = {"ctrl": "Control_L", "alt": "Alt_L", "shift": "Shift_L"}
 RECEIVER = os.environ.get("QUILLBOX_KEY_RECEIVER", "")
 
@@ -45,7 +46,7 @@ class Screen:
         return list(found.value) if found else []
 
     def windows(self, window=None, x=0, y=0, depth=0):
-        """All windows of the program, each with its attributes, its geometry on the screen, its depth below the root."""
+        """All windows of the program, each with its attributes, its place on the screen, its depth below the root."""
         window = window or self.root
         try:
             attributes, geometry = window.get_attributes(), window.get_geometry()
@@ -72,12 +73,16 @@ class Screen:
     def message(self):
         """The title of an open message box, None while there is none."""
         dialog = self.atom("_NET_WM_WINDOW_TYPE_DIALOG")
-        return next((self.title(window) for window, attributes, _, _ in self.windows()
-                     if attributes.map_state == X.IsViewable and dialog in self.property(window, "_NET_WM_WINDOW_TYPE")), None)
+        return next((self.title(window) for window, attributes, _, _ in self.windows() if attributes.map_state
+                     == X.IsViewable and dialog in self.property(window, "_NET_WM_WINDOW_TYPE")), None)
 
     def active(self):
         """The id of the window that has the keyboard, as the window manager tells it; 0 for none."""
         return next(iter(self.property(self.root, "_NET_ACTIVE_WINDOW")), 0)
+
+    def stacking(self):
+        """The ids of all programs' windows, the lowest first, as the window manager tells them."""
+        return self.property(self.root, "_NET_CLIENT_LIST_STACKING")
 
     def place(self, window):
         """Left, top, width and height of a window on the screen, in pixels."""
@@ -96,30 +101,35 @@ class Screen:
                 if depth == 1 and attributes.override_redirect and attributes.map_state == X.IsViewable]
 
     def menu(self):
-        """The place of the open popup menu, None while there is none. A tip is never as high."""
-        return next((place for place in self.popups() if place[3] > 150), None)
+        """The place of the open popup menu, None while there is none."""
+        return next((place for place in self.popups() if place[3] > HIGHEST_TIP), None)
 
     def tip(self):
         """The place of the open tip, None while there is none."""
-        return next((place for place in self.popups() if place[3] <= 150), None)
+        return next((place for place in self.popups() if place[3] <= HIGHEST_TIP), None)
 
     def picture(self, name, window="root"):
         """Saves what the screen, or a window, shows."""
         PICTURES.mkdir(parents=True, exist_ok=True)
         path = PICTURES / f"{name}.png"
-        subprocess.run(["import", "-window", str(window), path], env=self.environment, check=True, stdin=subprocess.DEVNULL)
+        self.run("import", "-window", window, path)
         return path
+
+    def run(self, *command, **how):
+        """Another program, to its end."""
+        how = {"check": True, "timeout": 60, **({} if "input" in how else {"stdin": subprocess.DEVNULL}), **how}
+        return subprocess.run([*map(str, command)], env=self.environment, **how)
 
     # --- a person
 
     def xdotool(self, *arguments):
-        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=60,
-                       stdin=subprocess.DEVNULL)
+        self.run("xdotool", *arguments)
 
     def key(self, *keys):
         """Presses keys one behind the other, as "Tab" or "ctrl+Tab"; each as it is without Shift."""
         for combination in keys:
-            codes = [self.display.keysym_to_keycode(XK.string_to_keysym(HELD.get(name, name))) for name in combination.split("+")]
+            names = [HELD.get(name, name) for name in combination.split("+")]
+            codes = [self.display.keysym_to_keycode(XK.string_to_keysym(name)) for name in names]
             for code in codes:
                 xtest.fake_input(self.display, X.KeyPress, code)
             for code in reversed(codes):
@@ -145,7 +155,7 @@ class Screen:
         return wait_for("the tip", self.tip)
 
     def menu_has_keyboard(self):
-        """A menu takes it a moment after it has come up. Nobody else can then; where it is free this fails otherwise."""
+        """A menu takes it a moment after it has come up. Nobody else can then."""
         return self.menu() and self.unmapped.grab_keyboard(
             False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.AlreadyGrabbed
 
@@ -176,11 +186,10 @@ class Screen:
     def copy(self, text):
         """Copies a text in another program (xclip), which serves it in the background."""
         with open(self.folder / "xclip.log", "ab") as log:
-            subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(), env=self.environment,
-                           check=True, timeout=60, stdout=log, stderr=log)
+            self.run("xclip", "-selection", "clipboard", input=text.encode(), stdout=log, stderr=log)
 
     def paste(self):
         """What another program gets when it pastes; None if it gets nothing."""
-        result = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", "UTF8_STRING"],
-                                env=self.environment, capture_output=True, timeout=60)
+        result = self.run("xclip", "-selection", "clipboard", "-out", "-target", "UTF8_STRING", check=False,
+                          capture_output=True)
         return result.stdout.decode() if result.returncode == 0 else None

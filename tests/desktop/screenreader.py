@@ -2,7 +2,7 @@
 import contextlib
 import dataclasses
 
-from busservice import Gio, GLib, connect
+from busservice import GLib, call, connect, get
 from screen import wait_for
 
 PREFIX = "org.a11y.atspi"
@@ -36,23 +36,17 @@ class ScreenReader:
     def __init__(self, desktop):
         self.desktop = desktop
         session = connect(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
-        self.bus = connect(self._call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress"))
+        self.bus = connect(call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress"))
         session.close_sync(None)
 
     def close(self):
         self.bus.close_sync(None)
 
-    @staticmethod
-    def _call(bus, name, path, method, *arguments):
-        answer = bus.call_sync(name, path, *method.rsplit(".", 1), GLib.Variant(*arguments) if arguments else None,
-                               None, Gio.DBusCallFlags.NONE, 30_000, None).unpack()
-        return answer[0] if len(answer) == 1 else answer
-
     def _ask(self, node, method, *arguments):
-        return self._call(self.bus, *node, f"{PREFIX}.{method}", *arguments)
+        return call(self.bus, *node, f"{PREFIX}.{method}", *arguments)
 
     def _name(self, node):
-        return self._call(self.bus, *node, "org.freedesktop.DBus.Properties.Get", "(ss)", (f"{PREFIX}.Accessible", "Name"))
+        return get(self.bus, *node, f"{PREFIX}.Accessible", "Name")
 
     def _children(self, node):
         return self._ask(node, "Accessible.GetChildren")

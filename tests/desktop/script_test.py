@@ -1,8 +1,7 @@
-#!/usr/bin/env python3
-"""Keys. Scripts: entries of the Pad-List that are typed into the window that had the focus; and the one key that opens the window."""
+"""Keys. Scripts: entries of the Pad-List that are typed into the window that had the focus; and the one key that opens
+the window."""
 import signal
 import subprocess
-import unittest
 
 import datafiles
 from case import DesktopCase
@@ -23,54 +22,49 @@ class Script(DesktopCase):
         wait_for("the submenu", lambda: len(self.desktop.popups()) > low)
         self.desktop.key("Return")
 
-    def keyboard(self):
-        """The whole keyboard map."""
-        command = ["xkbcomp", "-w0", self.desktop.name, "-"]
-        return subprocess.run(command, capture_output=True, check=True).stdout
-
     def test_goes_to_the_window_that_had_the_focus(self):
         self.start("Hallo {+}漢é{LEFT 2}~½😀")
         self.pick()
         wait_for("the text", lambda: self.typed.read_text("utf-8") == "Hallo +漢é\n½😀")
 
     def test_a_start_after_a_kill_puts_the_keyboard_right(self):
+        def keyboard():
+            command = ["xkbcomp", "-w0", self.desktop.name, "-"]  # the whole map
+            return subprocess.run(command, capture_output=True, check=True).stdout
+
         self.start("+({é 32767}{漢 32767}{é 32767}{漢 32767})")
-        before = self.keyboard()
+        before = keyboard()
         self.pick()
         wait_for("the first keys", lambda: self.typed.read_text("utf-8"))
         self.desktop.stop_program(signal.SIGKILL)
-        self.assertNotEqual(self.keyboard(), before)
+        self.assertNotEqual(keyboard(), before)
         self.desktop.start_program()
-        wait_for("the map from before", lambda: self.keyboard() == before)
+        wait_for("the map from before", lambda: keyboard() == before)
 
 
 class OneKey(DesktopCase):
     DESKTOP = {"accessibility": True}
     SETTINGS = {"ShowKey": "Ctrl+Alt+V", "PastePick": "1", "ClipEntriesMax": "99"}
 
+    def come(self):
+        self.desktop.key("ctrl+alt+v")
+        self.in_front()
+        wait_for("the find field", self.reader.focused)  # the window knows that it is in front
+
     def test_one_of_a_hundred_is_found_and_pasted_without_the_mouse(self):
-        self.desktop.data.mkdir(parents=True)
         entries = [f"{number} bottles of beer on the wall" for number in range(100)]
         entries[57] = "an old Needle"
         datafiles.write(self.desktop.data / "ClipData.qbx", entries)
         self.start_reading()
         typed = self.desktop.key_receiver()
-        # With both locks on until the end.
-        self.desktop.key("Num_Lock", "Caps_Lock", "ctrl+alt+v")
-        self.in_front()
-        wait_for("the find field", self.reader.focused)
+        self.desktop.key("Num_Lock", "Caps_Lock")  # with both locks on until the end
+        self.come()
         self.desktop.key(*"need")
         self.find("Quillbox", role="label", name="1 of 100")
         self.desktop.key("Return")
         wait_for("Ctrl+V in the other program", lambda: typed.read_bytes() == b"\x16")
         self.pastes("an old Needle")
         self.assertFalse(self.desktop.shown())
-        self.desktop.key("ctrl+alt+v")
-        self.in_front()
-        wait_for("the find field", self.reader.focused)  # the window knows that it is in front
+        self.come()
         self.desktop.key("ctrl+alt+v")
         self.gone()
-
-
-if __name__ == "__main__":
-    unittest.main()

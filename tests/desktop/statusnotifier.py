@@ -1,8 +1,8 @@
 """A panel that speaks StatusNotifierItem: watcher and host in one, which draws nothing."""
-from busservice import BusService, Gio, GLib
+from busservice import BUS, BusService, Gio, GLib, call, get
 from screen import wait_for
 
-WATCHER = "org.kde.StatusNotifierWatcher"
+WATCHER, PATH = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
 MENU = "com.canonical.dbusmenu"
 INTERFACE = f"""
@@ -21,9 +21,8 @@ class StatusNotifierHost(BusService):
 
     def publish(self):
         interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-        self.bus.register_object("/StatusNotifierWatcher", interface, self._register, lambda *_: GLib.Variant("b", True), None)
-        self.bus.signal_subscribe("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", None, None,
-                                  Gio.DBusSignalFlags.NONE, self._owner_changed)
+        self.bus.register_object(PATH, interface, self._register, lambda *_: GLib.Variant("b", True), None)
+        self.bus.signal_subscribe(BUS, BUS, "NameOwnerChanged", None, None, 0, self._owner_changed)
 
     def named(self):
         self._signal("StatusNotifierHostRegistered", None)
@@ -45,36 +44,34 @@ class StatusNotifierHost(BusService):
             self.items.remove(name)
 
     def _signal(self, name, arguments):
-        self.bus.emit_signal(None, "/StatusNotifierWatcher", WATCHER, name, arguments)
+        self.bus.emit_signal(None, PATH, WATCHER, name, arguments)
 
     def wait_for_item(self):
         wait_for("the icon", lambda: self.items)
 
     # --- what a person does to the newest icon
 
-    def _call(self, interface, path, method, *arguments):
-        answer = self.bus.call_sync(self.items[-1], path, interface, method, GLib.Variant(*arguments), None,
-                                    Gio.DBusCallFlags.NONE, 30_000, None)
-        return answer.unpack()
+    def _call(self, method, *arguments, path="/StatusNotifierItem"):
+        return call(self.bus, self.items[-1], path, method, *arguments)
 
     def get(self, name):
-        return self._call("org.freedesktop.DBus.Properties", "/StatusNotifierItem", "Get", "(ss)", (ITEM, name))[0]
+        return get(self.bus, self.items[-1], "/StatusNotifierItem", ITEM, name)
 
     def activate(self):
-        self._call(ITEM, "/StatusNotifierItem", "Activate", "(ii)", (100, 100))
+        self._call(f"{ITEM}.Activate", "(ii)", (100, 100))
 
     def provide_token(self, token):
         """What a tray of Wayland's does before it activates."""
-        self._call(ITEM, "/StatusNotifierItem", "ProvideXdgActivationToken", "(s)", (token,))
+        self._call(f"{ITEM}.ProvideXdgActivationToken", "(s)", (token,))
 
     def context_menu(self):
-        self._call(ITEM, "/StatusNotifierItem", "ContextMenu", "(ii)", (100, 100))
+        self._call(f"{ITEM}.ContextMenu", "(ii)", (100, 100))
 
     def menu(self, opens=True):
         """The exported menu from the top: (id, properties) of each visible item, submenus' items behind theirs."""
         path = self.get("Menu")
         if opens:
-            self._call(MENU, path, "AboutToShow", "(i)", (0,))
+            self._call(f"{MENU}.AboutToShow", "(i)", (0,), path=path)
 
         def walk(children):
             for number, properties, below in children:
@@ -82,11 +79,12 @@ class StatusNotifierHost(BusService):
                     yield number, properties
                     yield from walk(below)
 
-        return [*walk(self._call(MENU, path, "GetLayout", "(iias)", (0, -1, []))[1][2])]
+        return [*walk(self._call(f"{MENU}.GetLayout", "(iias)", (0, -1, []), path=path)[1][2])]
 
     def pick_entry(self, text):
         """Of the item whose caption ends so."""
         self.pick(next(number for number, shown in self.menu() if shown.get("label", "").endswith(text)))
 
     def pick(self, number):
-        self._call(MENU, self.get("Menu"), "Event", "(isvu)", (number, "clicked", GLib.Variant("i", 0), 0))
+        event = (number, "clicked", GLib.Variant("i", 0), 0)
+        self._call(f"{MENU}.Event", "(isvu)", event, path=self.get("Menu"))

@@ -11,8 +11,8 @@ DARK = {
 
 def choose(desktop, dark=False, points=10, scale=1):
     """Before the program's start: dark colours, a font of that size, a screen of `scale` times 96 dpi."""
-    lines = ["[General]", f"font=DejaVu Sans,{points},-1,5,50,0,0,0,0,0", f"fixed=DejaVu Sans Mono,{points},-1,5,50,0,0,0,0,0",
-             f"menuFont=DejaVu Sans,{points},-1,5,50,0,0,0,0,0", f"toolBarFont=DejaVu Sans,{points},-1,5,50,0,0,0,0,0"]
+    fonts = {"font": "", "fixed": " Mono", "menuFont": "", "toolBarFont": ""}
+    lines = ["[General]", *(f"{of}=DejaVu Sans{kind},{points},-1,5,50,0,0,0,0,0" for of, kind in fonts.items())]
     if dark:
         for group, (background, foreground) in DARK.items():
             lines += ["", f"[Colors:{group}]", f"BackgroundNormal={background}", f"ForegroundNormal={foreground}",

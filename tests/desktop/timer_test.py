@@ -1,8 +1,6 @@
-#!/usr/bin/env python3
 """The timer's message: on top of other programs, without their focus, and with buttons only after a while."""
 import os
 import shutil
-import unittest
 import wave
 
 from case import DesktopCase
@@ -40,25 +38,17 @@ class Timer(DesktopCase):
             count += 1
             self.assertEqual(other, self.desktop.active(), "the message has taken the focus")
         wait_for("all that was typed", lambda: typed.read_text().count("x") == count)
-        stacking = self.desktop.property(self.desktop.root, "_NET_CLIENT_LIST_STACKING")
+        stacking = self.desktop.stacking()
         self.assertGreater(stacking.index(message.id), stacking.index(other))
         self.leave(TITLE, "Escape")
 
-    def sound(self, file):
-        """Has the message play a file."""
-        path = self.desktop.folder / "config" / "quillbox" / "user.reg"
-        section = path.read_text("cp1252").split("[")[1].split("]")[0].replace("Intern", "MessageEntry")
-        with open(path, "a", encoding="cp1252", newline="") as settings:
-            settings.write(f'\r\n[{section}]\r\n"PlayWave"="1"\r\n"WavePath"="{file}"\r\n')
-
     def test_the_chosen_sound_is_played_once_and_a_missing_one_not(self):
         # The program with a sound module beside it that notes what it is to play.
-        place = self.desktop.folder / "bin"
+        place, tone = self.desktop.folder / "bin", self.desktop.folder / "tone.wav"
         place.mkdir()
         self.desktop.program_file = shutil.copy(PROGRAM, place)
         shutil.copy(RECORDER, place)
-        tone = self.desktop.folder / "tone.wav"
-        self.sound(tone)
+        self.desktop.settings({"PlayWave": 1, "WavePath": tone})
         self.start_reading("Timer")
         for _ in range(2):
             self.count_down(1)
@@ -70,7 +60,3 @@ class Timer(DesktopCase):
                 file.writeframes(bytes(1600))
         self.assertEqual(f"{tone}\n", (place / "played").read_text())
         self.assertEqual("", self.desktop.log("quillbox"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,13 +1,11 @@
-#!/usr/bin/env python3
 """The icon, and trays that are missing, late, or go away and come back: the program stays in reach, with one icon."""
 import re
 import time
-import unittest
 
 import Xlib.X
 
 import datafiles
-from case import DesktopCase, SETTINGS
+from case import SETTINGS, DesktopCase
 from desktop import wait_for
 from statusnotifier import StatusNotifierHost
 
@@ -32,10 +30,10 @@ class Icon(DesktopCase):
         wait_for("the other program in front", lambda: self.desktop.active() != window.id)
         self.desktop.click_icon(1)
         self.desktop.close_box(self.in_front())
-        for close in (lambda: self.desktop.key("Escape"), lambda: self.desktop.click(100, 100)):
-            self.desktop.open_menu()
-            close()
-            wait_for("the menu's end", lambda: not self.desktop.menu())
+        self.open_from_menu("Escape")
+        self.desktop.open_menu()
+        self.desktop.click(100, 100)
+        self.menu_goes()
         self.desktop.open_menu()
         self.desktop.open_menu()  # closes it and opens it anew
         self.desktop.key("s")
@@ -51,8 +49,9 @@ class Icon(DesktopCase):
         self.in_front()
 
     def test_the_icon_lives_while_a_message_is_open(self):
-        self.desktop.data.mkdir(mode=0o700, parents=True)
-        (self.desktop.data / "PadData.qbx").write_bytes(datafiles.pad_file(("name", "text"))[:-20])
+        file = self.desktop.data / "PadData.qbx"
+        datafiles.write(file, ["name\r\ntext"])
+        file.write_bytes(file.read_bytes()[:-20])
         self.desktop.start_program(wait=False)
         message = wait_for("a message about the damaged file", self.desktop.message)
         self.open_from_menu("Escape")
@@ -64,32 +63,31 @@ class Icon(DesktopCase):
 class WithoutTray(DesktopCase):
     DESKTOP = {"panel": False}
 
-    def test_the_menu_is_at_the_windows_right_press_and_ends_the_program(self):
+    def in_task_bar(self):
+        wait_for("the task bar", lambda: self.desktop.reach() == "taskbar")
+        return self.desktop.window("Quillbox")
+
+    def test_a_tray_that_is_missing_comes_goes_and_comes_back(self):
+        """Without one the menu is at the window's right press."""
         self.desktop.start_program()
         x, y, width, _ = self.desktop.place(self.titled("Quillbox"))
         self.desktop.click(x + width - 5, y + 5, 3)
         wait_for("the menu", self.desktop.menu_has_keyboard)
-        self.desktop.key("x")
-        self.assertEqual(0, self.desktop.program.wait(30))
-
-    def test_a_tray_that_is_missing_comes_goes_and_comes_back(self):
-        self.desktop.start_program()
+        self.menu_goes("Escape")
         for _ in range(2):
-            self.assertEqual("window", self.desktop.reach())
             self.desktop.close_box(self.titled("Quillbox"))
-            wait_for("the task bar", lambda: self.desktop.reach() == "taskbar")
-            window = self.desktop.window("Quillbox")
+            window = self.in_task_bar()
             self.assertFalse(self.state(window, "SKIP_TASKBAR"))
             self.to_front(window)
             self.in_front()
         self.next_copy_is_taken()
         self.desktop.close_box(window)
         for _ in range(2):
-            wait_for("the task bar", lambda: self.desktop.reach() in ("taskbar", "window"))
+            self.in_task_bar()
             self.desktop.start_panel()
             wait_for("the icon", self.desktop.icons)
             wait_for("the task bar's end", lambda: (window := self.desktop.window("Quillbox")) is None
-                     or window.id not in self.desktop.property(self.desktop.root, "_NET_CLIENT_LIST"))
+                     or window.id not in self.desktop.stacking())
             self.assertEqual(1, len(self.desktop.icons()))
             self.desktop.stop_panel()
         self.desktop.start_panel()
@@ -115,8 +113,8 @@ class WithHost(DesktopCase):
         self.addCleanup(host.close)
         return host
 
-    def start_with_host(self):
-        host = self.host()
+    def start_with_host(self, host=None):
+        host = host or self.host()
         self.desktop.start_program(wait=False)
         host.wait_for_item()
         self.assertFalse(self.desktop.shown())
@@ -131,8 +129,7 @@ class WithoutWindowManager(WithHost):
     def test_what_a_window_comes_with(self):
         self.start_with_host().activate()
         window = self.titled("Quillbox")
-        self.assertTrue(self.state(window, "SKIP_TASKBAR"))
-        self.assertTrue(self.state(window, "ABOVE"))
+        self.assertTrue(self.state(window, "SKIP_TASKBAR") and self.state(window, "ABOVE"))
         self.assertFalse(self.desktop.property(window, "_MOTIF_WM_HINTS")[1] & MAXIMIZE)
 
 
@@ -160,9 +157,7 @@ class StatusNotifier(WithHost):
         self.desktop.stop_program()
         wait_for("the icon's end", lambda: not host.items)
         self.desktop.settings(ClicksToShow="2")
-        self.desktop.start_program(wait=False)
-        host.wait_for_item()
-        host.activate()
+        self.start_with_host(host).activate()
         self.next_copy_is_taken()
         self.assertFalse(self.desktop.shown())
         time.sleep(1)  # beyond the time of a double click
@@ -201,20 +196,14 @@ class StatusNotifier(WithHost):
         watcher = self.host("org.kde.kded5")
         self.desktop.start_program()
         self.desktop.close_box(self.titled("Quillbox"))
-        wait_for("the task bar", lambda: self.desktop.reach() == "taskbar")
-        for there, reach in ((True, ""), (False, "taskbar")):
-            watcher.host(there)
+        for there, reach in ((None, "taskbar"), (True, ""), (False, "taskbar")):
+            if there is not None:
+                watcher.host(there)
             wait_for(f"beside the tray: {reach!r}", lambda: self.desktop.reach() == reach)
-            self.assertEqual(1, len(watcher.items))
+        self.assertEqual(1, len(watcher.items))
 
     def test_both_kinds_of_tray_show_one_icon(self):
-        host = self.host()
         self.desktop.start_panel()
-        self.desktop.start_program(wait=False)
-        host.wait_for_item()
+        host = self.start_with_host()
         self.next_copy_is_taken()
         self.assertEqual(1, len(host.items) + len(self.desktop.icons()))
-
-
-if __name__ == "__main__":
-    unittest.main()

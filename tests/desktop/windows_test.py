@@ -1,65 +1,58 @@
-#!/usr/bin/env python3
 """Every window in every look: nothing leaves its window, nothing overlaps, everything has a name and a role; and where
 windows and tips stand."""
+import itertools
 import subprocess
-import unittest
 
 import themes
-from case import DesktopCase, HELP, INFO, PAGES, SETTINGS
+from case import HELP, INFO, PAGES, SETTINGS, DesktopCase
 from desktop import wait_for
 from screenreader import nodes
 
 BUTTONS = {"push button", "check box", "radio button", "toggle button", "combo box"}
-CONTROLS = BUTTONS | {"graphic", "text", "password text", "list", "label", "scroll bar", "spin button", "page tab", "page tab list"}
+CONTROLS = BUTTONS | {"graphic", "text", "password text", "list", "label", "scroll bar", "spin button", "page tab",
+                      "page tab list"}
 MESSAGE = "Quillbox Timer Message"
 UNREACHED = "Message of the timer"  # in the message's window Enter and Escape stay with the buttons
 TEXTS = ("Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln")
 
 
 def holds(outer, inner):
-    return (outer[0] <= inner[0] and outer[1] <= inner[1] and inner[0] + inner[2] <= outer[0] + outer[2]
-            and inner[1] + inner[3] <= outer[1] + outer[3])
+    return all(outer[at] <= inner[at] and inner[at] + inner[at + 2] <= outer[at] + outer[at + 2] for at in (0, 1))
 
 
 def overlap(one, other):
-    return (one[0] < other[0] + other[2] and other[0] < one[0] + one[2] and one[1] < other[1] + other[3]
-            and other[1] < one[1] + one[3])
+    return all(one[at] < other[at] + other[at + 2] and other[at] < one[at] + one[at + 2] for at in (0, 1))
 
 
 def frameless(window, node, picture, scale):
     """Whether a picture of the window shows no line where the node begins on the left, half way down."""
     left = int((node.place[0] - window.place[0]) * scale) - 2
     middle = int((node.place[1] + node.place[3] / 2 - window.place[1]) * scale)
-    seen = subprocess.run(["convert", picture, "-crop", f"6x1+{left}+{middle}", "-unique-colors", "-format", "%w", "info:"],
-                          check=True, capture_output=True, stdin=subprocess.DEVNULL)
+    command = ["convert", picture, "-crop", f"6x1+{left}+{middle}", "-unique-colors", "-format", "%w", "info:"]
+    seen = subprocess.run(command, check=True, capture_output=True, stdin=subprocess.DEVNULL)
     return int(seen.stdout) < 3  # the window's colour, the line's, the list's
 
 
 def faults(window, picture, scale):
     """What is wrong with a window, in words."""
-    if window.role not in ("frame", "window", "dialog"):
-        yield f"the window is a {window.role}"
     for node in nodes(window):
+        is_control, takes_focus, children = node.role in CONTROLS, "FOCUSABLE" in node.states, node.children
+        is_list = node.role == "list"
+        is_usual = is_control or node.role == "list item" or any(child.role == "page tab list" for child in children)
+        wrong = {
+            "is no window": node is window and node.role not in ("frame", "window", "dialog"),
+            "leaves its window": is_control and not holds(window.place, node.place),
+            "has no name": is_control and takes_focus and not node.name.strip(),
+            "has no room": is_control and min(node.place[2:]) < 4,
+            "cuts a row": is_list and not all(holds(node.place, row.place) for row in children),
+            "has no frame": is_list and frameless(window, node, picture, scale),
+            "takes the focus and has no usual role": takes_focus and not is_usual,
+        }
+        buttons = [child for child in children if child.role in BUTTONS]
+        wrong |= {f"{one.name!r} and {other.name!r} overlap": True
+                  for one, other in itertools.combinations(buttons, 2) if overlap(one.place, other.place)}
         what = f"{node.role} {node.name[:30]!r} at {node.place}"
-        if node.role in CONTROLS:
-            if not holds(window.place, node.place):
-                yield f"{what} leaves its window {window.place}"
-            if not node.name.strip() and "FOCUSABLE" in node.states:
-                yield f"{what} has no name"
-            if node.place[2] < 4 or node.place[3] < 4:
-                yield f"{what} has no room"
-            if node.role == "list" and not all(holds(node.place, row.place) for row in node.children):
-                yield f"a row of {what} is cut"
-            if node.role == "list" and frameless(window, node, picture, scale):
-                yield f"{what} has no frame"
-        elif "FOCUSABLE" in node.states and node.role != "list item" and not any(
-                child.role == "page tab list" for child in node.children):
-            yield f"{what} takes the focus and has no usual role"
-        buttons = [child for child in node.children if child.role in BUTTONS]
-        for at, one in enumerate(buttons):
-            for other in buttons[at + 1:]:
-                if overlap(one.place, other.place):
-                    yield f"{what}: {one.name!r} and {other.name!r} overlap"
+        yield from (f"{what}: {fault}" for fault, is_so in wrong.items() if is_so)
 
 
 class Look(DesktopCase):
@@ -72,7 +65,8 @@ class Look(DesktopCase):
     def see(self, title, name):
         """Saves the picture of a window and notes what is wrong with it."""
         window = self.to_front(self.titled(title))
-        tree = wait_for(f"{title} at rest", lambda: (first := self.reader.window(title)) == self.reader.window(title) and first)
+        tree = wait_for(f"{title} at rest",
+                        lambda: (seen := self.reader.window(title)) == self.reader.window(title) and seen)
         self.assertGreater(sum(node.role in CONTROLS for node in nodes(tree)), 1, name)
         picture = self.desktop.picture(f"window-{self.NAME}-{name}", window.id)
         self.found += [f"{name}: {fault}" for fault in faults(tree, picture, self.LOOK.get("scale", 1))]
@@ -132,9 +126,9 @@ class Places(DesktopCase):
         themes.choose(self.desktop, points=6)
         self.start_reading("Clip")
         for above in (True, False, True):
-            wait_for(f"above the others: {above}", lambda: self.state(self.desktop.window("Quillbox"), "ABOVE") == above)
+            wait_for("the menu's word", lambda: self.state(self.desktop.window("Quillbox"), "ABOVE") == above)
             self.open_from_menu("a")
-        x, _, width, height = self.desktop.place(self.titled("Quillbox"))
+        x, _, width, height = self.place()
         self.assertLess(abs(x + width / 2 - 640), 30, "centred at first")
         kept = self.move(100, 120)
         self.reader.tab_to("Minimize Quillbox")
@@ -149,28 +143,20 @@ class Places(DesktopCase):
         self.stands(kept)
         dragged = self.move(200, 80)
         self.desktop.key(*["ctrl+Tab"] * PAGES.index("Timer"))
-        wait_for("more room", lambda: self.desktop.place(self.titled("Quillbox"))[3] > height)
-        self.stands(dragged)
+        wait_for("more room", lambda: self.place()[3] > height)
         self.next_copy_is_taken()
         self.stands(dragged)
 
+    def place(self):
+        return self.desktop.place(self.titled("Quillbox"))
+
     def move(self, x, y):
-        before = self.desktop.place(self.titled("Quillbox"))[:2]
+        before = self.place()[:2]
         self.desktop.xdotool("windowmove", "--sync", self.titled("Quillbox").id, x, y)
-        return wait_for("the move", lambda: (place := self.desktop.place(self.titled("Quillbox"))[:2]) != before and place)
+        return wait_for("the move", lambda: (place := self.place()[:2]) != before and place)
 
     def stands(self, place):
-        wait_for(f"the window at {place}", lambda: self.desktop.place(self.titled("Quillbox"))[:2] == place)
-
-
-class FirstStart(DesktopCase):
-    SETTINGS = None
-
-    def test_start_help_stands_before_the_main_window(self):
-        self.desktop.start_program()
-        order = [self.titled(title).id for title in ("Quillbox", HELP)]
-        wait_for("the help in front", lambda: order == [
-            each for each in self.desktop.property(self.desktop.root, "_NET_CLIENT_LIST_STACKING") if each in order])
+        wait_for(f"the window at {place}", lambda: self.place()[:2] == place)
 
 
 class Tips(DesktopCase):
@@ -184,8 +170,8 @@ class Tips(DesktopCase):
 
     def test_settings_at_the_edges(self):
         for (name, (left, top, width, height)), output in zip(self.MONITORS.items(), ("screen", "none")):
-            self.desktop.start("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{left}+{top}",
-                               output).wait(60)
+            size = f"{width}/{width // 4}x{height}/{height // 4}"
+            self.desktop.run("xrandr", "--setmonitor", name, f"{size}+{left}+{top}", output)
         self.start_reading("Clip")
         self.open_from_menu("s")
         window = self.titled(SETTINGS)
@@ -193,7 +179,7 @@ class Tips(DesktopCase):
             with self.subTest(monitor=monitor, edge=edge):
                 self.desktop.xdotool("mousemove", 640, 10, "windowmove", "--sync", window.id, *place)
                 wait_for("no tip", lambda: not self.desktop.tip())
-                wait_for("its own word of the move", lambda: self.reader.window(SETTINGS).place == self.desktop.place(window))
+                wait_for("its own word", lambda: self.reader.window(SETTINGS).place == self.desktop.place(window))
                 x, y, wide, high = self.find(SETTINGS, role="check box").place
                 area = self.MONITORS[monitor]
                 at = (max(x, area[0]) + 5 if edge == "left" else min(x + wide, area[0] + area[2]) - 5, y + high // 2)
@@ -201,7 +187,3 @@ class Tips(DesktopCase):
                 self.assertGreater(tip[3], 40, "a tip of several lines")
                 self.assertTrue(holds(area, tip), f"{tip} in {area}")
                 self.assertFalse(holds(tip, (*at, 1, 1)), "the tip covers what it is about")
-
-
-if __name__ == "__main__":
-    unittest.main()
