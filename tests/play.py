@@ -2,9 +2,8 @@
 """Plays the rules of the program on one of its bodies, quillbox-console or quillbox-window:  play.py BODY FILE...
 
   # comment                       a whole line; a line that ends in ; goes on in the next
-  use words                       the def and look lines of that file, beside this one
-  def copy text: clip.set $text ; advance 250   a short form; its last parameter takes all words that are left
-  look time = Text16 Text17       one name for several things to look at
+  def copy text: clip.set $text ; advance 250   a short form of steps; its last parameter takes all words that are left
+  def time: Text16 Text17         a short form of what is looked at; `words`, beside the file, has those of all files
   == Title                        a case, in a world of its own; [console] at the title's end: on that body alone
   copy A ; ! click Command101     steps: requests of the console, with blanks; behind ! one that must be refused
   X Y = a b                       what is seen of X and Y, with a blank between, is "a b"
@@ -52,9 +51,10 @@ import datafiles  # noqa: E402
 QUOTED = r'"(?:[^"\\]|\\.)*"'
 WORD = re.compile(rf'(?:\\.|{QUOTED}|[^\s"\\])+')
 CELL = re.compile(rf'(?:\\.|{QUOTED}|[^\s"\\]|(?<=\S) (?=\S))+')
-ON_CONTROLS = set("combination click dblclick focus settext type key select dblrow check spin scroll choose tab drop dropother "
-                  "drag tip settip get".split())
-OF_FORMS = set("Visible WindowState Left Top Topmost Loaded Caption".split())
+ON_CONTROLS = set("combination click dblclick focus settext type key select dblrow check spin scroll choose tab drop "
+                  "dropother drag tip settip get".split())
+REQUESTS = {"running", "keys", "sounds", "globalkey", "drag"}  # whose answer is what can be looked at
+OF_FORMS = {"Visible", "WindowState", "Left", "Top", "Topmost", "Loaded", "Caption"}
 # What a control is looked at for, if it is no caption.
 SHOWN = {"List": "List", "Text": "Text", "FindClip": "Text", "FindPad": "Text", "SSTab": "Tab", "Check": "Value",
          "Option": "Value", "VScroll": "Value"}
@@ -69,15 +69,13 @@ KEYS = {caption: f"Command{number}" for number, caption in {
 ENTRIES = {"clips": ("clip.set {0}", "advance 250"), "tasks": ("settext Text1 {0}", "click Command2"),
            "pads": ("settext Text3 {0}", "settext Text101 {1}", "click Command101")}
 
-# A case's lines, each with its number: steps, or the rows of a table of a kind, `for` or `anew`.
+# A case's lines, each with its number: steps, or a table of a kind, `for` or `anew`, and its rows.
 Item = collections.namedtuple("Item", "number kind columns template rows")
 
 
 def unquote(word):
     """A word as it goes to the body: without quotes, but with its escapes."""
-    if '"' in word:
-        word = re.sub(rf'\\.|{QUOTED}', lambda part: part[0][1:-1].replace('\\"', '"') if part[0][0] == '"' else
-                      '"' if part[0] == '\\"' else part[0], word)
+    word = re.sub(rf'(\\.)|{QUOTED}', lambda part: (part[1] or part[0][1:-1]).replace('\\"', '"'), word)
     return re.sub(r"<([^<>*]+)\*(\d+)>", lambda part: part[1] * int(part[2]), word)
 
 
@@ -86,7 +84,7 @@ def steps_of(text):
     steps = [[]]
     for word in WORD.findall(text):
         steps[-1].append(word) if word != ";" else steps.append([])
-    return [step for step in steps if step]
+    return filter(None, steps)
 
 
 def fill(template, values):
@@ -153,14 +151,13 @@ class World:
         return self.folder / (folder or "user") / FILES.get(file, file)
 
     def step(self, name, *words):
-        if name in ENTRIES:
-            words = list(numbered(words))
-            entries = words if len(words) != 1 else words[0]
-            for entry in entries if name == "tasks" else reversed(entries):
-                for request in ENTRIES[name]:
-                    self.do(*(word.format(entry, entry.upper()) for word in request.split()))
-        else:
-            getattr(self, name)(*words)
+        if name not in ENTRIES:
+            return getattr(self, name)(*words)
+        words = list(numbered(words))
+        entries = words if len(words) != 1 else words[0]
+        for entry in entries if name == "tasks" else reversed(entries):
+            for request in ENTRIES[name]:
+                self.do(*(word.format(entry, entry.upper()) for word in request.split()))
 
     def seen(self):
         for what in ("writes:PAD", "writes:CLIP", "writes:TODO", "clip.writes", "boxes", "keys", "sounds"):
@@ -190,7 +187,7 @@ class World:
     def press(self, *keys):
         for key in keys:
             for each in [key] if key in KEYS else key:
-                self.do("click", KEYS.get(each, "no such key"))
+                self.do("click", KEYS[each])
 
     def page(self, items, label, lines, shown, *rest):
         rows, marks = self.get(items, "List"), self.get(items, "Selected")
@@ -212,11 +209,12 @@ class World:
 
     def pads(self):
         slots, clip = self.do("slots", "PadEntries"), self.do("clip.get")
-        (name,), (text,), (button,) = (self.named(field) for field in ("Text3", "Text101", "Command101"))
+        (name,), (text,), (button,) = map(self.named, ("Text3", "Text101", "Command101"))
         if any(slots[int(self.get("List1", "ListCount")[0]):]):
             raise Failure("there are slots without a row")
-        return self.page("List1", "Label13", ["Line6", "Line7"], lambda row, name: name +
-                         f"({slots[row]})" * (slots[row] != name.upper()), f"{name}={text} {button}", *filter(None, clip))
+        return self.page("List1", "Label13", ["Line6", "Line7"],
+                         lambda row, name: name + f"({slots[row]})" * (slots[row] != name.upper()),
+                         f"{name}={text} {button}", *filter(None, clip))
 
     def tasks(self):
         return self.page("List3", "Label12", ["Line11", "Line12"], lambda _, text: text,
@@ -233,19 +231,19 @@ class World:
         self.texts = values[2::3] or self.texts
         return list(zip(values[0::3], values[1::3], values[2::3]))
 
-    def entries(self, name):
+    def file(self, name):
         found, kind = datafiles.entries(self.path(name)), name.rpartition("/")[2]
         if found is None:
-            return ["not whole:", self.content(name)]
+            return ["not whole:", *self.bytes(name)]
         pairs = [text.partition("\r\n")[::2] for text in found]
         return {"CLIP": [text or "_" for text in found], "PAD": ["=".join(pair) for pair in pairs],
                 "TODO": [text + {"True": "*", "False": ""}.get(mark, f"({mark})") for mark, text in pairs]}[kind]
 
-    def content(self, name):
+    def bytes(self, name):
         path = self.path(name)
-        return path.read_bytes().decode("latin-1") if path.is_file() else "(missing)"
+        return [path.read_bytes().decode("latin-1") if path.is_file() else "(missing)"]
 
-    def registry(self, name):
+    def reg(self, name):
         hive, *keys = name.split("\\")
         section, _, value = name.rpartition(".")
         where = [hive, "\\".join(keys[:-1]), keys[-1]] if keys else ["HKCU", STORED + (section or "Intern"), value]
@@ -270,60 +268,62 @@ class World:
 
     def see(self, what):
         head, _, rest = what.partition(":")
+        if head in REQUESTS:
+            return self.do(*what.split(":"))
         plain = {"clips": self.clips, "pads": self.pads, "tasks": self.tasks, "said": lambda: self.texts,
                  "boxes": lambda: [part for box in self.boxes() for part in box[:2]],
                  "meanwhile": lambda: [line.replace("ok\t", "").replace("\t", " ") for line in self.do("during")],
                  "icon": lambda: [self.do("tray")[1] if self.do("tray")[0] == "1" else "none"],
                  "tip": lambda: self.do("tray")[2:], "menu": lambda: self.do("menu")[0::3],
-                 "clip": lambda: self.do("clip.get"), "clip.writes": lambda: self.since(what, *self.do(what)),
-                 **{each: lambda: self.do(what) for each in ("running", "keys", "sounds", "globalkey")}}
-        of = {"len": lambda: [str(len("".join(self.see(rest))))], "count": lambda: [str(len(self.see(rest)))],
-              "tip": lambda: self.do("tip", *rest.split(":")), "drag": lambda: self.do("drag", rest),
-              "file": lambda: self.entries(rest), "bytes": lambda: [self.content(rest)],
-              "reg": lambda: self.registry(rest),
-              "writes": lambda: self.since(what, *self.do("writes", self.path(rest).name)),
-              "slots": lambda: "\0".join(self.do("slots", rest)).rstrip("\0").split("\0")}
-        return (of if rest else plain).get(head, lambda: self.named(what))()
+                 "clip": lambda: self.do("clip.get"), "clip.writes": lambda: self.since(what, *self.do(what))}
+        of = {"file": self.file, "bytes": self.bytes, "reg": self.reg, "tip": lambda _: self.do(*what.split(":")),
+              "len": lambda of: [str(len("".join(self.see(of))))], "count": lambda of: [str(len(self.see(of)))],
+              "writes": lambda of: self.since(what, *self.do("writes", self.path(of).name)),
+              "slots": lambda of: "\0".join(self.do("slots", of)).rstrip("\0").split("\0")}
+        return of[head](rest) if rest else plain[head]() if head in plain else self.named(head)
 
 
 class Rules:
     """The cases of a file, played one after the other."""
 
     def __init__(self, path, world):
-        self.path, self.world, self.defs, self.looks = path, world, {}, {}
+        self.path, self.world, self.defs = path, world, {}
         self.cases = self.checks = self.failures = 0
+        self.read(path.with_name("words"))
+
+    @staticmethod
+    def lines(path):
+        """The lines with their numbers: a comment is none, and those that belong together are one."""
+        held = ""
+        for number, line in enumerate(path.read_text("utf-8").splitlines(), 1):
+            if line.strip() and not line.lstrip().startswith("#"):
+                first, held = (first, f"{held} {line.strip()}") if held else (number, line)
+                if held[0] == " " or not held.endswith(" ;"):
+                    yield first, held
+                    held = ""
 
     def read(self, path):
         """Cases as (line, title, items)."""
-        cases, held = [], ""
-        for number, line in enumerate(path.read_text("utf-8").splitlines(), 1):
-            if not line.strip() or line.lstrip().startswith("#"):
-                continue
-            first, held = (first, f"{held} {line.strip()}") if held else (number, line)
-            if held.endswith(" ;") and held[0] != " ":
-                continue
-            line, held = held, ""
+        cases = []
+        for number, line in self.lines(path):
             word, _, rest = line.partition(" ")
             names, _, template = rest.partition(":")
-            if word == "use":
-                self.read(path.parent / rest)
-            elif word == "def":
-                self.defs[names.split()[0]] = names.split()[1:], template
-            elif word == "look":
-                self.looks[rest.split()[0]] = WORD.findall(rest)[2:]
+            if word == "def":
+                name, *parameters = names.split()
+                self.defs[name] = parameters, template
             elif word == "==":
-                cases.append((first, rest, []))
+                cases.append((number, rest, []))
             elif word == "":
-                cases[-1][2][-1].rows.append((first, CELL.findall(line)))
+                cases[-1][2][-1].rows.append((number, CELL.findall(line)))
             else:
                 table = (word, names.split(), template) if word in ("for", "anew") else ("steps", [], line)
-                cases[-1][2].append(Item(first, *table, []))
+                cases[-1][2].append(Item(number, *table, []))
         return cases
 
     def expanded(self, words):
         """A step as the steps that it stands for."""
-        if words[0] not in self.defs:
-            return [words]
+        if words[0] not in self.defs or "=" in words and not self.defs[words[0]][0]:
+            return [words]  # of what is seen, each name is expanded alone
         names, template = self.defs[words[0]]
         if len(words) < len(names) or len(words) > 1 and not names:
             raise Failure(f"{words[0]} wants {len(names)} words")
@@ -331,7 +331,7 @@ class Rules:
         return [each for step in steps_of(fill(template, dict(zip(names, given)))) for each in self.expanded(step)]
 
     def look(self, names, wanted):
-        names = [each for name in names for each in self.looks.get(name, [name])]
+        names = [each for name in names for words in self.expanded([name]) for each in words]
         seen = " ".join(value for name in names for value in self.world.see(unescape(unquote(name))))
         wanted = unescape(" ".join(map(unquote, wanted)))
         self.checks += 1
@@ -361,7 +361,7 @@ class Rules:
             for step in steps_of(fill(template, values)):
                 for words in self.expanded(step):
                     self.step(words)
-        except (Failure, OSError, TypeError) as failure:
+        except (Failure, OSError, TypeError, KeyError) as failure:
             raise Failure(f"{number}: {failure}") from None
 
     def attempt(self, number, play, *arguments):
