@@ -3,7 +3,6 @@
 #include <iostream>
 #include <utility>
 
-#include "base/Utf8.h"
 #include "console/Verbs.h"
 
 namespace quillbox {
@@ -19,7 +18,7 @@ class Scene {
     AddStateVerbs(verbs_, session_);
     verbs_.Add("during", 0, VerbTable::kAnyNumber, [this](In in, Out out) { Wait(in, out); });
     // The world goes when its own verb is done with.
-    verbs_.Add("anew", 0, [this](In, Out) {
+    verbs_.Add("anew", [this] {
       if (depth_ > 1) throw ConsoleError("not within another request");
       isOver_ = true;
     });
@@ -40,13 +39,8 @@ class Scene {
     --depth_;
     session_.Settle();
     // Within another request the screen is still at work.
-    if (depth_ > 0 || isOver_) return answer;
-    const std::vector<Difference> found = session_.Rest();
-    if (found.empty()) return answer;
-    // Whatever the request's own would have been.
-    const Difference& first = found.front();
-    return "error\tmirror\t" + first.control + '\t' + first.property + '\t' + Escape(first.is) + '\t' +
-           Escape(first.shouldBe);
+    const std::string differs = depth_ > 0 || isOver_ ? "" : session_.Rest();
+    return differs.empty() ? answer : differs;
   }
   // Another world takes its place.
   bool IsOver() const { return isOver_; }
@@ -72,7 +66,7 @@ class Scene {
   }
 
   Session session_;
-  VerbTable verbs_;
+  VerbTable verbs_{session_};
   Lines forBox_, forKeys_, answers_;
   int depth_ = 0;  // of requests within one another
   bool isOver_ = false;

@@ -11,6 +11,7 @@ int main(int, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication application(one, argv);
   quillbox::UseReadableStyle();
-  quillbox::ServeConsole(quillbox::MakeWindowPerson);
+  quillbox::ServeConsole(
+      [](auto&... program) { return std::make_unique<quillbox::WindowPerson>(program...); });
   return 0;
 }
