@@ -33,6 +33,7 @@ class Portal(BusService):
         self.closes_after = closes_after  # so many keys, as when the person ends the session
         self.calls = []  # what was asked, in order, without the keys
         self.keys = []  # (keysym, pressed)
+        self.pressing = []
         self.tokens = 0
         self.session = None
         self.registered = 0
@@ -46,7 +47,11 @@ class Portal(BusService):
     def _called(self, _bus, sender, path, _interface, method, arguments, invocation):
         values = arguments.unpack()
         if method == "NotifyKeyboardKeysym":
-            self._key(values, invocation)
+            # Several threads take the calls of a moment, in any order.
+            self.pressing.append((values, invocation))
+            later = GLib.idle_source_new()
+            later.set_callback(self._keys)
+            later.attach(self.context)
             return
         options = values[-1] if values else {}
         self.sender = sender
@@ -85,6 +90,10 @@ class Portal(BusService):
         """The person presses the key that was bound."""
         self.bus.emit_signal(self.sender, PATH, "org.freedesktop.portal.GlobalShortcuts", "Activated", GLib.Variant(
             "(osta{sv})", (self.session, self.shortcuts[0][0], 1, {})))
+
+    def _keys(self, _data):
+        while self.pressing:
+            self._key(*self.pressing.pop())
 
     def _key(self, values, invocation):
         if values[0] != self.session:

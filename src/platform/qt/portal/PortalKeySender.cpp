@@ -50,7 +50,11 @@ void PortalKeySender::Run(const std::function<std::vector<KeyStroke>()>& strokes
   struct Ending {
     PortalKeySender& sender;
     ~Ending() {
-      sender.Hold(0);
+      try {
+        sender.Hold(0);
+      } catch (const RuntimeError& error) {
+        Swallow(error);
+      }
       if (sender.tokenGiven_) sender.session_.Close();
     }
   } ending{*this};
@@ -62,15 +66,14 @@ void PortalKeySender::Run(const std::function<std::vector<KeyStroke>()>& strokes
     Type(strokes[i]);
     if (i + 1 == strokes.size() || !pace.WaitsBetween(strokes[i], strokes[i + 1])) continue;
     if (!HoldsCommand(strokes[i + 1])) Hold(0);
-    session_.Sync();
     options_.pause(pace.Wait());
     WaitForTarget();
   }
   Hold(0);
-  session_.Sync();
 }
 
 void PortalKeySender::Open() {
+  down_ = 0;
   const std::string token = session_.Open(token_.Read());
   tokenGiven_ = !token.empty();
   // One that isn't replaced is used up.
@@ -100,8 +103,8 @@ void PortalKeySender::Hold(std::uint8_t modifiers) {
   for (const bool press : {false, true}) {
     for (const ModifierKey& key : kModifierKeys) {
       if (((modifiers & key.modifier) != 0) != press || ((down_ & key.modifier) != 0) == press) continue;
-      session_.Key(key.keysym, press);
       down_ = static_cast<std::uint8_t>(down_ ^ key.modifier);
+      session_.Key(key.keysym, press);
     }
   }
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/portal/PortalSession.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -130,28 +131,18 @@ void PortalSession::Close() {
   bus_.call(QDBusMessage::createMethodCall(kService, handle_.path(), kSession, QStringLiteral("Close")),
             QDBus::NoBlock);
   handle_ = {};
-  lastKey_.reset();
 }
 
 void PortalSession::Key(int keysym, bool press) {
+  if (wasClosed_) Fail(kWithdrawn);
   if (!IsOpen()) return;
   QDBusMessage call =
       QDBusMessage::createMethodCall(kService, kPath, kRemoteDesktop, QStringLiteral("NotifyKeyboardKeysym"));
   call << QVariant::fromValue(handle_) << QVariantMap() << keysym << uint{press};
-  lastKey_ = bus_.asyncCall(call, kLongestAnswer);
-}
-
-void PortalSession::Sync() {
-  if (wasClosed_) Fail(kWithdrawn);
-  if (!lastKey_) return;
-  QDBusPendingCallWatcher watcher(*lastKey_);
-  connect(&watcher, &QDBusPendingCallWatcher::finished, this, [this] {
-    if (wake_) wake_();
-  });
-  WaitFor([&] { return watcher.isFinished(); }, kLongestAnswer);
+  const QDBusMessage answer = Call(call, kLongestAnswer);
   // The refusal of a key that came too late may be seen before the word that the session was closed.
-  if (wasClosed_ || watcher.error().type() == QDBusError::AccessDenied) Fail(kWithdrawn);
-  if (watcher.isError()) Fail("The desktop's portal doesn't take the keys.");
+  if (wasClosed_ || QDBusError(answer).type() == QDBusError::AccessDenied) Fail(kWithdrawn);
+  if (answer.type() != QDBusMessage::ReplyMessage) Fail("The desktop's portal doesn't take the keys.");
 }
 
 void PortalSession::OnClosed() {

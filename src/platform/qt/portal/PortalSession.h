@@ -3,11 +3,9 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusPendingCall>
 #include <QObject>
 #include <QVariantMap>
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace quillbox {
@@ -33,10 +31,9 @@ class PortalSession : public QObject {
   bool IsOpen() const { return !handle_.path().isEmpty(); }
   void Close();
 
-  // Sends the press or the release of a key, in order and without waiting; nothing if the session isn't open.
+  // Presses or releases a key; nothing if the session isn't open. Waits, at most 5 s, until the desktop has
+  // taken it in: calls that don't wait for each other may overtake each other in the portal.
   void Key(int keysym, bool press);
-  // Waits until the desktop has taken in all keys, at most 5 s.
-  void Sync();
 
  private Q_SLOTS:
   void OnClosed();
@@ -52,7 +49,6 @@ class PortalSession : public QObject {
   QDBusConnection bus_;
   QDBusObjectPath handle_;  // empty while no session is open
   bool wasClosed_ = false;  // by the desktop
-  std::optional<QDBusPendingCall> lastKey_;
   std::function<void()> wake_;
   int requests_ = 0;
 };
