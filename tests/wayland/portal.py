@@ -28,8 +28,9 @@ INTERFACES = """
 class Portal(BusService):
     """What a person says is in `allows`."""
 
-    def __init__(self, address, allows=True, closes_after=None):
+    def __init__(self, address, allows=True, closes_after=None, plasma=None):
         self.allows = allows
+        self.plasma = plasma  # the version of Plasma, whose keys are taken in ways of its own
         self.closes_after = closes_after  # so many keys, as when the person ends the session
         self.calls = []  # what was asked, in order, without the keys
         self.keys = []  # (keysym, pressed)
@@ -71,7 +72,8 @@ class Portal(BusService):
     def CreateSession(self, sender, options):
         self.session = f"{PATH}/session/{sender[1:].replace('.', '_')}/{options['session_handle_token']}"
         self.registered = self.bus.register_object(self.session, self.ended, self._called, None, None)
-        return 0, {"session_handle": GLib.Variant("s", self.session)}
+        self.shortcuts = options.get("shortcuts", [])
+        return 0, {"session_handle": GLib.Variant("s", self.session), **(self._taken() if self.plasma == 5 else {})}
 
     def SelectDevices(self, _sender, _options):
         return 0, {}
@@ -83,7 +85,10 @@ class Portal(BusService):
         return 0, {"devices": GLib.Variant("u", 1), "restore_token": GLib.Variant("s", f"token {self.tokens}")}
 
     def BindShortcuts(self, _sender, _options):
-        return (0 if self.allows else 1), {"shortcuts": GLib.Variant("a(sa{sv})", [
+        return (0 if self.allows else 1), {} if self.plasma == 6 else self._taken()
+
+    def _taken(self):
+        return {"shortcuts": GLib.Variant("a(sa{sv})", [
             (name, {"trigger_description": GLib.Variant("s", "the key")}) for name, _ in self.shortcuts])}
 
     def press(self):

@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QList>
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -38,7 +39,7 @@ static const QDBusArgument& operator>>(const QDBusArgument& from, PortalShortcut
 namespace {
 
 const QString kShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-const QString kId = QStringLiteral("find");
+const QString kListed = QStringLiteral("shortcuts");
 
 // As desktops tell each other shortcuts: CTRL+ALT+v, with the names of keysyms.
 QString Trigger(const KeyCombination& key) {
@@ -55,13 +56,26 @@ QString Trigger(const KeyCombination& key) {
   return trigger + QLatin1String(name.data());
 }
 
-// Whether the desktop has given the shortcut a key.
-bool IsBound(const QVariantMap& results) {
-  const auto shortcuts = qdbus_cast<QList<PortalShortcut>>(results.value(QStringLiteral("shortcuts")));
-  for (const PortalShortcut& each : shortcuts) {
-    if (each.id == kId) return true;
-  }
-  return false;
+// The key as part of a name. Desktops keep a shortcut, with the key that it was first given, by its id, or by
+// the token of its session where they don't know the program's name: another key needs other names.
+QString NamedBy(const KeyCombination& key) {
+  return Trigger(key).replace(QLatin1Char('+'), QLatin1Char('_'));
+}
+
+QString IdOf(const KeyCombination& key) { return QStringLiteral("find_") + NamedBy(key); }
+
+QVariant ShortcutsFor(const KeyCombination& key) {
+  return QVariant::fromValue(
+      QList<PortalShortcut>{{IdOf(key),
+                             {{QStringLiteral("description"), QStringLiteral("Find an entry in Quillbox")},
+                              {QStringLiteral("preferred_trigger"), Trigger(key)}}}});
+}
+
+// Whether the shortcut is among those that the desktop says to have taken.
+bool Lists(const QVariantMap& results, const QString& id) {
+  const auto shortcuts = qdbus_cast<QList<PortalShortcut>>(results.value(kListed));
+  return std::any_of(shortcuts.begin(), shortcuts.end(),
+                     [&](const PortalShortcut& each) { return each.id == id; });
 }
 
 }  // namespace
@@ -78,20 +92,48 @@ KeyBinding PortalGlobalKey::Bind(const KeyCombination& key) {
     qDBusRegisterMetaType<QList<PortalShortcut>>();
     portal_.setConnection(bus_);
     portal_.addWatchedService(portal::kService);
-    connect(&portal_, &QDBusServiceWatcher::serviceRegistered, this, [this] { Begin(); });
-    connect(&portal_, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
-      if (!wanted_) return;
-      CloseSession();
-      Settle(KeyBinding::Impossible);
-    });
+    connect(&portal_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) { Follow(owner); });
   }
   wanted_ = key;
-  Begin();
+  Start();
   return KeyBinding::Pending;
+}
+
+// A call that starts the portal would be answered by one whose name nobody had when we began to listen.
+void PortalGlobalKey::Start() {
+  AskBus("StartServiceByName", {portal::kService, uint{0}}, [this](const QDBusMessage&) {
+    AskBus("GetNameOwner", {portal::kService}, [this](const QDBusMessage& owner) {
+      if (owner.type() != QDBusMessage::ReplyMessage) return Settle(KeyBinding::Impossible);
+      Follow(owner.arguments().value(0).toString());
+    });
+  });
+}
+
+void PortalGlobalKey::AskBus(const char* method, const QVariantList& arguments,
+                             const std::function<void(const QDBusMessage&)>& answered) {
+  const QString bus = QStringLiteral("org.freedesktop.DBus");
+  QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                                     QLatin1String(method));
+  call.setArguments(arguments);
+  starting_.reset(new QDBusPendingCallWatcher(bus_.asyncCall(call)));
+  connect(starting_.get(), &QDBusPendingCallWatcher::finished, this,
+          [answered](QDBusPendingCallWatcher* reply) { answered(reply->reply()); });
+}
+
+// The answer to Start and the watcher's word may come in any order.
+void PortalGlobalKey::Follow(const QString& owner) {
+  if (!wanted_ || owner == owner_) return;
+  starting_.reset();
+  owner_ = owner;
+  CloseSession();
+  owner.isEmpty() ? Settle(KeyBinding::Impossible) : Begin();
 }
 
 void PortalGlobalKey::Release() {
   wanted_.reset();
+  starting_.reset();
+  owner_.clear();
   request_.reset();
   CloseSession();
 }
@@ -105,9 +147,10 @@ void PortalGlobalKey::Ask(const char* method, const QVariantList& arguments, con
 }
 
 void PortalGlobalKey::Begin() {
-  if (!wanted_) return;
-  CloseSession();
-  Ask("CreateSession", {}, {{QStringLiteral("session_handle_token"), NewToken()}},
+  // Plasma 5 wants the shortcuts here; others pass over them.
+  Ask("CreateSession", {},
+      {{QStringLiteral("session_handle_token"), QStringLiteral("quillbox_") + NamedBy(*wanted_)},
+       {kListed, ShortcutsFor(*wanted_)}},
       [this](std::optional<uint> code, const QVariantMap& results) {
         if (code == portal::kGranted) return BindIn(results);
         Settle(code ? KeyBinding::Refused : KeyBinding::Impossible);
@@ -122,13 +165,13 @@ void PortalGlobalKey::BindIn(const QVariantMap& created) {
   // Anew with each session: a connection that was made while nobody had the portal's name brings nothing.
   bus_.connect(portal::kService, portal::kPath, kShortcuts, QStringLiteral("Activated"), this,
                SLOT(OnActivated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
-  const QList<PortalShortcut> shortcuts{
-      {kId,
-       {{QStringLiteral("description"), QStringLiteral("Find an entry in Quillbox")},
-        {QStringLiteral("preferred_trigger"), Trigger(*wanted_)}}}};
-  Ask("BindShortcuts", {QVariant::fromValue(session_), QVariant::fromValue(shortcuts), QString()}, {},
+  // Plasma 5 has them now; there the next call only opens the desktop's settings.
+  if (Lists(created, IdOf(*wanted_))) return Settle(KeyBinding::Bound);
+  Ask("BindShortcuts", {QVariant::fromValue(session_), ShortcutsFor(*wanted_), QString()}, {},
       [this](std::optional<uint> code, const QVariantMap& results) {
-        const bool bound = code == portal::kGranted && IsBound(results);
+        // Plasma 6 lists nothing when the person has just agreed.
+        const bool bound =
+            code == portal::kGranted && (!results.contains(kListed) || Lists(results, IdOf(*wanted_)));
         if (!bound) CloseSession();
         Settle(bound ? KeyBinding::Bound : KeyBinding::Refused);
       });
@@ -155,7 +198,7 @@ void PortalGlobalKey::CloseSession() {
 
 void PortalGlobalKey::OnActivated(const QDBusObjectPath& session, const QString& id, qulonglong,
                                   const QVariantMap& options) {
-  if (session.path() != session_.path() || id != kId) return;
+  if (session.path() != session_.path() || !wanted_ || id != IdOf(*wanted_)) return;
   // The right to come to the front, for whichever window comes up now: Qt takes it from there.
   const QString token = options.value(QStringLiteral("activation_token")).toString();
   if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());

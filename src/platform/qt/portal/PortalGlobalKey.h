@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -18,7 +20,7 @@ namespace quillbox {
 // it wants to, and may give another key than was asked for. A portal that comes later than we do, or comes
 // back, is asked then.
 //
-//   Bind -> session is made -> key is bound -> Bound; each Activated is a press
+//   Bind -> portal is started -> session is made -> key is bound -> Bound; each Activated is a press
 //             |  no portal        |  no        |  session closed, portal gone
 //          Impossible          Refused      Refused, Impossible       a portal comes: from the start
 class PortalGlobalKey : public QObject, public GlobalKey {
@@ -44,8 +46,16 @@ class PortalGlobalKey : public QObject, public GlobalKey {
       request->Forget();
       request->deleteLater();
     }
+    void operator()(QDBusPendingCallWatcher* call) const {
+      call->disconnect();
+      call->deleteLater();
+    }
   };
 
+  void Start();
+  void AskBus(const char* method, const QVariantList& arguments,
+              const std::function<void(const QDBusMessage&)>& answered);
+  void Follow(const QString& owner);
   void Begin();
   void BindIn(const QVariantMap& created);
   void Ask(const char* method, const QVariantList& arguments, const QVariantMap& options,
@@ -56,7 +66,9 @@ class PortalGlobalKey : public QObject, public GlobalKey {
 
   QDBusConnection bus_;
   QDBusServiceWatcher portal_;
+  QString owner_;  // who has the portal's name, as far as we have followed
   std::optional<KeyCombination> wanted_;
+  std::unique_ptr<QDBusPendingCallWatcher, Drop> starting_;
   std::unique_ptr<PortalRequest, Drop> request_;
   QDBusObjectPath session_;  // empty while there is none
   int tokens_ = 0;
