@@ -40,7 +40,8 @@ void SaveAtLastWords(QtMsgType type, const QMessageLogContext& context, const QS
 int main(int argc, char** argv) {
   // Freed memory goes back to the system: the program runs for months beside everything else.
   mallopt(M_TRIM_THRESHOLD, 128 * 1024);
-  mallopt(M_MMAP_THRESHOLD, 64 * 1024);
+  // Between the rows of a list, which last, no room stays of the long texts that pass through.
+  mallopt(M_MMAP_THRESHOLD, 32 * 1024);
   // Texts and menus need no graphics driver.
   if (!std::getenv("QT_XCB_GL_INTEGRATION")) setenv("QT_XCB_GL_INTEGRATION", "none", 0);
   quillbox::EndingSignals signals;

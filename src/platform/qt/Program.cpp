@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QSessionManager>
-#include <QTimer>
 
 #include "base/Utf8.h"
 #include "platform/qt/SessionPorts.h"
@@ -16,7 +15,6 @@ namespace {
 
 // A start on a slow clipboard doesn't wait longer to know whether there is a text on it.
 constexpr int kSettleMilliseconds = 300;
-constexpr int kPrepareMilliseconds = 500;
 // An end is not held up longer by whoever shall keep the clipboard's text.
 constexpr int kHandOverMilliseconds = 1000;
 
@@ -71,8 +69,7 @@ bool Program::Start() {
     FillHostMenu();
     return hostMenu_->Menu();
   };
-  TrayMenuView& menu = windows_.MenuFor(frmTray_->menu.mnuBase);
-  menu.RightPressBeside = [this](const QPoint& place) { trayIcon_.RightPressAt(place); };
+  windows_.RightPressBesideMenu = [this](const QPoint& place) { trayIcon_.RightPressAt(place); };
   frmTray_->Ended = [this] {
     messageBoxes_.CloseAll();
     QApplication::exit(0);
@@ -84,10 +81,6 @@ bool Program::Start() {
   keySender_->Recover();
   // Nobody is locked out: without a tray the start shows the window.
   if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
-  // When all is there and nobody waits any more.
-  QTimer::singleShot(kPrepareMilliseconds, menu.Menu(), [this, &menu] {
-    if (!hostMenu_) menu.Prepare();
-  });
   return true;
 }
 

@@ -32,7 +32,10 @@ bool QtWindows::IsForeground(const Form& form) {
 }
 
 TrayMenuView& QtWindows::MenuFor(MenuItem& root) {
-  if (!menu_) menu_ = std::make_unique<TrayMenuView>(dispatcher_, root);
+  if (!menu_) {
+    menu_ = std::make_unique<TrayMenuView>(dispatcher_, root);
+    menu_->RightPressBeside = RightPressBesideMenu;
+  }
   return *menu_;
 }
 

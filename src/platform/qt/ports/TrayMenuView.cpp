@@ -103,13 +103,6 @@ void TrayMenuView::Follow(bool forHost) {
   }
 }
 
-void TrayMenuView::Prepare() {
-  Follow(false);
-  menu_->ensurePolished();
-  menu_->winId();
-  menu_->sizeHint();
-}
-
 void TrayMenuView::OpenAt(const QPoint& place) {
   Follow(false);
   menu_->popup(place);

@@ -19,8 +19,6 @@ class TrayMenuView {
   // Takes over captions, visibility and check marks.
   void Follow(bool forHost);
   void OpenAt(const QPoint& place);
-  // What the first opening would have to wait for: style, fonts, the window, the layout.
-  void Prepare();
   QMenu* Menu() const { return menu_.get(); }
   // A press of the right button beside the open menu has closed it, at this place of the screen. The press
   // reaches nobody else: an open menu takes the whole mouse.
