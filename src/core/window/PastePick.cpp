@@ -4,7 +4,6 @@
 #include <array>
 
 #include "base/Utf8.h"
-#include "core/settings/Limits.h"
 
 namespace quillbox {
 
@@ -72,7 +71,7 @@ void PastePick::Picked(const SharedText& text) {
 
 bool PastePick::Holds(const SharedText& text) {
   bool holds = false;
-  IgnoreFailure([&] { holds = text.Is(CutTo(clipboard_.Read(), limits::kEntryLength)); });
+  IgnoreFailure([&] { holds = text.Is(clipboard_.Read()); });
   if (!holds) Trace({"paste: nothing, the clipboard holds another text by now"});
   return holds;
 }
