@@ -1,12 +1,16 @@
 // Bytes as a stranger would send them, for whatever reads some: QUILLBOX_FUZZ=SUBJECT quillbox-fuzz [FOLDER].
 // An input counts as a find if it brings the program down, throws what it shouldn't, or isn't read back as
 // written.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <map>
+#include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -14,6 +18,8 @@
 #include "base/NumberText.h"
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
+#include "console/Console.h"
+#include "console/Person.h"
 #include "platform/linux/registry/DesktopEntry.h"
 #include "platform/linux/registry/RegDocument.h"
 #include "platform/linux/system/WaveFile.h"
@@ -44,9 +50,23 @@ void Encodings(Bytes in) {
   Must(FromBytes(ToBytes(text)) == text);
   Must(FromLosslessUtf8(ToLosslessUtf8(text)) == text);
   Must(FromUtf8(ToUtf8(FromUtf8(in))) == FromUtf8(in));
-  for (const Bytes type : {"text/plain", "UTF8_STRING", "STRING", "text/plain;charset=utf-8"})
-    DecodeText(type, in);
-  SaysSecret(in);
+}
+
+// What a clipboard's owner hands over: a type, a line end, its bytes.
+void Selection(Bytes in) {
+  const Bytes type = in.substr(0, in.find('\n'));
+  const Bytes bytes = in.substr(std::min(type.size() + 1, in.size()));
+  Must(TextTypeRank(type) < kTextTypeRanks);
+  IsTextOrTalk(type);
+  SaysSecret(bytes);
+  for (const Bytes known :
+       {type, Bytes("text/plain"), Bytes("UTF8_STRING"), Bytes("STRING"), Bytes("COMPOUND_TEXT")})
+    DecodeText(known, bytes);
+  Must(FromLatin1(ToLatin1(FromLatin1(bytes))) == FromLatin1(bytes));
+  std::string whole = ToUtf8(FromUtf8(bytes));
+  const std::string before = whole;
+  DropHalfCharacter(whole);
+  Must(whole == before);
 }
 
 void Numbers(Bytes in) {
@@ -99,9 +119,25 @@ void DataFileLines(Bytes in) {
   });
 }
 
+// Requests to the whole program, which answers any line.
+void Console(Bytes in) {
+  std::istringstream requests{std::string(in)};
+  std::ostringstream answers;
+  auto* const input = std::cin.rdbuf(requests.rdbuf());
+  auto* const output = std::cout.rdbuf(answers.rdbuf());
+  std::cin.clear();
+  ServeConsole([](auto&, Dispatcher& dispatcher, auto&) { return std::make_unique<Person>(dispatcher); });
+  std::cin.rdbuf(input);
+  std::cout.rdbuf(output);
+  const std::string all = answers.str();
+  const auto lines = std::count(in.begin(), in.end(), '\n') + (!in.empty() && in.back() != '\n');
+  Must(std::count(all.begin(), all.end(), '\n') == lines);
+}
+
 const std::map<Bytes, void (*)(Bytes)> kSubjects{
-    {"encodings", Encodings},    {"numbers", Numbers}, {"keys", Keys},          {"registry", RegistryText},
-    {"entries", DesktopEntries}, {"waves", Waves},     {"files", DataFileLines}};
+    {"encodings", Encodings},   {"numbers", Numbers},        {"keys", Keys},
+    {"registry", RegistryText}, {"entries", DesktopEntries}, {"waves", Waves},
+    {"files", DataFileLines},   {"selection", Selection},    {"console", Console}};
 
 }  // namespace
 
