@@ -26,23 +26,23 @@ def check_templates(folder, version):
     lists = {}
     for name in "Pad", "Clip", "ToDo":
         path = folder / f"{name}Data.qbx"
-        found, content = lists[name] = datafiles.entries(path) or [], path.read_bytes()
+        lists[name], content = datafiles.entries(path) or [], path.read_bytes()
         # A file of 90 bytes or less counts as empty, and 50 entries are read by default.
-        if not 1 <= len(found) <= 50 or len(content) <= 90 or content != datafiles.content(name.upper(), found):
-            fault(path, f"no whole file, or {len(found)} entries in {len(content)} bytes")
+        if not 1 <= len(lists[name]) <= 50 or len(content) <= 90:
+            fault(path, f"no whole file, or {len(lists[name])} entries in {len(content)} bytes")
         if f" {'.'.join(version.split('.')[:2])}, DO NOT EDIT".encode() not in content:
             fault(path, "of another version")
-        if re.search(rb"\r(?!\n)", content) or any(datafiles.M in entry for entry in found):
+        if re.search(rb"\r(?!\n)", content) or any(datafiles.M in entry for entry in lists[name]):
             fault(path, "a carriage return or a mark within an entry")
-    pads = [entry.partition("\r\n")[::2] for entry in lists["Pad"][0]]
-    if not all(name and text for name, text in pads):
-        fault(folder, "a Pad entry without a name or a text")
-    if any(len(set(column)) != len(pads) for column in zip(*pads)):
-        fault(folder, "a Pad entry stands twice")
+    if faults:
+        return
+    pads = [entry.partition("\r\n")[::2] for entry in lists["Pad"]]
+    if not all(name and text for name, text in pads) or any(len(set(column)) != len(pads) for column in zip(*pads)):
+        fault(folder, "a Pad entry without a name or a text, or one that stands twice")
     # The first clip goes to the clipboard at a first start.
-    if not re.fullmatch(r"[^\r\n]{1,40}", lists["Clip"][0][0]):
+    if not re.fullmatch(r"[^\r\n]{1,40}", lists["Clip"][0]):
         fault(folder, "the first Clip entry is no short line")
-    for entry in lists["ToDo"][0]:
+    for entry in lists["ToDo"]:
         if not re.fullmatch(r"(True|False)\r\n[^\r\n]+", entry):
             fault(folder, f"bad ToDo entry {entry!r}")
 
@@ -60,20 +60,16 @@ def page_of(path):
 def check_help(folder):
     pages = {path.name: page_of(path) for path in folder.glob("*.html")}
     ids = {name: [element.get("id") for element in page if element.get("id")] for name, page in pages.items()}
-    reached, waiting = set(), ["index.html"]
-    while waiting:
-        name = waiting.pop()
-        if name in reached:
-            continue
-        reached.add(name)
-        links = [element.get(kind) for element in pages[name] for kind in ("href", "src") if element.get(kind)]
-        for link in links:
-            target, _, anchor = link.partition("#")
-            target = target or name
-            if "://" in link or not (folder / target).is_file() or (anchor and anchor not in ids[target]):
-                fault(folder / name, f"link to {link} leads nowhere")
-            elif target in pages:
-                waiting.append(target)
+    reached = ["index.html"]  # grows as it is read
+    for name in reached:
+        for element in pages[name]:
+            for link in filter(None, map(element.get, ("href", "src"))):
+                target, _, anchor = link.partition("#")
+                target = target or name
+                if "://" in link or not (folder / target).is_file() or (anchor and anchor not in ids[target]):
+                    fault(folder / name, f"link to {link} leads nowhere")
+                elif target in pages and target not in reached:
+                    reached.append(target)
     for name, page in pages.items():
         if name not in reached:
             fault(folder / name, "cannot be reached from index.html")
@@ -86,20 +82,19 @@ def check_help(folder):
 def check_packaging(folder, version):
     entry = configparser.ConfigParser(interpolation=None, delimiters="=")
     entry.read(folder / "quillbox.desktop", encoding="utf-8")
-    icon = entry["Desktop Entry"]["Icon"]
+    entry = entry["Desktop Entry"]
     metadata = xml.parse(folder / "quillbox.metainfo.xml").getroot()
-    if metadata.findtext("launchable") != "quillbox.desktop" or metadata.findtext("icon") != icon:
+    told = [metadata.findtext(path) for path in ("launchable", "icon", "provides/binary")]
+    if told != ["quillbox.desktop", entry["Icon"], entry["Exec"]]:
         fault(folder, "desktop entry and metadata differ")
-    if metadata.findtext("provides/binary") != entry["Desktop Entry"]["Exec"]:
-        fault(folder, "program name of desktop entry and metadata differ")
     if metadata.find("releases/release").get("version") != version:
         fault(folder, "the newest release in the metadata is not this version")
     for path in folder.glob("icons/**/*.svg"):
         _, _, width, height = map(float, xml.parse(path).getroot().get("viewBox").split())
         if width != height:
             fault(path, "not square")
-    if not (folder / "icons" / f"{icon}.svg").is_file():
-        fault(folder, f"no drawing of the icon {icon}")
+    if not (folder / "icons" / f"{entry['Icon']}.svg").is_file():
+        fault(folder, f"no drawing of the icon {entry['Icon']}")
 
 
 source, version = pathlib.Path(sys.argv[1]), sys.argv[2]
