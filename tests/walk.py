@@ -117,7 +117,8 @@ Lists = collections.namedtuple("Lists", "names pads clips tasks marks hidden")  
 
 # Share; how many clips, pads and tasks may go, None where an entry is put on the clipboard; what is done.
 DEEDS = (
-    (18, (1, 0, 0), ("clip.clear", "clip.picture", "clip.secret", "clip.lock #2", "clip.set @", *3 * ("clip.set @ ; advance #600",))),
+    (18, (1, 0, 0), ("clip.clear", "clip.picture", "clip.secret", "clip.lock #2", "clip.set @",
+                     *3 * ("clip.set @ ; advance #600",))),
     (12, None, ("pick mnuClip{|Sub}#1-10", "pick mnuPad{|Sub}#1-10", f"dblrow {CLIP} #10", f"dblrow {PAD} #10",
                 f"key {{{CLIP}|{PAD}}} Enter", "click frmTray.Command102", f"key {FIND} Enter")),
     (8, (0, 0, 0), ("find frmTray", f"type {{{CLIP}|{PAD}}} {{t|E|6}}", f"settext {FIND} {{t|ex|NAME|grosse|o_e|6}}",
@@ -294,7 +295,8 @@ class Program(Hand):
             self.wants(f"lost {what}", gone <= number, gone, "of", getattr(self.before, what), "left", now)
         for rows, number, left in zip(self.before.hidden, may, (now.clips, list(zip(now.names, now.pads)))):
             gone = self.lost(rows, left)
-            self.wants("lost where nobody sees it", gone <= (0 if number == SEEN else number) + armed, gone, "of", rows, "left", left)
+            self.wants("lost where nobody sees it", gone <= (number != SEEN) * number + armed,
+                       gone, "of", rows, "left", left)
         same = sorted(self.before.pads) == sorted(now.pads)
         self.wants("a repeat has come or gone", may[1] or same, self.before, now)
         self.before = self.check_files(now)
@@ -409,16 +411,11 @@ class Damage(Hand):
 
 class Lines(Hand):
     SHARE = 7
-    VERBS = (
-        "start end closebox shutdown running clip.set clip.clear clip.picture clip.secret clip.lock clip.get clip.writes reg.set "
-        "reg.get reg.delete reg.bytes reg.deny get slots settext type key click dblclick focus select dblrow check "
-        "spin scroll choose tab find drop dropother drag move tray tray.mouse menu pick answer boxes keys keys.fail "
-        "sounds writes settip tip user platform separator screen version clock instance during").split()
-    WORDS = (
-        "", "0", "1", "-1", "250", "99999999999999999999", "HKCU", "HKLM", INTERN, "Insert", "Text", "List", "Value",
-        "frmTray", "frmSettings", "frmTray.", ".", "frmTray.Timer1", "frmTray.SSTab1", CLIP, PAD, TODO, "frmTray.Text7",
-        "frmTray.Text0", "frmTray.Command47", "frmSettings.Command1", "frmSettings.Combo1", "mnuShow", "mnuEnd", "up",
-        "ClipEntries", "PadEntries", "Delete", "ctrl", "box", "keys", "clip.get", "\\", "\\u", "\\ud800", "\\n", "é")
+    REQUESTS = " ; ".join((
+        *(pattern for *_, patterns in DEEDS for pattern in patterns), *SETTINGS, LOOK, "start ; end ; closebox frmTray",
+        "running ; user {|name} ; platform #3 ; separator , ; screen 1 #999 ; version 6 1 85 x ; instance #2 ; sounds",
+        "settip frmTray.Command6 @ ; tip frmTray.Label7 #99 ; move frmTray #999 0 ; reg.delete HKCU a b")).split(" ; ")
+    ODD = ("", "-1", "99999999999999999999", "frmTray.", ".", "\\", "\\u", "\\ud800", "\\n", "é")
     REFUSED = (b"clip.set\t\xFF", b"clip.set\t\xED\xA0\x80", b"clip.get\t", b"", b"\t", b" clip.get", b"x" * 50_000)
 
     def __init__(self, *arguments):
@@ -428,7 +425,10 @@ class Lines(Hand):
             self.wants("not refused", self.send(line)[0].startswith(b"error\t"), line[:100])
 
     def make_step(self):
-        line = "\t".join([self.one(*self.VERBS), *self.random.choices(self.WORDS, k=self.random.randrange(5))]).encode()
+        words, others = (self.expand(self.one(*self.REQUESTS)) for _ in range(2))
+        if self.chance(70):
+            words[1:] = self.random.choices([*words, *others, *self.ODD], k=self.random.randrange(5))
+        line = "\t".join(words).encode()
         if self.chance(20):
             at = self.random.randrange(len(line) + 1)
             line = line[:at] + self.random.randbytes(self.random.randrange(6)) + line[at:]
