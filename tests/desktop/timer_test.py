@@ -44,8 +44,9 @@ class Timer(DesktopCase):
 
     def test_the_chosen_sound_is_played_once_and_a_missing_one_not(self):
         # The program with a sound module beside it that notes what it is to play.
-        place, tone = self.desktop.folder / "bin", self.desktop.folder / "tone.wav"
+        place, tone, played = (self.desktop.folder / name for name in ("bin", "tone.wav", "played"))
         place.mkdir()
+        self.desktop.environment["PLAYED"] = str(played)
         self.desktop.program_file = shutil.copy(PROGRAM, place)
         shutil.copy(RECORDER, place)
         self.desktop.settings({"PlayWave": 1, "WavePath": tone})
@@ -58,5 +59,5 @@ class Timer(DesktopCase):
             with wave.open(str(tone), "wb") as file:
                 file.setparams((1, 2, 8000, 0, "NONE", "not compressed"))
                 file.writeframes(bytes(1600))
-        self.assertEqual(f"{tone}\n", (place / "played").read_text())
+        self.assertEqual(f"{tone}\n", played.read_text())
         self.assertEqual("", self.desktop.log("quillbox"))
