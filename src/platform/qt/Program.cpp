@@ -54,8 +54,11 @@ Program::Program(EndingSignals& signals)
       while (signals.Take()) End(CloseReason::System);
     });
   }
-  QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
-                   [this](QSessionManager&) { End(CloseReason::System); });
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [this](QSessionManager& session) {
+    // The next session starts us if the setting says so: once more would be a second start, with its message.
+    session.setRestartHint(QSessionManager::RestartNever);
+    End(CloseReason::System);
+  });
 }
 
 Program::~Program() { dispatcher_.OnRefresh = nullptr; }
