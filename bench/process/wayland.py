@@ -17,6 +17,9 @@ from sway import Sway
 COPIES = 100
 APART = 0.05
 PATIENCE = 20.0  # seconds; who hasn't a text by then doesn't get it
+KLIPPER = ("busctl", "--user", "call", "org.kde.klipper", "/klipper", "org.kde.klipper.klipper",
+           "getClipboardHistoryMenu")
+HISTORIES = (".qbx", ".json", ".dat", ".lst")
 OWNER = os.environ.get("QUILLBOX_WAYLAND_OWNER", "")
 
 
@@ -30,10 +33,14 @@ def peers():
     return [
         Program("clipman", ["clipman"], count=lambda d: len(json.loads(_stored(d, "clipman.json") or "[]"))),
         Program("wl-paste --watch", ["wl-paste"], count=lambda d: _stored(d, "watched").count("\n")),
-        Program("CopyQ", ["copyq"], count=lambda d: int(subprocess.run(
-            ["copyq", "size"], env=d.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=20,
-            check=False).stdout or 0)),
+        Program("CopyQ", ["copyq"], count=lambda d: int(_answer(d, "copyq", "size") or 0)),
+        Program("Klipper", ["klipper"], count=lambda d: int((_answer(d, *KLIPPER) or "as 0").split()[1])),
     ]
+
+
+def _answer(desktop, *command):
+    return subprocess.run(command, env=desktop.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                          text=True, timeout=20, check=False).stdout
 
 
 def _start(program, desktop):
@@ -48,8 +55,9 @@ def _start(program, desktop):
 class Scene:
     def __init__(self, program):
         self.program, self.desktop = program, Sway()
-        if program.name == "CopyQ":
-            self.desktop.environment["QT_QPA_PLATFORM"] = "wayland"
+        if program.name in ("CopyQ", "Klipper"):
+            self.desktop.environment["QT_QPA_PLATFORM"] = "wayland"  # of Qt 5, which looks for an X server first
+            (self.desktop.folder / "config" / "klipperrc").write_text("[General]\nMaxClipItems=500\n")
         self.process = _start(program, self.desktop)
         time.sleep(3)
 
@@ -101,7 +109,7 @@ def measure(program, rest):
         time.sleep(2)
         figures["secret"] = not any("PassWord" in path.read_text(errors="replace")
                                     for path in scene.desktop.folder.rglob("*")
-                                    if path.is_file() and path.suffix in (".qbx", ".json", ".dat") or path.name == "watched")
+                                    if path.is_file() and path.suffix in HISTORIES or path.name == "watched")
         long = scene.desktop.folder / "long.txt"
         long.write_text("0123456789" * 500_000)
         scene.desktop.start("sh", "-c", f"exec wl-copy --foreground --type text/plain <{long}")
