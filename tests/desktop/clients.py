@@ -59,6 +59,7 @@ class Owner:
         display = Xlib.display.Display(self.display_name)  # of its own: the thread has the other one
         request.SetSelectionOwner(display=display.display, window=X.NONE, time=X.CurrentTime,
                                   selection=display.intern_atom(self.selection))
+        display.sync()  # a request that comes with the connection's end may be left out
         display.close()
 
     def close(self):
