@@ -179,8 +179,10 @@ class Screen:
     def key_receiver(self):
         """Another program that takes the keyboard; the file that holds what was typed into it."""
         typed = self.folder / "typed"
-        self.start(RECEIVER, typed)
-        wait_for("the receiver", typed.exists)
+        process = self.start(RECEIVER, typed)
+        wait_for("the receiver", lambda: typed.exists() or process.poll() is not None, 60)
+        if not typed.exists():
+            raise AssertionError(f"the receiver has ended: {self.log('key-receiver')}")
         return typed
 
     def copy(self, text):

@@ -115,12 +115,14 @@ class KeyReceiver {
 
  private:
   void SetFocus(xcb_window_t window) {
-    for (int tries = 0; tries < 2000; ++tries) {
+    xcb_window_t focus = XCB_NONE;
+    for (int tries = 0; tries < 6000; ++tries) {
       xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
-      if (server_.Sync() == window) return;
+      if ((focus = server_.Sync()) == window) return;
       Sleep(5);
     }
-    throw std::runtime_error("no focus");
+    throw std::runtime_error("window " + std::to_string(focus) + " has the focus, not " +
+                             std::to_string(window));
   }
 
   void Handle(const xcb_generic_event_t& event) {
