@@ -169,7 +169,8 @@ class Reader:
         self.slot = self.display.intern_atom("READER_SLOT")
 
     def close(self):
-        self.display.close()
+        with contextlib.suppress(Xlib.error.ConnectionClosedError):  # has been closed before
+            self.display.close()
 
     def ask(self, target, time=X.CurrentTime):
         self.window.convert_selection(self.selection, self.display.intern_atom(target), self.slot, time)

@@ -15,11 +15,11 @@ class KWin(Sway):
         shutil.copy(shutil.which("kwin_wayland"), program)
         session.write_text(SESSION)
         session.chmod(0o755)
-        command = [program, *["--xwayland"] * self.xwayland, "--virtual", "--no-lockscreen", "--no-global-shortcuts", session]
+        options = [*["--xwayland"] * self.xwayland, "--virtual", "--no-lockscreen", "--no-global-shortcuts"]
         said = runtime / "said"  # the environment of the session's programs
-        own = dict.fromkeys(("XDG_RUNTIME_DIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"), str(runtime))
-        self.compositor = self.start(*self.as_nobody(runtime, program, session), *command,
-                                     environment={**own, "KWIN_COMPOSE": "Q"})
+        folders = "XDG_RUNTIME_DIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"
+        self.compositor = self.start(*self.as_nobody(runtime, program, session), program, *options, session,
+                                     environment={**dict.fromkeys(folders, str(runtime)), "KWIN_COMPOSE": "Q"})
         wait_for("the compositor", said.exists, 60)
         for name, _, value in (line.partition("=") for line in said.read_text().splitlines()):
             if name == "WAYLAND_DISPLAY":

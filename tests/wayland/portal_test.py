@@ -50,7 +50,8 @@ class PortalScripts(PortalCase):
         wanted = (strokes(ord("a"), ord("B"), 0x20AC, UNICODE + ord("漢"), TAB, ENTER, LEFT, LEFT)
                   + [(SHIFT, True)] + strokes(ord("c"), ord("d")) + [(SHIFT, False), (CONTROL, True)]
                   + strokes(ord("e")) + [(CONTROL, False)])
-        asked = [("CreateSession", {}), ("SelectDevices", {"types": 1, "persist_mode": 2}), ("Start", {}), ("Close", {})]
+        devices = {"types": 1, "persist_mode": 2}
+        asked = [("CreateSession", {}), ("SelectDevices", devices), ("Start", {}), ("Close", {})]
         for time in range(1, 4):
             portal.calls.clear()
             portal.keys.clear()
@@ -58,7 +59,7 @@ class PortalScripts(PortalCase):
             wait_for("the end", lambda: portal.calls[-1:] == [("Close", {})])
             self.assertEqual(wanted, portal.keys)
             self.assertEqual(asked, portal.calls)
-            asked[1][1]["restore_token"] = f"token {time}"
+            devices["restore_token"] = f"token {time}"
             kept = self.screen.data / "keyboard.token"
             self.assertEqual((f"token {time}", 0o600), (kept.read_text(), kept.stat().st_mode & 0o777))
             if time == 2:

@@ -43,8 +43,8 @@ class Sway(Desktop):
         self.environment["WAYLAND_DISPLAY"] = str(socket)
         self.environment["SWAYSOCK"] = str(wait_for("its control", lambda: list(runtime.glob("sway-ipc*")))[0])
         if self.xwayland:
-            display = runtime / "display"
-            self.environment["DISPLAY"] = wait_for("the X server", lambda: display.exists() and display.read_text().strip())
+            said = runtime / "display"
+            self.environment["DISPLAY"] = wait_for("the X server", lambda: said.exists() and said.read_text().strip())
         # A session has a keyboard; without one programs hear of keys only when the first comes.
         self.start("wtype", "-s", "100000000", "x")
 
@@ -72,8 +72,8 @@ class Sway(Desktop):
 
     def sway(self, *arguments):
         """What the compositor answers."""
-        answer = subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20, capture_output=True)
-        return json.loads(answer.stdout)
+        return json.loads(subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20,
+                                         capture_output=True).stdout)
 
     def focus(self, program):
         """A person turns to the window of that program."""
