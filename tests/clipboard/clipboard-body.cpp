@@ -1,12 +1,16 @@
-// Our side of the X11 clipboard, driven line by line by clipboard_test.py: a request, its argument behind a
-// tab; the answer is what is asked for, texts in hexadecimal UTF-8. With an argument, that is the display.
+// Our side of a clipboard, driven line by line (sides.py): a request, its argument behind a tab; the answer
+// is what is asked for, texts in hexadecimal UTF-8. clipboard-body x11|wayland DISPLAY
 #include <unistd.h>
 
+#include <filesystem>
 #include <iostream>
+#include <iterator>
+#include <memory>
 #include <string>
 
 #include "base/RuntimeError.h"
 #include "base/Utf8.h"
+#include "platform/wayland/clipboard/WaylandClipboard.h"
 #include "platform/x11/clipboard/XClipboard.h"
 #include "x11/PollEventLoop.h"
 
@@ -15,25 +19,33 @@ namespace {
 
 class ClipboardBody {
  public:
-  explicit ClipboardBody(const char* display) : clipboard_(loop_, display) {
-    clipboard_.OnLost([this] { ++lost_; });
+  ClipboardBody(const std::string& kind, const char* display) {
+    if (kind == "x11")
+      clipboard_ = std::make_unique<XClipboard>(loop_, display);
+    else
+      clipboard_ = std::make_unique<WaylandClipboard>(loop_, display);
+    clipboard_->OnLost([this] { ++lost_; });
+    listening_ =
+        clipboard_->Listen([this](ClipboardNews each) { news_ += each == ClipboardNews::Text ? 'T' : 'O'; });
   }
   std::string Answer(const std::string& verb, const std::string& argument) {
-    if (verb == "read") return ToHex(ToUtf8(clipboard_.Read()));
-    if (verb == "secret") return std::to_string(clipboard_.HoldsSecret());
-    if (verb == "put") return clipboard_.Put(FromUtf8(FromHex(argument))), "";
-    if (verb == "part") return clipboard_.Put(clipboard_.Read().substr(std::stoul(argument), 1)), "";
-    if (verb == "clear") return clipboard_.Clear(), "";
-    if (verb == "settle") return std::to_string(clipboard_.Settle(std::stoi(argument)));
-    if (verb == "hand-over") return std::to_string(clipboard_.HandOver(std::stoi(argument)));
+    if (verb == "read") return ToHex(ToUtf8(clipboard_->Read()));
+    if (verb == "secret") return std::to_string(clipboard_->HoldsSecret());
+    if (verb == "put") return clipboard_->Put(FromUtf8(FromHex(argument))), "";
+    if (verb == "part") return clipboard_->Put(clipboard_->Read().substr(std::stoul(argument), 1)), "";
+    if (verb == "clear") return clipboard_->Clear(), "";
+    if (verb == "settle") return std::to_string(clipboard_->Settle(std::stoi(argument)));
+    if (verb == "hand-over") return std::to_string(clipboard_->HandOver(std::stoi(argument)));
     if (verb == "news") return std::exchange(news_, "");
-    if (verb == "place") return std::to_string(reinterpret_cast<std::uintptr_t>(clipboard_.Read().data()));
+    if (verb == "place") return std::to_string(reinterpret_cast<std::uintptr_t>(clipboard_->Read().data()));
     if (verb == "timers") return std::to_string(loop_.Timers());
     if (verb == "wake-ups") return std::to_string(loop_.Wakeups());
+    if (verb == "descriptors") return std::to_string(Descriptors());
     if (verb == "lost") return std::to_string(lost_) + ' ' + std::to_string(loop_.WatchCount() - 1);
     return "?";
   }
-  void Serve() {
+  // Answers until its input ends; whether nothing is left of the clipboard then.
+  bool Serve() {
     std::string waiting;
     bool ended = false;
     loop_.Watch(STDIN_FILENO, [&] {
@@ -45,6 +57,9 @@ class ClipboardBody {
         Tell(waiting.substr(0, end));
     });
     while (!ended) loop_.RunUntil([&] { return ended; }, 60'000);
+    listening_.Release();
+    clipboard_.reset();
+    return Descriptors() == descriptors_ && loop_.WatchCount() == 1 && loop_.Timers() == 0;
   }
 
  private:
@@ -70,22 +85,27 @@ class ClipboardBody {
     return bytes;
   }
 
+  static std::ptrdiff_t Descriptors() {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+  }
+
+  const std::ptrdiff_t descriptors_ = Descriptors();
   PollEventLoop loop_;
-  XClipboard clipboard_;
+  std::unique_ptr<SessionClipboard> clipboard_;
   std::string news_;  // T for a text, O for anything else
   int lost_ = 0;
-  Hook listening_ =
-      clipboard_.Listen([this](ClipboardNews each) { news_ += each == ClipboardNews::Text ? 'T' : 'O'; });
+  Hook listening_;
 };
 
 }  // namespace
 }  // namespace quillbox::test
 
 int main(int count, char** arguments) {
+  if (count != 3) return 2;
   try {
-    quillbox::test::ClipboardBody(count > 1 ? arguments[1] : nullptr).Serve();
+    return quillbox::test::ClipboardBody(arguments[1], arguments[2]).Serve() ? 0 : 1;
   } catch (const quillbox::RuntimeError& error) {
     std::cout << "error " << error.Number() << std::endl;
   }
-  return 0;
 }
