@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
@@ -34,9 +35,8 @@ class KeyReceiver {
  public:
   struct Options {
     bool answersPings = false;
-    bool answersAsQt = false;     // to another audience than the others do
-    int microsecondsPerKey = 0;   // how slow it is
-    int millisecondsToStart = 0;  // how long it sleeps over the first key
+    bool answersAsQt = false;               // to another audience than the others do
+    std::function<void()> overKey = [] {};  // what it does before it looks up each
   };
 
   explicit KeyReceiver(Options options) : options_(options) {
@@ -66,11 +66,17 @@ class KeyReceiver {
   xcb_window_t Window() const { return window_; }
   // Gives the window the focus and returns when it has it.
   void TakeFocus() { SetFocus(window_); }
-  // Focus on no window: on none at all, or "wherever the pointer is", with the pointer over this window.
-  void GiveFocusToNobody() { SetFocus(XCB_NONE); }
-  void GiveFocusToPointer() {
+  // Also to none at all, or to "wherever the pointer is", which is over this window.
+  void SetFocus(xcb_window_t window) {
     xcb_warp_pointer(server_.Get(), XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
-    SetFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
+    xcb_window_t focus = XCB_NONE;
+    for (int tries = 0; tries < 6000; ++tries) {
+      xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
+      if ((focus = server_.Sync()) == window) return;
+      Sleep(5);
+    }
+    throw std::runtime_error("the focus is not on " + std::to_string(window) + " but " +
+                             std::to_string(focus));
   }
 
   std::vector<KeyPress> Presses() const {
@@ -114,17 +120,6 @@ class KeyReceiver {
   }
 
  private:
-  void SetFocus(xcb_window_t window) {
-    xcb_window_t focus = XCB_NONE;
-    for (int tries = 0; tries < 6000; ++tries) {
-      xcb_set_input_focus(server_.Get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
-      if ((focus = server_.Sync()) == window) return;
-      Sleep(5);
-    }
-    throw std::runtime_error("window " + std::to_string(focus) + " has the focus, not " +
-                             std::to_string(window));
-  }
-
   void Handle(const xcb_generic_event_t& event) {
     const int type = event.response_type & 0x7F;
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
@@ -150,9 +145,7 @@ class KeyReceiver {
     if (down_[event.detail] == press) ++unpaired_;
     down_[event.detail] = press;
     if (!press) return;
-    Sleep(std::exchange(options_.millisecondsToStart, 0));
-    if (options_.microsecondsPerKey > 0)
-      std::this_thread::sleep_for(std::chrono::microseconds(options_.microsecondsPerKey));
+    options_.overKey();
     if (std::exchange(mapIsOld_, false)) {
       const std::int32_t device = xkb_x11_get_core_keyboard_device_id(server_.Get());
       xkb_keymap* const keymap =

@@ -30,9 +30,9 @@ TEST_F(XKeySenderFocus, TheWindowThatGetsTheFocusFromUsGetsTheKeys) {
 TEST_F(XKeySenderFocus, WithoutAWindowToTypeIntoTheScriptFails) {
   ours.TakeFocus();
   EXPECT_THROW(careful.Send(u"a{CAPSLOCK}"), RuntimeError);
-  ours.GiveFocusToNobody();
+  ours.SetFocus(XCB_NONE);
   EXPECT_THROW(careful.Send(u"b{CAPSLOCK}{CAPSLOCK}{CAPSLOCK}"), RuntimeError);
-  receiver.GiveFocusToPointer();
+  receiver.SetFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
   EXPECT_THROW(careful.Send(u"c{CAPSLOCK}"), RuntimeError);
   Sleep(50);
   EXPECT_TRUE(receiver.Presses().empty());

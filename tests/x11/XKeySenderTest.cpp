@@ -41,9 +41,9 @@ TEST(XKeySender, ALongTextArrivesWholeAndTheKeyboardStaysAsItWas) {
     int group = 0;
     std::uint8_t locked = 0;
     bool answersPings = true;
-    int microsecondsPerKey = 0;
+    std::chrono::microseconds perKey{0};
   } keyboards[] = {{.layouts = "us", .answersPings = false},
-                   {.layouts = "us", .microsecondsPerKey = 300},
+                   {.layouts = "us", .perKey = std::chrono::microseconds(300)},
                    {.layouts = "us", .locked = kBothLocks},
                    {.layouts = "de", .locked = kBothLocks, .answersPings = false},
                    {.layouts = "fr"},
@@ -53,8 +53,8 @@ TEST(XKeySender, ALongTextArrivesWholeAndTheKeyboardStaysAsItWas) {
     SCOPED_TRACE(&keyboard - keyboards);
     TestKeyboard person(keyboard.layouts, keyboard.group);
     person.UseLocks(keyboard.locked);
-    KeyReceiver receiver(
-        {.answersPings = keyboard.answersPings, .microsecondsPerKey = keyboard.microsecondsPerKey});
+    KeyReceiver receiver({.answersPings = keyboard.answersPings,
+                          .overKey = [&] { std::this_thread::sleep_for(keyboard.perKey); }});
     receiver.TakeFocus();
     const std::string before = TestKeyboard::Dump();
     Text text = MixedText(40);
@@ -75,7 +75,8 @@ TEST(XKeySender, SpareKeysStayUntilTheProgramHasLookedThemUp) {
   const TestKeyboard person("us");
   XKeySender sender(Plain());
   for (const bool asQt : {false, true}) {
-    KeyReceiver receiver({.answersPings = true, .answersAsQt = asQt, .millisecondsToStart = 600});
+    const auto startSlowly = [first = true]() mutable { Sleep(std::exchange(first, false) ? 600 : 0); };
+    KeyReceiver receiver({.answersPings = true, .answersAsQt = asQt, .overKey = startSlowly});
     receiver.TakeFocus();
     sender.Send(u"漢é😀");
     EXPECT_EQ(receiver.Text(), "漢é😀") << "taken in, that is";
