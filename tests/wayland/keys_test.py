@@ -61,15 +61,6 @@ class Scripts(unittest.TestCase):
         wait_for("the whole text", lambda: len(self.text()) >= len(wanted), 60)
         self.assertEqual(wanted, self.text())
 
-    def test_a_pick_pastes_in_the_terminal(self):
-        self.start("", PastePick="1")
-        self.open_terminal()
-        for text in "the older text", "the newer one":
-            self.screen.start("wl-copy", "--foreground", text)
-            wait_for("the entry", lambda: datafiles.newest(self.screen) == text)
-        self.screen.tray.pick_entry("the older text")
-        wait_for("the text", lambda: self.text() == "the older text")
-
     def test_arrives_in_a_window_of_xwayland(self):
         text = "".join(dict.fromkeys(long_text().replace("\t", "").replace("\n", "")))
         self.start(text + "+é")
