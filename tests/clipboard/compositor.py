@@ -11,11 +11,7 @@ import struct
 import threading
 
 EXT, WLR = "ext_data_control_manager_v1", "zwlr_data_control_manager_v1"
-# The requests that a client may make of an object, in the protocol's order; the events that are sent to one.
-REQUESTS = {
-    "display": ("sync", "get_registry"), "registry": ("bind",), "manager": ("create_source", "get_device", "destroy"),
-    "device": ("set_selection", "destroy", "set_primary_selection"), "source": ("add_type", "destroy"),
-    "offer": ("receive", "destroy")}
+# The events that are sent to objects.
 DELETE_ID, GLOBAL, DONE = 1, 0, 0
 DATA_OFFER, SELECTION, FINISHED, SEND, CANCELLED, TYPE = 0, 1, 2, 0, 1, 0
 OURS = 0xFF000000  # the first number of objects that the compositor makes
@@ -101,7 +97,7 @@ class Client:
             if len(self.unread) < size:
                 break
             body, self.unread = self.unread[8:size], self.unread[size:]
-            getattr(self, REQUESTS[self.objects[number][0]][code])(number, body)
+            self._hear(number, code, body)
         return bool(data)
 
     def say(self, *messages, fd=None):
@@ -113,61 +109,48 @@ class Client:
         with contextlib.suppress(OSError):  # it has gone
             socket.send_fds(self.connection, [said], [] if fd is None else [fd])
 
-    def add(self, kind, body, what=None):
-        """A new object, whose number is the last thing that a request says."""
-        number, = struct.unpack("I", body[-4:])
-        self.objects[number] = kind, what
-        return number
-
     def tell_selection(self, device):
         if not (selection := self.compositor.selection):
             return self.say((device, SELECTION, 0))
-        number = self.add("offer", struct.pack("I", next(self.numbers)), selection)
+        number = next(self.numbers)
+        self.objects[number] = "offer", selection
         types = ((number, TYPE, kind) for kind in selection.types)
         return self.say((device, DATA_OFFER, number), *types, (device, SELECTION, number))
 
-    # --- requests
-
-    def sync(self, _, body):
-        number = self.add("callback", body)
-        self.say((number, DONE, 0))
-        self.destroy(number, body)
-
-    def get_registry(self, _, body):
-        registry = self.add("registry", body)
-        self.say(*((registry, GLOBAL, *named, 1) for named in enumerate(self.compositor.interfaces)))
-
-    def bind(self, _, body):
-        self.add("manager" if struct.unpack("I", body[:4])[0] else "seat", body)
-
-    def create_source(self, _, body):
-        self.add("source", body, Source(self, struct.unpack("I", body)[0]))
-
-    def get_device(self, _, body):
-        device = self.add("device", body[:4])
-        if self.compositor.selection or self.compositor.tells_of_nobody:
-            self.tell_selection(device)
-
-    def set_selection(self, _, body):
-        source, = struct.unpack("I", body)
-        self.compositor.select(self.objects[source][1] if source else None)
-
-    def add_type(self, source, body):
-        self.objects[source][1].types.append(text(body))
-
-    def receive(self, offer, body):
-        selection, fd = self.objects[offer][1], self.fds.pop(0)
-        if selection is self.compositor.selection:
-            selection.give(text(body), fd)
-        else:
-            os.close(fd)
-
-    def destroy(self, number, _):
-        _, what = self.objects.pop(number)
-        if number < OURS:
-            self.say((1, DELETE_ID, number))
-            if what and what is self.compositor.selection:
-                self.compositor.select(None)
+    def _hear(self, number, code, body):
+        """A request of an object: its code is its place in the protocol."""
+        kind, what = self.objects[number]
+        first, last = (struct.unpack("I", part)[0] if body else 0 for part in (body[:4], body[-4:]))
+        match kind, code:
+            case "display", 0:  # a sync, which is answered at once
+                self.say((last, DONE, 0), (1, DELETE_ID, last))
+            case "display", 1:
+                self.objects[last] = "registry", None
+                self.say(*((last, GLOBAL, *named, 1) for named in enumerate(self.compositor.interfaces)))
+            case "registry", 0:
+                self.objects[last] = "manager" if first else "seat", None
+            case "manager", 0:
+                self.objects[last] = "source", Source(self, last)
+            case "manager", 1:
+                self.objects[first] = "device", None
+                if self.compositor.selection or self.compositor.tells_of_nobody:
+                    self.tell_selection(first)
+            case "device", 0:
+                self.compositor.select(self.objects[last][1] if last else None)
+            case "source", 0:
+                what.types.append(text(body))
+            case "offer", 0:
+                fd = self.fds.pop(0)
+                if what is self.compositor.selection:
+                    what.give(text(body), fd)
+                else:
+                    os.close(fd)
+            case _:  # the end of the object
+                del self.objects[number]
+                if number < OURS:
+                    self.say((1, DELETE_ID, number))
+                    if what and what is self.compositor.selection:
+                        self.compositor.select(None)
 
 
 class Compositor:
