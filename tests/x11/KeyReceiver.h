@@ -46,11 +46,8 @@ class KeyReceiver {
                                 XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_, nullptr);
     const std::uint16_t changes = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
     xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, 0xFF, 0xFF, nullptr);
-    const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window_, server_.Root(), 10, 10, 200, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
+    Create(window_, server_.Root());
     if (options_.answersPings) Set("WM_PROTOCOLS", "ATOM", ping_);
-    xcb_map_window(connection, window_);
     server_.Sync();
     thread_ = std::thread([this] {
       while (const XReply<xcb_generic_event_t> event{xcb_wait_for_event(server_.Get())}) Handle(*event);
@@ -66,6 +63,12 @@ class KeyReceiver {
   xcb_window_t Window() const { return window_; }
   // Gives the window the focus and returns when it has it.
   void TakeFocus() { SetFocus(window_); }
+  // A new child of it, which can have the focus in its place.
+  xcb_window_t MakeChild() {
+    const xcb_window_t child = xcb_generate_id(server_.Get());
+    Create(child, window_);
+    return child;
+  }
   // Also to none at all, or to "wherever the pointer is", which is over this window.
   void SetFocus(xcb_window_t window) {
     xcb_warp_pointer(server_.Get(), XCB_NONE, window_, 0, 0, 0, 0, 5, 5);
@@ -120,6 +123,12 @@ class KeyReceiver {
   }
 
  private:
+  void Create(xcb_window_t window, xcb_window_t parent) {
+    const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_create_window(server_.Get(), XCB_COPY_FROM_PARENT, window, parent, 10, 10, 200, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
+    xcb_map_window(server_.Get(), window);
+  }
   void Handle(const xcb_generic_event_t& event) {
     const int type = event.response_type & 0x7F;
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {

@@ -41,7 +41,7 @@ TEST_F(XKeySenderFocus, WithoutAWindowToTypeIntoTheScriptFails) {
 TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
   ours.Set("_NET_WM_PID", "CARDINAL", static_cast<std::uint32_t>(getpid()));
   XKeySender asks(Plain({}));
-  ours.TakeFocus();
+  ours.SetFocus(ours.MakeChild());
   EXPECT_THROW(asks.Send(u"abc"), RuntimeError);
   receiver.TakeFocus();
   asks.Send(u"def");
@@ -50,6 +50,7 @@ TEST_F(XKeySenderFocus, OurWindowsAreKnownByTheirProcess) {
 
 TEST_F(XKeySenderFocus, KeysMayDependOnTheClassOfTheWindow) {
   receiver.SetClass("XTerm");
+  receiver.SetFocus(receiver.MakeChild());
   std::string told;
   careful.SendTo([&](const std::string& windowClass) {
     told = windowClass;
@@ -65,7 +66,7 @@ TEST_F(XKeySenderFocus, UnderAWindowManagerOnlyProgramsAreTypedInto) {
     KeyReceiver manager({});
     for (const bool ofRoot : {false, true})
       manager.Set("_NET_SUPPORTING_WM_CHECK", "WINDOW", manager.Window(), ofRoot);
-    receiver.TakeFocus();
+    receiver.SetFocus(receiver.MakeChild());
     EXPECT_THROW(careful.Send(u"a{CAPSLOCK}"), RuntimeError);
     receiver.Set("WM_STATE", "WM_STATE", 1);
     careful.Send(u"é1");

@@ -74,10 +74,10 @@ TEST(XKeySender, ALongTextArrivesWholeAndTheKeyboardStaysAsItWas) {
 TEST(XKeySender, SpareKeysStayUntilTheProgramHasLookedThemUp) {
   const TestKeyboard person("us");
   XKeySender sender(Plain());
-  for (const bool asQt : {false, true}) {
+  for (const auto& [asQt, inChild] : {std::pair(false, false), {true, false}, {false, true}}) {
     const auto startSlowly = [first = true]() mutable { Sleep(std::exchange(first, false) ? 600 : 0); };
     KeyReceiver receiver({.answersPings = true, .answersAsQt = asQt, .overKey = startSlowly});
-    receiver.TakeFocus();
+    receiver.SetFocus(inChild ? receiver.MakeChild() : receiver.Window());
     sender.Send(u"漢é😀");
     EXPECT_EQ(receiver.Text(), "漢é😀") << "taken in, that is";
   }
