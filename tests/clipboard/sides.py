@@ -38,8 +38,9 @@ def secret(offers, text=WORD):
 
 
 class Side:
-    """A clipboard under test. Its heirs say what a server is, and how others own and paste: `own(offers)` returns the
-    owner, `reader()` one who pastes, `empty()` is another program's clear while the clipboard is ours."""
+    """A clipboard under test, and what others do. Its heirs say how: `start_server()` returns its name, `own(offers)`
+    the owner, `reader()` one who pastes; `empty()` is another's clear while the clipboard is ours, and
+    `stays_nobodys()` fails if it is taken over then."""
 
     KIND = ""
 
@@ -82,8 +83,8 @@ class Side:
     def pastes(self, text, target=UTF8):
         """What another program pastes by and by; None if it is refused."""
         wanted = text.encode() if isinstance(text, str) else text
-        wait_for(f"{text and text[:40]!r} to be pasted",
-                 lambda: self.reader().paste(target, seconds=PATIENCE)[2] == wanted, PATIENCE)
+        what = f"{text and text[:40]!r} to be pasted"
+        wait_for(what, lambda: self.reader().paste(target, PATIENCE)[2] == wanted, PATIENCE)
 
     def stays(self, text):
         """Nothing comes later."""
@@ -93,9 +94,11 @@ class Side:
 
 
 class Rules:
-    """What holds on every side, whose own are `QUESTIONS`, `offers` and `bad_offers`."""
+    """What holds on both sides, beside `offers()` and `bad_offers()` of each; `stopped()` is a server that does nothing."""
 
     QUESTIONS = []  # what an owner of UTF8 is asked for
+    NOWHERE = ""  # the name of no server
+    PUTS = 0  # more than a stopped server takes in
     OURS = {UTF8: "ü € 😀".encode(), PLAIN: "ü € 😀".encode(), LATIN: b"\xfc ? ?", "image/png": None}
 
     def common_offers(self):
