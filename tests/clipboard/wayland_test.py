@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Our side of the Wayland clipboard, against a compositor of the tests' own."""
 import itertools
 import os
@@ -172,7 +171,3 @@ class Compositors(OnWayland):
         self.compositor = Compositor(self.socket, managers=())
         body = Body(BODY, self.KIND, self.name)
         self.assertEqual((b"error 57\n", 0), (body.process.communicate(timeout=PATIENCE)[0], body.process.returncode))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Our side of the X11 clipboard, against owners, readers and strangers that behave well or badly."""
 import contextlib
 import signal
@@ -330,7 +329,3 @@ class Managed(OnX11):
             owner.clear()
             self.news_is("O")
             self.assertEqual(left, self.read())
-
-
-if __name__ == "__main__":
-    unittest.main()
