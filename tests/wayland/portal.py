@@ -52,7 +52,7 @@ class Portal(BusService):
             self.pressing.append((values, invocation))
             later = GLib.idle_source_new()
             later.set_callback(self._keys)
-            later.attach(self.context)
+            later.attach(self.loop.get_context())
             return
         options = values[-1] if values else {}
         self.sender = sender
