@@ -136,7 +136,11 @@ class Client:
                 if self.compositor.selection or self.compositor.tells_of_nobody:
                     self.tell_selection(first)
             case "device", 0:
-                self.compositor.select(self.objects[last][1] if last else None)
+                source = self.objects[last][1] if last else None
+                if source and self.compositor.refuses:
+                    source.cancel()
+                else:
+                    self.compositor.select(source)
             case "source", 0:
                 what.types.append(text(body))
             case "offer", 0:
@@ -156,8 +160,9 @@ class Client:
 class Compositor:
     """`managers` are the interfaces by which it offers its clipboard."""
 
-    def __init__(self, path, managers=(EXT,), tells_of_nobody=True):
-        self.interfaces = ("wl_seat", *managers)
+    def __init__(self, path, managers=(EXT,), tells_of_nobody=True, seat="wl_seat"):
+        self.interfaces = (seat, *managers)
+        self.refuses = False  # what clients offer
         self.tells_of_nobody = tells_of_nobody  # a new client, that the clipboard is empty
         self.selection = None  # an Owner, or a client's Source
         self.clients = {}  # by connection

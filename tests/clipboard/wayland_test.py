@@ -151,6 +151,17 @@ class Compositors(OnWayland):
         self.ask("news")
         self.reads("second", {UTF8: b"second"})
 
+    def test_what_is_not_taken_is_not_held(self):
+        self.reads("there", {UTF8: b"there"})
+        self.compositor.refuses = True
+        self.put("refused")
+        self.becomes("there")
+        self.compositor.close()
+        self.compositor = Compositor(self.socket, seat="none")
+        wait_for("a connection", lambda: self.compositor.clients, PATIENCE)
+        time.sleep(0.2)
+        self.assertEqual(BUSY, self.ask("put", "00"))
+
     def test_a_text_outlives_the_compositor_that_comes_back(self):
         for take in (lambda: self.put("kept"), lambda: self.reads("kept", {UTF8: b"kept"})):
             take()

@@ -177,7 +177,7 @@ void WaylandClipboard::OnRead(TextReading::Result result) {
 }
 
 void WaylandClipboard::Own(State state, Text text) {
-  if (connection_->Lost() || finished_ || retry_) ThrowBusy();
+  if (!device_ || connection_->Lost() || finished_) ThrowBusy();
   reading_.reset();
   SetText(std::move(text));
   Enter(state);

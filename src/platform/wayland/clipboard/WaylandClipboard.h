@@ -38,7 +38,8 @@ class WaylandClipboard final : public SessionClipboard {
   explicit WaylandClipboard(EventLoop& loop, const char* display = nullptr);
   ~WaylandClipboard() override;
 
-  // Port. While a lost compositor is waited for all three fail with RuntimeError 521.
+  // Port. While the compositor has no seat, or a lost one is waited for, all three fail with RuntimeError
+  // 521. A text that is refused later makes the one that is there news.
   TextView Read() override;
   bool HoldsSecret() const override { return secret_; }
   void Clear() override;
