@@ -78,12 +78,15 @@ class Scripts(unittest.TestCase):
     def test_killed_in_the_middle_nothing_stays_pressed(self):
         self.start("+^%({é 32767})")
         self.open_terminal()
+        # A keyboard from before, as a person's is. Of one that comes later sway 1.10 tells foot the modifiers while it has
+        # no map of its keys, and foot 1.21 passes over them.
+        self.screen.start("sh", "-c", "(until [ -e $HOME/go ]; do sleep 0.1; done; printf x) | wtype -")
         self.pick()
         wait_for("the first keys", self.text)
         self.screen.stop_program(signal.SIGKILL)
         time.sleep(0.5)
         before = self.text()
-        self.screen.start("wtype", "x")
+        (self.screen.folder / "go").touch()
         wait_for("a key", lambda: self.text() != before)
         self.assertEqual(before + "x", self.text())
 
