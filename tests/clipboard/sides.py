@@ -94,7 +94,7 @@ class Side:
 
 
 class Rules:
-    """What holds on both sides, beside `offers()` and `bad_offers()` of each; `stopped()` is a server that does nothing."""
+    """What holds on both sides, beside `offers()` and `bad_offers()` of each, with a server that is `stopped()`, too."""
 
     QUESTIONS = []  # what an owner of UTF8 is asked for
     NOWHERE = ""  # the name of no server

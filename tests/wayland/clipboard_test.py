@@ -43,8 +43,9 @@ class Sessions:
 
     def paste(self):
         """What a native program pastes. KWin lets one of an empty clipboard wait for ever."""
-        return subprocess.run(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], env=self.desktop.environment,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode()
+        done = subprocess.run(["timeout", str(PATIENCE), "wl-paste", "--no-newline"], env=self.desktop.environment,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        return done.stdout.decode()
 
     def pastes(self, text):
         wait_for(f"{text!r} to be pasted", lambda: self.paste() == text, PATIENCE, 0.1)
@@ -111,7 +112,3 @@ class OnKWin(Sessions, unittest.TestCase):
 
 class OnKWinAlone(OnKWin):
     XWAYLAND = False
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -131,7 +131,3 @@ class Scripts(unittest.TestCase):
 
     def in_front(self, program):
         wait_for(f"{program} in front", lambda: self.screen.focused().get("app_id") == program)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -131,7 +131,3 @@ class PortalKey(PortalCase):
         wait_for("the session's end", lambda: [name for name, _ in portal.calls][-3:] ==
                  ["CreateSession", "BindShortcuts", "Close"])
         self.assertIsNone(self.screen.message())
-
-
-if __name__ == "__main__":
-    unittest.main()
