@@ -125,9 +125,14 @@ class Scripts(unittest.TestCase):
         self.in_front("quillbox")
         self.assertEqual(0, self.screen.start("wtype", "need", "-k", "Return").wait(60))
         wait_for("the text in the terminal", lambda: self.text() == "an old Needle")
-        for program in "foot", "quillbox", "foot":
-            self.in_front(program)
-            portal.press()
+        self.in_front("foot")
+        portal.press()
+        self.in_front("quillbox")
+        # A press before the window knows that it is in front brings it up once more.
+        wait_for("foot in front", lambda: portal.press() or time.sleep(1) or self.has_focus("foot"), 60)
+
+    def has_focus(self, program):
+        return self.screen.focused().get("app_id") == program
 
     def in_front(self, program):
-        wait_for(f"{program} in front", lambda: self.screen.focused().get("app_id") == program)
+        wait_for(f"{program} in front", lambda: self.has_focus(program))
