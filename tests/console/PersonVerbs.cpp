@@ -98,7 +98,7 @@ void AddPersonVerbs(VerbTable& table, Session& session) {
   AddLists(table, session);
   MemoryWorld& world = session.world;
   table.Add("tray.mouse", [&](QuillboxProgram& program, int message) {
-    if (!world.trayIcon.IsThere()) throw ConsoleError("there is no icon");
+    if (!world.trayIcon.icon) throw ConsoleError("there is no icon");
     world.windows.CloseMenu();
     program.dispatcher.Dispatch([&] { world.trayIcon.Press(message); });
   });

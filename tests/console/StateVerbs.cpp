@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <functional>
+#include <utility>
 
-#include "console/Properties.h"
 #include "console/Verbs.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/CommandButton.h"
@@ -54,6 +54,9 @@ Property<Control> OfRows(const char* name, Value (*of)(const ListBox&, int)) {
   });
 }
 
+Text CurrentRow(const ListBox& list) { return list.GetList(list.GetListIndex()).Get(); }
+Text CurrentRow(const ComboBox& box) { return box.Items()[box.GetListIndex()]; }
+
 // The first that an object has counts.
 const std::vector<Property<Control>> kOfControls{
     Of<TextBox, KeyBox>("Text", [](const auto& field) { return field.GetText(); }),
@@ -68,16 +71,10 @@ const std::vector<Property<Control>> kOfControls{
     OfRows<Text>("List", [](const ListBox& list, int row) { return Text(list.GetList(row).Get()); }),
     OfRows<int>("Selected", [](const ListBox& list, int row) { return int{list.GetSelected(row)}; }),
     OfRows<int>("Shown", [](const ListBox& list, int row) { return int{list.IsRowShown(row)}; }),
-    Of<ListBox>("Text",
-                [](const ListBox& list) {
-                  return list.GetListIndex() < 0 ? Text() : list.GetList(list.GetListIndex()).Get();
-                }),
     Of<ComboBox>("ListCount", [](const ComboBox& box) { return box.Items().size(); }),
     Of<ComboBox>("List", &ComboBox::Items),
-    Of<ComboBox>("Text",
-                 [](const ComboBox& box) {
-                   return box.GetListIndex() < 0 ? Text() : box.Items()[box.GetListIndex()];
-                 }),
+    Of<ListBox, ComboBox>(
+        "Text", [](const auto& list) { return list.GetListIndex() < 0 ? Text() : CurrentRow(list); }),
     Of<ScrollBar>("Min", &ScrollBar::GetMin), Of<ScrollBar>("Max", &ScrollBar::GetMax),
     Of<TabControl>("Tab", &TabControl::GetTab),
     Of<TabControl>("Caption", [](const TabControl& tabs) { return tabs.Captions()[tabs.GetTab()]; }),
@@ -124,18 +121,19 @@ void Get(const Session& session, const std::string& name, const std::string& pro
 // What the program has shown, sent, played and written so far, and the answers to its boxes.
 void AddRecords(VerbTable& table, MemoryWorld& world) {
   table.Add("answer", 1, VerbTable::kAnyNumber, [&](In in, Out) {
-    std::vector<int> buttons;
-    for (std::size_t i = 0; i < in.Count(); ++i) buttons.push_back(in.Int(i));
-    for (const int button : buttons) world.messageBoxes.Answer(button);
+    std::vector<BoxAnswer> buttons;
+    for (std::size_t i = 0; i < in.Count(); ++i) buttons.push_back(static_cast<BoxAnswer>(in.Int(i)));
+    world.messageBoxes.answers.insert(world.messageBoxes.answers.end(), buttons.begin(), buttons.end());
   });
   table.Add("boxes", 0, 0, [&](In, Out out) {
-    for (const auto& [text, code, title] : world.messageBoxes.TakeShown()) out.Add(code, title, text);
+    for (const auto& [text, code, title] : std::exchange(world.messageBoxes.shown, {}))
+      out.Add(code, title, text);
   });
-  table.Add("keys", [&] { return world.keySender.TakeSent(); });
-  table.Add("keys.fail", [&](bool failing) { world.keySender.SetFailing(failing); });
+  table.Add("keys", [&] { return std::exchange(world.keySender.sent, {}); });
+  table.Add("keys.fail", [&](bool failing) { world.keySender.failing = failing; });
   table.Add("keys.class", [&](const Last& name) { world.keySender.windowClass = ToUtf8(name); });
-  table.Add("sounds", [&] { return world.sound.TakePlayed(); });
-  table.Add("writes", [&](const Text& file) { return world.files.Writes(file); });
+  table.Add("sounds", [&] { return std::exchange(world.sound.played, {}); });
+  table.Add("writes", [&](const Text& file) { return world.files.writes[file]; });
 }
 
 void AddTips(VerbTable& table, Session& session) {
@@ -171,8 +169,9 @@ void AddStateVerbs(VerbTable& table, Session& session) {
     for (int i = 0; i < EntrySlots::kCount; ++i) out.Add(slots(i).Get());
   });
   table.Add("tray", 0, 0, [&](In, Out out) {
-    const MemoryTrayIcon& icon = session.world.trayIcon;
-    out.Add(icon.IsThere(), icon.Image() == TrayImage::Window ? "window" : "Picture1", icon.Tip());
+    const auto& icon = session.world.trayIcon.icon;
+    const auto& [image, tip] = icon.value_or(MemoryTrayIcon::Icon());
+    out.Add(icon.has_value(), image == TrayImage::Window ? "window" : "Picture1", tip);
   });
   table.Add("menu", 0, 0, [&](In, Out out) {
     const MenuItem* const open = session.world.windows.OpenMenu();

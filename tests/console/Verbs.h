@@ -112,6 +112,9 @@ class VerbTable {
   std::map<std::string, Verb> verbs_;
 };
 
+// The value of a control's property, as it is answered; false if the control has none of that name.
+bool ReadProperty(const Control& control, const std::string& name, Answer& answer);
+
 // The groups of verbs. What surrounds the program, start and end, time:
 void AddWorldVerbs(VerbTable& table, Session& session);
 // What a person does to controls, forms, icon and menu.

@@ -57,9 +57,9 @@ void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
   table.Add("clip.clear", [&] { clipboard.OtherClears(); });
   table.Add("clip.picture", [&] { clipboard.OtherClears(); });
   table.Add("clip.secret", [&] { clipboard.OtherSetsSecret(); });
-  table.Add("clip.lock", [&](bool locked) { clipboard.OtherLocks(locked); });
+  table.Add("clip.lock", [&](bool locked) { clipboard.locked = locked; });
   table.Add("clip.get", [&] { return clipboard.Content(); });
-  table.Add("clip.writes", [&] { return clipboard.OwnWrites(); });
+  table.Add("clip.writes", [&] { return clipboard.ownWrites; });
 }
 
 // The key that is asked for, and what the desktop makes of it.
@@ -103,13 +103,17 @@ void AddRegistry(VerbTable& table, MemoryRegistry& store) {
               store.Store(HiveOf(hive), key, name, value);
             });
   table.Add("reg.get", [&](const Text& hive, const Text& key, const Last& name) {
-    const auto value = store.Find(HiveOf(hive), key, name);
+    const MemoryRegistry::Value* const value = store.Find(HiveOf(hive), key, name);
     return value ? std::vector<Text>{u"1", FromBytes(value->bytes)} : std::vector<Text>{u"0"};
   });
   table.Add("reg.delete", [&](const Text& hive, const Text& key, const Last& name) {
     store.Remove(HiveOf(hive), key, name);
   });
-  table.Add("reg.deny", [&](const Text& hive, bool denied) { store.Deny(HiveOf(hive), denied); });
+  table.Add("reg.deny", [&](const Text& name, bool denied) {
+    const Hive hive = HiveOf(name);
+    store.denied.erase(hive);
+    if (denied) store.denied.insert(hive);
+  });
 }
 
 }  // namespace

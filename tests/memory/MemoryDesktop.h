@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "platform/forms/Form.h"
 #include "platform/ports/Clipboard.h"
@@ -14,17 +15,13 @@ namespace quillbox {
 // A clipboard that other programs (the methods beginning with Other) and this one share.
 class MemoryClipboard : public Clipboard {
  public:
-  TextView Read() override {
-    CheckOpen();
-    return text_;
-  }
+  TextView Read() override { return Opened(); }
   bool HoldsSecret() const override { return secret_; }
   void Clear() override { Put({}); }
   void Put(TextView text) override {
-    CheckOpen();
-    ++ownWrites_;
-    text_ = Text(text);
+    Opened() = Text(text);
     secret_ = false;
+    ++ownWrites;
   }
 
   void OtherSets(const Text& text) { Change(text, ClipboardNews::Text); }
@@ -34,17 +31,15 @@ class MemoryClipboard : public Clipboard {
     OtherClears();
     secret_ = true;
   }
-  // While another program holds the clipboard, nobody else can open it.
-  void OtherLocks(bool locked) { locked_ = locked; }
-
   // What stands on it, whoever holds it; empty for a picture.
   const Text& Content() const { return text_; }
-  // How often the program cleared it or put something on it.
-  int OwnWrites() const { return ownWrites_; }
+
+  bool locked = false;  // by another program: nobody else can open it
+  int ownWrites = 0;    // how often the program cleared it or put something on it
 
  private:
-  void CheckOpen() const {
-    if (locked_) throw RuntimeError(errors::kClipboardBusy, "Can't open Clipboard");
+  Text& Opened() {
+    return !locked ? text_ : throw RuntimeError(errors::kClipboardBusy, "Can't open Clipboard");
   }
   void Change(const Text& text, ClipboardNews news) {
     text_ = text;
@@ -54,39 +49,26 @@ class MemoryClipboard : public Clipboard {
 
   Text text_;
   bool secret_ = false;
-  bool locked_ = false;
-  int ownWrites_ = 0;
 };
 
 // The icon as the shell would show it.
 class MemoryTrayIcon : public TrayIcon {
  public:
-  void Add(TrayImage image, const Text& tip) override {
-    there_ = true;
-    Change(image, tip);
-  }
+  struct Icon {
+    TrayImage image = TrayImage::Window;
+    Text tip;
+  };
+
+  void Add(TrayImage image, const Text& tip) override { icon = {image, tip}; }
   // A shell changes only an icon that it has.
   void Change(TrayImage image, const Text& tip) override {
-    if (!there_) return;
-    image_ = image;
-    tip_ = tip;
+    if (icon) Add(image, tip);
   }
-  void Delete() override {
-    there_ = false;
-    image_ = TrayImage::Window;
-    tip_.clear();
-  }
-
-  bool IsThere() const { return there_; }
-  TrayImage Image() const { return image_; }
-  const Text& Tip() const { return tip_; }
+  void Delete() override { icon.reset(); }
   // A mouse message on the icon.
   void Press(int message) { Tell(message); }
 
- private:
-  bool there_ = false;
-  TrayImage image_ = TrayImage::Window;
-  Text tip_;
+  std::optional<Icon> icon;
 };
 
 // A screen without windows. A menu that opens stays open until somebody closes it.

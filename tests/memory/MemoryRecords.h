@@ -2,7 +2,6 @@
 
 #include <deque>
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "platform/ports/KeyNotation.h"
@@ -10,7 +9,7 @@
 #include "platform/ports/MessageBoxes.h"
 #include "platform/ports/Sound.h"
 
-// What the program shows, types and plays is kept until somebody takes it.
+// What the program shows, types and plays is kept in public members, for whoever wants to see it.
 namespace quillbox {
 
 // Boxes that are answered at once: with the answers prepared for them, else Yes where there is one, else OK.
@@ -23,22 +22,18 @@ class MemoryMessageBoxes : public MessageBoxes {
   };
 
   BoxAnswer Show(const Text& text, BoxCode code, const Text& title) override {
-    shown_.push_back({text, code, title});
+    shown.push_back({text, code, title});
     if (WhileOpen) WhileOpen();
-    if (answers_.empty()) return Asks(code) ? BoxAnswer::Yes : BoxAnswer::Ok;
-    const BoxAnswer answer = answers_.front();
-    answers_.pop_front();
+    if (answers.empty()) answers.push_back(Asks(code) ? BoxAnswer::Yes : BoxAnswer::Ok);
+    const BoxAnswer answer = answers.front();
+    answers.pop_front();
     return answer;
   }
 
-  void Answer(int button) { answers_.push_back(static_cast<BoxAnswer>(button)); }
-  std::vector<Box> TakeShown() { return std::exchange(shown_, {}); }
+  std::deque<BoxAnswer> answers;
+  std::vector<Box> shown;
   // What happens while a box stands open.
   std::function<void()> WhileOpen;
-
- private:
-  std::deque<BoxAnswer> answers_;
-  std::vector<Box> shown_;
 };
 
 // Key strings that could have been typed.
@@ -56,8 +51,8 @@ class MemoryKeySender : public KeySender {
     if (WhileSending) WhileSending();
   }
 
-  void SetFailing(bool failing) { failing_ = failing; }
-  std::vector<Text> TakeSent() { return std::exchange(sent_, {}); }
+  bool failing = false;
+  std::vector<Text> sent;
   // Of the window that has the focus.
   std::string windowClass;
   // What happens while keys are being typed.
@@ -65,24 +60,19 @@ class MemoryKeySender : public KeySender {
 
  private:
   void CheckWorking() const {
-    if (failing_) throw RuntimeError(errors::kPermission, "Permission denied");
+    if (failing) throw RuntimeError(errors::kPermission, "Permission denied");
   }
   void Keep(const Text& keys) {
     ParseKeys(keys);
-    sent_.push_back(keys);
+    sent.push_back(keys);
   }
-
-  bool failing_ = false;
-  std::vector<Text> sent_;
 };
 
 class MemorySound : public Sound {
  public:
-  void Play(const Text& path) override { played_.push_back(path); }
-  std::vector<Text> TakePlayed() { return std::exchange(played_, {}); }
+  void Play(const Text& path) override { played.push_back(path); }
 
- private:
-  std::vector<Text> played_;
+  std::vector<Text> played;
 };
 
 }  // namespace quillbox

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "platform/ports/Registry.h"
@@ -23,21 +24,20 @@ class MemoryRegistry : public Registry {
 
   std::optional<Key> Open(Hive hive, TextView path, std::uint32_t access) override {
     const Place place = At(hive, path);
-    const bool forbidden = (access & registry::kSetValue) != 0 && denied_.contains(hive);
+    const bool forbidden = (access & registry::kSetValue) != 0 && denied.contains(hive);
     if (forbidden || !keys_.contains(place)) return {};
     open_[next_] = place;
     return next_++;
   }
   std::optional<Key> Create(Hive hive, TextView path) override {
-    if (!denied_.contains(hive)) Make(At(hive, path));
+    if (!denied.contains(hive)) Make(At(hive, path));
     return Open(hive, path, 0);
   }
   bool Query(Key key, TextView name, std::size_t maxBytes, std::uint32_t& type, std::string& bytes) override {
     const auto place = open_.find(key);
     const Value* const value = place == open_.end() ? nullptr : Look(place->second, name);
     if (!value || value->bytes.size() > maxBytes) return false;
-    type = value->type;
-    bytes = value->bytes;
+    std::tie(type, bytes) = std::tie(value->type, value->bytes);
     return true;
   }
   bool Set(Key key, TextView name, std::uint32_t type, const std::string& bytes) override {
@@ -50,23 +50,14 @@ class MemoryRegistry : public Registry {
   }
   void Close(Key key) override { open_.erase(key); }
 
-  // The program may only read in that hive.
-  void Deny(Hive hive, bool denied) {
-    if (denied) {
-      denied_.insert(hive);
-    } else {
-      denied_.erase(hive);
-    }
-  }
+  std::set<Hive> denied;  // in which the program may only read
 
   // From outside of the program, whatever it is denied. The key is made with its missing parents.
   void Store(Hive hive, TextView path, TextView name, const Value& value) {
     Make(At(hive, path))[AsciiUpper(name)] = value;
   }
-  std::optional<Value> Find(Hive hive, TextView path, TextView name) const {
-    const Value* const value = Look(At(hive, path), name);
-    return value ? std::optional(*value) : std::nullopt;
-  }
+  // Null if there is none.
+  const Value* Find(Hive hive, TextView path, TextView name) const { return Look(At(hive, path), name); }
   void Remove(Hive hive, TextView path, TextView name) {
     const auto key = keys_.find(At(hive, path));
     if (key != keys_.end()) key->second.erase(AsciiUpper(name));
@@ -96,10 +87,9 @@ class MemoryRegistry : public Registry {
     const auto value = key->second.find(AsciiUpper(name));
     return value == key->second.end() ? nullptr : &value->second;
   }
-  bool MayWrite(Key key) const { return open_.contains(key) && !denied_.contains(open_.at(key).first); }
+  bool MayWrite(Key key) const { return open_.contains(key) && !denied.contains(open_.at(key).first); }
 
   std::map<Place, Values> keys_;
-  std::set<Hive> denied_;
   std::map<Key, Place> open_;
   Key next_ = 1;
 };

@@ -38,14 +38,10 @@ class CountingFiles : public PosixFiles {
  public:
   void WritePieces(const Text& path, const Content& content) override {
     PosixFiles::WritePieces(path, content);
-    ++writes_[path.substr(path.rfind(u'/') + 1)];
+    ++writes[path.substr(path.rfind(u'/') + 1)];
   }
 
-  // `name` without a folder.
-  int Writes(const Text& name) const { return writes_.contains(name) ? writes_.at(name) : 0; }
-
- private:
-  std::map<Text, int> writes_;
+  std::map<Text, int> writes;
 };
 
 // The letters of German and French, and the accents that can be set on any letter.

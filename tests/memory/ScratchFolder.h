@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "base/Utf8.h"
 
@@ -13,10 +14,8 @@ namespace quillbox {
 // A new, empty folder that goes away, with all that is in it, with this object.
 class ScratchFolder {
  public:
-  // std::filesystem::filesystem_error if none can be made.
   ScratchFolder() : path_(std::filesystem::temp_directory_path() / "quillbox-XXXXXX") {
-    const std::error_code failed(mkdtemp(path_.data()) ? 0 : errno, std::system_category());
-    if (failed) throw std::filesystem::filesystem_error("mkdtemp", path_, failed);
+    if (!mkdtemp(path_.data())) throw std::system_error(errno, std::generic_category(), path_);
   }
   ~ScratchFolder() {
     std::error_code ignored;

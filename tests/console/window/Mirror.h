@@ -9,7 +9,7 @@
 #include <QTabBar>
 #include <algorithm>
 
-#include "console/Properties.h"
+#include "console/Verbs.h"
 #include "platform/forms/CommandButton.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/Picture.h"
