@@ -2,6 +2,7 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 #include "base/CodePage.h"
 #include "base/SharedText.h"
@@ -41,16 +42,10 @@ TEST(CodePage, OneForeignCharacterMakesTheWholeTextUtf8) {
 
 // What is kept as bytes reads as it was, and is like no other text.
 TEST(SharedText, IsTheTextItWasMadeOf) {
-  const Text texts[] = {u"",
-                        u"a",
-                        u"\u20AC",
-                        u"\u0080",
-                        u"\u0081",
-                        u"0123456789abcdef0123456789abcdef\u00FC0123456789abcdef",
-                        u"0123456789abcdef0123456789abcdef\u20AC0123456789abcdef",
-                        u"0123456789abcdef0123456789abcdef\u00800123456789abcdef",
-                        u"0123456789abcdef0123456789abcdef\u00FC0123456789abcdeg",
-                        u"0123456789abcdef0123456789abcdef\u03B10123456789abcdef"};
+  const Text before(32, u'b'), behind(15, u'e');
+  std::vector<Text> texts{u"", u"a", u"\u20AC", u"\u0080", u"\u0081", before + u"\u00FC" + behind + u"f"};
+  for (const char16_t* one : {u"\u20AC", u"\u00FC", u"\u0080", u"\u03B1"})
+    texts.push_back(before + one + behind);
   for (const Text& text : texts) {
     const SharedText shared(text);
     EXPECT_EQ(shared.Get(), text);
@@ -61,8 +56,8 @@ TEST(SharedText, IsTheTextItWasMadeOf) {
       EXPECT_EQ(shared == SharedText(other), text == other);
     }
   }
-  EXPECT_TRUE(SharedText(texts[6]).SingleBytes());
-  EXPECT_FALSE(SharedText(texts[7]).SingleBytes());
+  EXPECT_TRUE(SharedText(before + u"\u20AC").SingleBytes());
+  EXPECT_FALSE(SharedText(before + u"\u0080").SingleBytes());
 }
 
 }  // namespace

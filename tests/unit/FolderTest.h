@@ -20,12 +20,11 @@ namespace quillbox {
 inline int InChild(const std::function<int()>& body) {
   const pid_t child = ::fork();
   if (child == 0) {
-    int code = 99;
     try {
-      code = body();
+      ::_exit(body());
     } catch (...) {
+      ::_exit(99);
     }
-    ::_exit(code);
   }
   int status = 0;
   ::waitpid(child, &status, 0);
@@ -34,27 +33,21 @@ inline int InChild(const std::function<int()>& body) {
 
 // Runs `body`, which expects things of its own, in a child process.
 inline void Apart(const std::function<void()>& body) {
-  const auto run = [&body] {
-    body();
-    return testing::Test::HasFailure() ? 1 : 0;
-  };
-  EXPECT_EQ(InChild(run), 0);
+  const auto fails = [&body] { return body(), testing::Test::HasFailure(); };
+  EXPECT_EQ(InChild(fails), 0);
 }
 
 // A test with a folder of its own; names are paths in it.
-class FolderTest : public testing::Test {
+class FolderTest : public testing::Test, protected ScratchFolder {
  protected:
-  std::string Path(const std::string& name = "") const { return folder_.Path(name); }
   Text In(const std::string& name) const { return FromUtf8(Path(name)); }
-  void Make(const std::string& name) const { std::filesystem::create_directories(Path(name)); }
   void Put(const std::string& name, const std::string& content) const {
     std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
     std::ofstream(Path(name), std::ios::binary | std::ios::trunc) << content;
   }
   std::string Content(const std::string& name) const {
     std::ifstream file(Path(name), std::ios::binary);
-    if (!file) return "(missing)";
-    return {std::istreambuf_iterator<char>(file), {}};
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(missing)";
   }
   bool Exists(const std::string& name) const { return std::filesystem::exists(Path(name)); }
   std::ptrdiff_t Entries(const std::string& name = "") const {
@@ -78,9 +71,6 @@ class FolderTest : public testing::Test {
       body();
     });
   }
-
- private:
-  const ScratchFolder folder_;
 };
 
 }  // namespace quillbox

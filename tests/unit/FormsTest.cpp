@@ -83,6 +83,20 @@ TEST_F(Forms, ALimitOfAFieldHoldsForThePersonAloneAndCutsNoPair) {
   EXPECT_EQ(line.GetText(), u"aaEND") << "whatever is put in the middle, nothing behind it is lost";
 }
 
+// A form that nobody has loaded, a size that changes, a row that code selects.
+TEST_F(Forms, WhatCodeDoesRaisesEventsWhereSomethingChanges) {
+  Form other(dispatcher, "other", u"Other");
+  other.LoadHandler = Note("load");
+  other.Resize = Note("resize");
+  list.Click = Note("click");
+  for (int twice = 0; twice < 2; ++twice) {
+    other.Show();
+    other.SetSize(1, 2);
+    list.SetSelected(1, true);
+  }
+  EXPECT_EQ(TakeLog(), "load, resize, click");
+}
+
 TEST_F(Forms, AnEnterThatAHandlerTakesAwayReachesNobody) {
   button.Click = Note("click");
   form.SetDefaultButton(&button);
@@ -128,27 +142,26 @@ TEST_F(Forms, InputsWhileAHandlerWaits) {
 // A dialog that is unloaded while one of its handlers waits lives until that handler has ended.
 TEST_F(Forms, AFormClosedWhileItsHandlerWaitsStaysUntilTheHandlerEnds) {
   struct Dialog {
-    explicit Dialog(Dispatcher& of, bool& isGone) : form(of, "dialog", u"Dialog"), gone(isGone) {}
-    ~Dialog() { gone = true; }
+    explicit Dialog(Dispatcher& of) : form(of, "dialog", u"Dialog") {}
     Form form;
     TextBox field{form, "field", TextBox::Lines::One};
     CommandButton ask{form, "ask", u"Ask"};
-    bool& gone;
+    std::shared_ptr<int> life = std::make_shared<int>();
   };
-  bool gone = false;
-  FormSlot<Dialog> slot(dispatcher, [&] { return std::make_unique<Dialog>(dispatcher, gone); });
+  FormSlot<Dialog> slot(dispatcher, [&] { return std::make_unique<Dialog>(dispatcher); });
   slot.Show();
   Dialog* const dialog = slot.Get();
+  const std::weak_ptr<int> life = dialog->life;
   EXPECT_EQ(dispatcher.Focused(), &dialog->field);
   dialog->ask.Click = [&] {
     dialog->field.SetFocus();
     dispatcher.WhileWaiting([&] { dispatcher.Dispatch([&] { slot.Unload(); }); });
     EXPECT_EQ(slot.Get(), nullptr);
     EXPECT_EQ(dispatcher.Focused(), nullptr);
-    EXPECT_FALSE(gone);
+    EXPECT_FALSE(life.expired());
   };
   dialog->ask.PersonClick();
-  EXPECT_TRUE(gone);
+  EXPECT_TRUE(life.expired());
   EXPECT_EQ(dispatcher.Focused(), nullptr) << "the change that it had asked for went with it";
 }
 

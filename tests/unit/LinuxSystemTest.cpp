@@ -20,19 +20,17 @@ class LinuxSystemTest : public FolderTest {
 };
 
 TEST_F(LinuxSystemTest, FilesLieInTheSourceOrWhereItIsInstalledOrBesideAPortableProgram) {
+  const std::string shared = "opt/share/quillbox";
   const struct {
-    std::vector<const char*> made;  // beside those of the rows before
-    const char *data, *templates, *help;
+    std::vector<std::string> made;  // beside those of the rows before
+    std::string data, templates, help;
   } rows[] = {
       {{"opt/bin", "source/templates", "source/help"}, "data/quillbox", "source/templates", "source/help"},
-      {{"opt/share/quillbox/templates", "opt/share/quillbox/help"},
-       "data/quillbox",
-       "opt/share/quillbox/templates",
-       "opt/share/quillbox/help"},
-      {{"opt/bin/Templates"}, "opt/bin", "opt/bin/Templates", "opt/share/quillbox/help"},
+      {{shared + "/templates", shared + "/help"}, "data/quillbox", shared + "/templates", shared + "/help"},
+      {{"opt/bin/Templates"}, "opt/bin", "opt/bin/Templates", shared + "/help"},
       {{"opt/bin/Help"}, "opt/bin", "opt/bin/Templates", "opt/bin/Help"}};
   for (const auto& [made, data, templates, help] : rows) {
-    for (const char* folder : made) Make(folder);
+    for (const std::string& folder : made) std::filesystem::create_directories(Path(folder));
     LinuxSystem system(places_);
     EXPECT_EQ(system.DataFolder(), In(data));
     EXPECT_EQ(system.TemplateFolder(), In(templates));
@@ -82,8 +80,8 @@ TEST(LinuxSystem, FoldersComeFromTheEnvironment) {
     ::unsetenv("XDG_DATA_HOME");
     const RegistryPlaces places = RegistryPlaces::FromEnvironment();
     EXPECT_EQ(places.configHome, "/home/ann/.config");
-    EXPECT_EQ(places.configDirs, (Paths{"/a", "/b"}));
     EXPECT_EQ(places.autostart, "/home/ann/.config/autostart");
+    EXPECT_EQ(places.configDirs, (Paths{"/a", "/b"}));
     EXPECT_EQ(places.systemAutostart, (Paths{"/a/autostart", "/b/autostart"}));
     EXPECT_EQ(SystemPlaces::FromEnvironment().dataHome, "/home/ann/.local/share");
     ::setenv("XDG_DATA_HOME", "/data", 1);

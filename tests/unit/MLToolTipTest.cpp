@@ -13,26 +13,19 @@ std::string Lines(const MLToolTip& tips, const Text& tip) {
   MemoryTips surface;
   Text lines;
   const TipLayout layout = tips.Layout(tip, 0, 1000, surface);
-  for (const TipLine& line : layout.lines) {
-    if (&line != &layout.lines.front()) lines += u'|';
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < line.text.size(); ++i) {
-      const bool underlined = next < line.underlined.size() && line.underlined[next] == i;
-      if (underlined) ++next;
-      lines += underlined ? Text{u'[', line.text[i], u']'} : Text{line.text[i]};
+  for (const auto& [text, underlined] : layout.lines) {
+    Text line = text;
+    for (auto at = underlined.rbegin(); at != underlined.rend(); ++at) {
+      line.insert(*at, u"[").insert(*at + 2, u"]");
     }
-    EXPECT_EQ(next, line.underlined.size()) << "a position without a character";
+    lines += (&text == &layout.lines.front().text ? u"" : u"|") + line;
   }
   return ToUtf8(lines);
 }
 
 TEST(MLToolTip, UnderlinesAndNarrowWidths) {
   MLToolTip tips;
-  const struct {
-    int characters;
-    Text tip;
-    std::string lines;
-  } cases[] = {
+  const std::tuple<int, Text, std::string> cases[] = {
       {45, u"&File and &Edit", "[F]ile and [E]dit"},
       {45, u"&&&x &&&&", "&[x] &&"},
       {45, u"end&\r\n&next", "end|[n]ext"},
@@ -47,6 +40,12 @@ TEST(MLToolTip, UnderlinesAndNarrowWidths) {
   for (const auto& [characters, tip, lines] : cases) {
     tips.MLToolTipSetMaxWidth(characters * MemoryTips::kCharacterWidth);
     EXPECT_EQ(Lines(tips, tip), lines) << ToUtf8(tip);
+  }
+  // The first installation takes the limit away, a second one nothing.
+  for (const std::string lines : {"long", "l|o|n|g"}) {
+    tips.MLToolTipInstall();
+    EXPECT_EQ(Lines(tips, u"long"), lines);
+    tips.MLToolTipSetMaxWidth(1);
   }
 }
 

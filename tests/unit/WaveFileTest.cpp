@@ -33,8 +33,7 @@ struct Wave {
   }
 };
 
-class WaveFileTest : public FolderTest {
- protected:
+struct WaveFileTest : FolderTest {
   bool Playable(const std::string& bytes) {
     Put("sound.wav", bytes);
     return IsPlayableWave(In("sound.wav"));
