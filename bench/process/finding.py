@@ -21,7 +21,7 @@ class Field:
         self.window = scene.tray.root.create_window(0, 0, 300, 100, 0, X.CopyFromParent, event_mask=X.KeyPressMask)
         self.window.map()
         self.display.sync()
-        wait_for("the field", lambda: self.window.id in scene.desktop.client_list())
+        wait_for("the field", lambda: self.window.id in scene.desktop.stacking())
 
     def take_focus(self):
         self.scene.desktop.xdotool("windowactivate", "--sync", self.window.id)
