@@ -74,6 +74,7 @@ class VerbTable {
     constexpr std::size_t most = (std::size_t{kIsArgument<Parameters>} + ... + 0);
     constexpr std::size_t least = most - (std::is_same_v<Parameters, const Last&> || ...);
     Add(name, least, most, [this, does](In in, Out out) {
+      static_cast<void>(this);  // without arguments nobody is asked
       std::size_t next = 0;
       const std::tuple<decltype(Read<Parameters>(in, next))...> values{Read<Parameters>(in, next)...};
       if constexpr (std::is_void_v<Result>) {
