@@ -2,6 +2,7 @@
 // is what is asked for, texts in hexadecimal UTF-8. clipboard-body x11|wayland DISPLAY
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -32,6 +33,11 @@ class ClipboardBody {
     if (verb == "read") return ToHex(ToUtf8(clipboard_->Read()));
     if (verb == "secret") return std::to_string(clipboard_->HoldsSecret());
     if (verb == "put") return clipboard_->Put(FromUtf8(FromHex(argument))), "";
+    if (verb == "restore") {
+      if (!clipboard_->Read().empty()) return "a text";
+      std::raise(SIGSTOP);  // until somebody else has done something
+      return clipboard_->PutUnlessTaken(FromUtf8(FromHex(argument))), "";
+    }
     if (verb == "part") return clipboard_->Put(clipboard_->Read().substr(std::stoul(argument), 1)), "";
     if (verb == "clear") return clipboard_->Clear(), "";
     if (verb == "settle") return std::to_string(clipboard_->Settle(std::stoi(argument)));

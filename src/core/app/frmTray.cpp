@@ -144,7 +144,7 @@ void frmTray::RefuseSecondInstance() {
 void frmTray::RestoreClipboard() {
   const SharedText newest = clip.ClipEntries(0);
   const bool empty = platform_.clipboard.Read().empty() && !platform_.clipboard.HoldsSecret();
-  if (!newest.IsEmpty() && empty) platform_.clipboard.Put(newest.Get());
+  if (!newest.IsEmpty() && empty) platform_.clipboard.PutUnlessTaken(newest.Get());
 }
 
 void frmTray::RecordVersion() {

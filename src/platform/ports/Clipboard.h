@@ -31,6 +31,9 @@ class Clipboard {
   // Both may fail with RuntimeError 521; afterwards Read gives what was set.
   virtual void Clear() = 0;
   virtual void Put(TextView text) = 0;
+  // As Put, for a clipboard that Read has found empty; but a copy that another program has made since then,
+  // and of which we haven't heard yet, stays where the session can tell.
+  virtual void PutUnlessTaken(TextView text) { Put(text); }
   // `news` is called on the event loop, never from within Read, Clear or Put, as long as the hook stays.
   Hook Listen(Event<ClipboardNews>::Handler news) { return news_.Listen(std::move(news)); }
 

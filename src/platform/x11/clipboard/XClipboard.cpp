@@ -53,11 +53,20 @@ void XClipboard::Clear() {
 
 void XClipboard::Put(TextView text) {
   if (text.empty()) return Clear();
+  Hold(text);
+  ownership_.Claim();
+}
+
+void XClipboard::PutUnlessTaken(TextView text) {
+  Hold(text);
+  ownership_.ClaimUnlessTaken();
+}
+
+void XClipboard::Hold(TextView text) {
   RequireWritable();
   EndTransfer();
   SetText(Text(text));
   content_ = Content::HasText;
-  ownership_.Claim();
 }
 
 void XClipboard::RequireWritable() {

@@ -32,6 +32,7 @@ class XClipboard final : public SessionClipboard {
   bool HoldsSecret() const override { return secret_; }
   void Clear() override;
   void Put(TextView text) override;
+  void PutUnlessTaken(TextView text) override;
 
   bool Settle(int milliseconds) override;
   // To the clipboard manager, if one runs.
@@ -60,6 +61,7 @@ class XClipboard final : public SessionClipboard {
   void StartDueTransfer();
   void EndTransfer();
   void RequireWritable();
+  void Hold(TextView text);
   void FollowFocus(bool follow);
   void SetText(Text text);
 

@@ -63,10 +63,10 @@ void XOwnership::OnReport(const xcb_xfixes_selection_notify_event_t& event) {
   owner_ = event.owner;
   state_ = owner_ ? State::Others : State::Nobodys;
   if (owner_) return sink_.taken(event.timestamp);
-  if (managers) return sink_.hidden();
-  if (!died) return sink_.cleared();
   // A new owner of the same millisecond must not lose to us.
   inheritTime_ = std::max(event.selection_timestamp, event.timestamp - 1);
+  if (managers) return sink_.hidden();
+  if (!died) return sink_.cleared();
   sink_.died();
 }
 
@@ -101,6 +101,7 @@ void XOwnership::AskForOwner(xcb_timestamp_t time) {
     const auto* reply = static_cast<const xcb_get_selection_owner_reply_t*>(answer);
     owner_ = reply ? reply->owner : xcb_window_t{XCB_NONE};
     state_ = owner_ ? State::Others : State::Nobodys;
+    inheritTime_ = time;
     if (owner_)
       sink_.taken(time);
     else
@@ -126,6 +127,7 @@ void XOwnership::Wish(xcb_window_t owner) {
   Trace({"clipboard: ", owner ? "ours" : "cleared by us"});
   wished_ = owner;
   wishSequence_ = 0;
+  inheritTime_ = 0;
   state_ = State::Wished;
   if (lastTime_) SendWish(lastTime_);
   timeSequence_ = AskForTime();
@@ -140,8 +142,16 @@ void XOwnership::SendWish(xcb_timestamp_t time) {
   if (!wishSequence_) wishSequence_ = cookie.sequence;
 }
 
+void XOwnership::ClaimUnlessTaken() {
+  // After a clear of our own, or with an owner whose content isn't a text, there is no such time.
+  if (state_ == State::Nobodys && inheritTime_)
+    Inherit();
+  else
+    Claim();
+}
+
 void XOwnership::Inherit() {
-  Trace({"clipboard: ", "taken over from an owner that has quit"});
+  Trace({"clipboard: ", "taken over from nobody"});
   wished_ = window_;
   state_ = State::Inheriting;
   const auto cookie = xcb_get_selection_owner(connection_.Get(), connection_.Atoms().clipboard);
@@ -151,6 +161,7 @@ void XOwnership::Inherit() {
     SendWish(inheritTime_);
     state_ = State::Ours;
   });
+  connection_.Flush();
 }
 
 }  // namespace quillbox

@@ -20,7 +20,7 @@ namespace quillbox {
 //                          +---------+                                 | or the owner has died
 //                          | Nobodys |<--------------------------------+
 //                          +---------+
-//                            ^     | Inherit, after a death
+//                            ^     | Inherit
 //      reported after GiveUp |     v
 //            +--------+      |  +------------+
 //  Claim --->| Wished |------+  | Inheriting |
@@ -74,6 +74,8 @@ class XOwnership {
   void GiveUp() { Wish(XCB_NONE); }
   // Takes over what a dead owner has left, unless somebody else has done so by now.
   void Inherit();
+  // Claims what is nobody's as Inherit does, anything else as Claim does.
+  void ClaimUnlessTaken();
 
   bool Ours() const;
   // Whether another client owns it that is the window manager.
@@ -113,7 +115,7 @@ class XOwnership {
   xcb_window_t owner_ = XCB_NONE;    // that was reported last
   xcb_window_t manager_ = XCB_NONE;  // a window of the window manager
   xcb_timestamp_t lastTime_ = 0;     // 0 if none is known yet
-  xcb_timestamp_t inheritTime_ = 0;  // with which what a dead owner has left is claimed
+  xcb_timestamp_t inheritTime_ = 0;  // with which what has become nobody's is claimed; 0 after a wish of ours
   // While Wished or WishedAgain.
   xcb_window_t wished_ = XCB_NONE;  // who shall own it
   unsigned wishSequence_ = 0;       // number of the first request that says so
