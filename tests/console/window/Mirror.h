@@ -187,8 +187,8 @@ inline void CompareForm(const Form& form, const FormView& view) {
     if (dynamic_cast<const Timer*>(control)) continue;
     if (QWidget* const widget = view.WidgetOf(*control)) {
       Glass(name, *control, *widget).Look();
-    } else if (!dynamic_cast<const Picture*>(
-                   control)) {  // one that only draws a frame may be the window's own
+    } else if (!dynamic_cast<const Picture*>(control)) {
+      // A picture that only draws a frame may be the window's own.
       Same(name, "Visible", false, control->IsShown());
     }
   }
