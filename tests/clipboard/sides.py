@@ -168,6 +168,22 @@ class Rules:
         self.news_is("T")
         self.assertEqual(("1", "before"), (self.ask("settle", 0), self.read()))
 
+    def test_what_is_put_back_at_the_start_gives_way_to_a_copy(self):
+        for copied, stays in ({}, "back"), ({UTF8: b"a copy"}, "a copy"):
+            process = self.body.process
+            restore = threading.Thread(target=self.ask, args=("restore", b"back".hex()))
+            restore.start()
+            wait_for("it to stand still", lambda: os.waitpid(process.pid, os.WUNTRACED | os.WNOHANG)[0], PATIENCE)
+            if copied:
+                self.own(copied)
+            process.send_signal(signal.SIGCONT)
+            restore.join()
+            self.becomes(stays)
+            self.pastes(stays)
+            self.body.end()
+            self.body = self.start()
+            self.ask("settle", 20_000)
+
     def test_a_new_owner_ends_the_reading_of_the_old_one(self):
         said = []
         self.own({UTF8: (said.append(1) or b"old " for _ in slowly(itertools.repeat(1), 0.005))})

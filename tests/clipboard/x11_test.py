@@ -1,9 +1,7 @@
 """Our side of the X11 clipboard, against owners, readers and strangers that behave well or badly."""
 import contextlib
-import os
 import signal
 import struct
-import threading
 import time
 import unittest
 
@@ -209,22 +207,6 @@ class Takeover(OnX11):
         self.news_is("T")
         self.stays("second")
         self.pastes("second")
-
-    def test_what_is_put_back_at_the_start_gives_way_to_a_copy(self):
-        for copied, stays in ({}, "back"), ({UTF8: b"a copy"}, "a copy"):
-            process = self.body.process
-            restore = threading.Thread(target=self.ask, args=("restore", b"back".hex()))
-            restore.start()
-            wait_for("it to stand still", lambda: os.waitpid(process.pid, os.WUNTRACED | os.WNOHANG)[0], PATIENCE)
-            if copied:
-                self.own(copied)
-            process.send_signal(signal.SIGCONT)
-            restore.join()
-            self.becomes(stays)
-            self.pastes(stays)
-            self.body.end()
-            self.body = self.start()
-            self.ask("settle", 20_000)
 
     def test_the_manager_reads_the_text_before_we_go(self):
         self.assertEqual("0", self.ask("hand-over", 20_000), "nothing is ours")

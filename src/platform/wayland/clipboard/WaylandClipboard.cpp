@@ -75,6 +75,14 @@ void WaylandClipboard::Clear() { Own(State::Empty, {}); }
 
 void WaylandClipboard::Put(TextView text) { Own(text.empty() ? State::Empty : State::Owned, Text(text)); }
 
+void WaylandClipboard::PutUnlessTaken(TextView text) {
+  const auto heard = std::make_shared<bool>(false);
+  connection_->Sync([heard] { *heard = true; });
+  connection_->Flush();
+  Wait([&heard] { return *heard; }, kAnswerMs);
+  if (state_ == State::Empty && !secret_) Put(text);
+}
+
 bool WaylandClipboard::Settle(int milliseconds) {
   return Wait([this] { return state_ != State::Starting && state_ != State::Reading; }, milliseconds);
 }

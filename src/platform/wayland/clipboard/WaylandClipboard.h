@@ -44,6 +44,9 @@ class WaylandClipboard final : public SessionClipboard {
   bool HoldsSecret() const override { return secret_; }
   void Clear() override;
   void Put(TextView text) override;
+  // A selection has no time by which the compositor could refuse an old wish: what has been copied by now is
+  // heard of first, which waits for the compositor, at most three seconds.
+  void PutUnlessTaken(TextView text) override;
   bool Settle(int milliseconds) override;
   // Nobody takes a text over by a word of the protocol: sees those off who are reading it. Always false.
   bool HandOver(int milliseconds) override;
