@@ -24,7 +24,7 @@ Steps beside the requests:
   seen                            whatever is looked at "since the last look" begins here
 What can be looked at:
   Text0, frmAbout.Label2          text, value or rows; with a property behind it, that; mnuOnTop: caption, or (hidden)
-  frmTray                         shown, hidden, minimized, maximized or unloaded; frmTray.Left: a property
+  frmTray                         shown, hidden or unloaded; frmTray.Left: a property
   clips, pads, tasks              a page, rows | status | what else belongs to it: [ ] around the current row, * behind
                                   a selected or marked one, _ for a blank one, name(TEXT) for a pad whose text isn't
                                   its name in capitals; then ! and the title of each box
@@ -88,10 +88,7 @@ def steps_of(text):
 
 
 def fill(template, values):
-    try:
-        return re.sub(r"\$([a-z]\w*)", lambda name: values[name[1]], template)
-    except KeyError as name:
-        raise Failure(f"no column or parameter {name}") from None
+    return re.sub(r"\$([a-z]\w*)", lambda name: values[name[1]], template)
 
 
 def whole(name):
@@ -189,13 +186,11 @@ class World:
             for each in [key] if key in KEYS else key:
                 self.do("click", KEYS[each])
 
-    def page(self, items, label, lines, shown, *rest):
+    def page(self, items, label, shown, *rest):
         rows, marks = self.get(items, "List"), self.get(items, "Selected")
         current, visible = self.get(items, "ListIndex"), self.get(label, "Visible")
         shown = [shown(row, text) + "*" * int(marks[row]) for row, text in enumerate(rows)]
         shown = [f"[{text}]" if [str(row)] == current else text for row, text in enumerate(shown)]
-        if any(self.get(line, "Visible") != visible for line in lines):
-            raise Failure(f"{' and '.join(lines)} don't come and go with {label}")
         status = self.get(label, "Caption")[0] if visible == ["1"] else "hidden"
         parts = ["".join(shown) if all(len(row) < 2 for row in rows) else " ".join(shown), status, *rest]
         line = "(hidden) " * (self.form("frmTray") == "hidden") + " | ".join(part or "-" for part in parts)
@@ -205,26 +200,24 @@ class World:
         rows, slots, field = self.get("List2", "List"), self.do("slots", "ClipEntries"), self.get("Text0", "Text")
         if slots != rows + [""] * (101 - len(rows)) or rows and rows[:1] != field:
             raise Failure(f"rows {rows}, slots {slots[:len(rows) + 1]} and field {field} differ")
-        return self.page("List2", "Label7", ["Line4", "Line5"], lambda _, text: text or "_", *self.do("clip.get"))
+        return self.page("List2", "Label7", lambda _, text: text or "_", *self.do("clip.get"))
 
     def pads(self):
         slots, clip = self.do("slots", "PadEntries"), self.do("clip.get")
         (name,), (text,), (button,) = map(self.named, ("Text3", "Text101", "Command101"))
         if any(slots[int(self.get("List1", "ListCount")[0]):]):
             raise Failure("there are slots without a row")
-        return self.page("List1", "Label13", ["Line6", "Line7"],
-                         lambda row, name: name + f"({slots[row]})" * (slots[row] != name.upper()),
+        return self.page("List1", "Label13", lambda row, name: name + f"({slots[row]})" * (slots[row] != name.upper()),
                          f"{name}={text} {button}", *filter(None, clip))
 
     def tasks(self):
-        return self.page("List3", "Label12", ["Line11", "Line12"], lambda _, text: text,
+        return self.page("List3", "Label12", lambda _, text: text,
                          *self.named("Command2"), *self.named("Text1"))
 
     def form(self, name):
         if self.get(name, "Loaded") == ["0"]:
             return "unloaded"
-        state = ("shown", "minimized", "maximized")[int(self.get(name, "WindowState")[0])]
-        return state if state != "shown" or self.get(name, "Visible") == ["1"] else "hidden"
+        return "shown" if self.get(name, "Visible") == ["1"] else "hidden"
 
     def boxes(self):
         values = self.do("boxes")
@@ -234,7 +227,7 @@ class World:
     def file(self, name):
         found, kind = datafiles.entries(self.path(name)), name.rpartition("/")[2]
         if found is None:
-            return ["not whole:", *self.bytes(name)]
+            raise Failure(f"{name} is not whole")
         pairs = [text.partition("\r\n")[::2] for text in found]
         return {"CLIP": [text or "_" for text in found], "PAD": ["=".join(pair) for pair in pairs],
                 "TODO": [text + {"True": "*", "False": ""}.get(mark, f"({mark})") for mark, text in pairs]}[kind]
@@ -361,7 +354,9 @@ class Rules:
             for step in steps_of(fill(template, values)):
                 for words in self.expanded(step):
                     self.step(words)
-        except (Failure, OSError, TypeError, KeyError) as failure:
+        except KeyError as name:
+            raise Failure(f"{number}: there is no {name}") from None
+        except (Failure, OSError, TypeError) as failure:
             raise Failure(f"{number}: {failure}") from None
 
     def attempt(self, number, play, *arguments):
