@@ -1,6 +1,4 @@
-"""A service on the session bus, answering in a thread of its own."""
-import threading
-
+"""A service on the session bus, which answers in its connection's own thread."""
 import gi
 
 gi.require_version("Gio", "2.0")
@@ -28,37 +26,43 @@ def get(bus, name, path, interface, what):
 
 
 class BusService:
-    """On the bus at `address` until `close()`, with the names that it is given."""
+    """On the bus at `address` until `close()`, with the names that it is given. What it takes, calls and signals, goes
+    to the method of that name, one message after the other; anything else is answered as an unknown method."""
+
+    TAKES = {}  # interface and name -> types of the values
+    PROPERTIES = {}  # interface and name -> value
 
     def __init__(self, address, *names):
         self.bus = connect(address)
-        self.loop = GLib.MainLoop(GLib.MainContext())
-        ready = threading.Event()
-        self.thread = threading.Thread(target=self._run, args=(names, ready), daemon=True)
-        self.thread.start()
-        if not ready.wait(10):
-            raise AssertionError(f"{names[0]} did not start")
-
-    def _run(self, names, ready):
-        self.loop.get_context().push_thread_default()
-        self.publish()
+        self.bus.add_filter(self._take)
         for name in names:
-            self.name("RequestName", "(su)", name, 4)
-        self.named()
-        ready.set()
-        self.loop.run()
+            self.ask_bus("RequestName", "(su)", name, 4)
 
-    def name(self, method, kind, *arguments):
+    def _take(self, _bus, message, is_incoming):
+        name = f"{message.get_interface()}.{message.get_member()}"
+        takes = {f"{BUS}.Properties.Get": "ss", **self.TAKES}
+        if not is_incoming or takes.get(name) != message.get_signature():
+            return message
+        values = message.get_body().unpack() if message.get_body() else ()
+        getattr(self, message.get_member())(message, *values)
+        return None
+
+    def Get(self, message, interface, name):
+        self.answer(message, "(v)", self.PROPERTIES[f"{interface}.{name}"])
+
+    def answer(self, message, kind=None, *values):
+        reply = message.new_method_reply()
+        if kind:
+            reply.set_body(GLib.Variant(kind, values))
+        self.bus.send_message(reply, Gio.DBusSendMessageFlags.NONE)
+
+    def refuse(self, message, why):
+        refusal = message.new_method_error_literal(f"{BUS}.Error.AccessDenied", why)
+        self.bus.send_message(refusal, Gio.DBusSendMessageFlags.NONE)
+
+    def ask_bus(self, method, kind, *arguments):
         call(self.bus, BUS, "/org/freedesktop/DBus", f"{BUS}.{method}", kind, arguments)
-
-    def publish(self):
-        """Registers the objects, before anybody knows the names."""
-
-    def named(self):
-        """The names are there."""
 
     def close(self):
         if not self.bus.is_closed():
-            self.loop.quit()
-            self.thread.join(5)
             self.bus.close_sync(None)

@@ -10,6 +10,7 @@ import unittest
 import datafiles
 from desktop import Desktop, wait_for
 from screenreader import ScreenReader, nodes
+from statusnotifier import StatusNotifierHost
 
 TEMPLATES = pathlib.Path(__file__).parents[2] / "templates"
 PAGES = ("Clip", "Pad", "Calc", "Timer", "ToDo")
@@ -48,6 +49,18 @@ class DesktopCase(unittest.TestCase):
         if page:
             self.window = self.to_front(self.desktop.show_window())
             self.desktop.key(*["ctrl+Tab"] * PAGES.index(page))
+
+    def host(self, *names):
+        host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], *names)
+        self.addCleanup(host.close)
+        return host
+
+    def start_with_host(self, host=None):
+        """Starts the program beside a panel that shows nothing."""
+        host = host or self.host()
+        self.desktop.start_program(wait=False)
+        wait_for("the icon", lambda: host.items)
+        return host
 
     # --- windows
 

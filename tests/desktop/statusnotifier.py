@@ -1,11 +1,9 @@
 """A panel that speaks StatusNotifierItem: watcher and host in one, which draws nothing."""
-from busservice import BUS, BusService, Gio, GLib, call, get
-from screen import wait_for
+from busservice import BUS, BusService, GLib, call, get
 
 WATCHER, PATH = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
-ITEM = "org.kde.StatusNotifierItem"
-MENU = "com.canonical.dbusmenu"
-INTERFACE = f"""
+ITEM, MENU = "org.kde.StatusNotifierItem", "com.canonical.dbusmenu"
+DESCRIPTION = f"""
 <node><interface name="{WATCHER}">
   <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
   <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
@@ -15,39 +13,35 @@ INTERFACE = f"""
 class StatusNotifierHost(BusService):
     """With `names` the watcher has these as well, and is no host by itself."""
 
+    TAKES = {f"{WATCHER}.RegisterStatusNotifierItem": "s", f"{BUS}.NameOwnerChanged": "sss",
+             f"{BUS}.Introspectable.Introspect": ""}
+    PROPERTIES = {f"{WATCHER}.IsStatusNotifierHostRegistered": GLib.Variant("b", True)}
+
     def __init__(self, address, *names):
         self.items = []  # the bus names of the icons, in the order of their coming
         super().__init__(address, WATCHER, *names)
-
-    def publish(self):
-        interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-        self.bus.register_object(PATH, interface, self._register, lambda *_: GLib.Variant("b", True), None)
-        self.bus.signal_subscribe(BUS, BUS, "NameOwnerChanged", None, None, 0, self._owner_changed)
-
-    def named(self):
+        self.ask_bus("AddMatch", "(s)", "member='NameOwnerChanged'")
         self._signal("StatusNotifierHostRegistered", None)
 
     def host(self, there):
         """A host of its own comes or goes, of which Plasma's watcher tells nobody."""
         name = "org.kde.StatusNotifierHost-1"
-        self.name("RequestName", "(su)", name, 4) if there else self.name("ReleaseName", "(s)", name)
+        self.ask_bus("RequestName", "(su)", name, 4) if there else self.ask_bus("ReleaseName", "(s)", name)
 
-    def _register(self, _bus, sender, _path, _interface, _method, arguments, invocation):
-        service = arguments.unpack()[0]
-        self.items.append(sender if service.startswith("/") else service)
+    def Introspect(self, message):
+        self.answer(message, "(s)", DESCRIPTION)
+
+    def RegisterStatusNotifierItem(self, message, service):
+        self.items.append(message.get_sender() if service.startswith("/") else service)
         self._signal("StatusNotifierItemRegistered", GLib.Variant("(s)", (self.items[-1],)))
-        invocation.return_value(None)
+        self.answer(message)
 
-    def _owner_changed(self, _bus, _sender, _path, _interface, _signal, arguments):
-        name, _, owner = arguments.unpack()
+    def NameOwnerChanged(self, _message, name, _before, owner):
         if not owner and name in self.items:
             self.items.remove(name)
 
     def _signal(self, name, arguments):
         self.bus.emit_signal(None, PATH, WATCHER, name, arguments)
-
-    def wait_for_item(self):
-        wait_for("the icon", lambda: self.items)
 
     # --- what a person does to the newest icon
 

@@ -7,7 +7,6 @@ import Xlib.X
 import datafiles
 from case import SETTINGS, DesktopCase
 from desktop import wait_for
-from statusnotifier import StatusNotifierHost
 
 MAXIMIZE = 0x10  # of the functions in _MOTIF_WM_HINTS
 
@@ -105,23 +104,7 @@ class WithoutBus(DesktopCase):
         self.desktop.open_menu()
 
 
-class WithHost(DesktopCase):
-    DESKTOP = {"panel": False}
-
-    def host(self, *names):
-        host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], *names)
-        self.addCleanup(host.close)
-        return host
-
-    def start_with_host(self, host=None):
-        host = host or self.host()
-        self.desktop.start_program(wait=False)
-        host.wait_for_item()
-        self.assertFalse(self.desktop.shown())
-        return host
-
-
-class WithoutWindowManager(WithHost):
+class WithoutWindowManager(DesktopCase):
     """Nobody changes a window's state: what it has, it had when it was mapped."""
 
     DESKTOP = {"panel": False, "window_manager": False}
@@ -133,9 +116,12 @@ class WithoutWindowManager(WithHost):
         self.assertFalse(self.desktop.property(window, "_MOTIF_WM_HINTS")[1] & MAXIMIZE)
 
 
-class StatusNotifier(WithHost):
+class StatusNotifier(DesktopCase):
+    DESKTOP = {"panel": False}
+
     def test_menu_tip_and_activations(self):
         host = self.start_with_host()
+        self.assertFalse(self.desktop.shown())
         self.copy("one", "two & a_half", "three <b>&amp;")
         # As hosts draw a label: an underscore is a mark, a doubled one is shown.
         shown = {re.sub("_(.)", r"\1", item.get("label", "-")).lstrip(): (number, item) for number, item in host.menu()}
@@ -168,6 +154,7 @@ class StatusNotifier(WithHost):
     def test_what_a_desktop_waits_for_is_told(self):
         """The one that has handed out a token under Wayland; its X server shows the same messages as any."""
         self.desktop.root.change_attributes(event_mask=Xlib.X.PropertyChangeMask)
+        self.desktop.display.sync()
         host = self.start_with_host()
         host.provide_token("a-token-longer-than-one-message")
         host.activate()
@@ -186,7 +173,7 @@ class StatusNotifier(WithHost):
         self.start_with_host().close()
         wait_for("the program in reach", self.desktop.reach)
         again = self.host()
-        again.wait_for_item()
+        wait_for("the icon", lambda: again.items)
         again.activate()
         self.in_front()
         self.assertEqual(1, len(again.items))
