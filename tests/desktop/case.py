@@ -114,7 +114,7 @@ class DesktopCase(unittest.TestCase):
         """Waits until another program pastes that; None if there is nothing to paste."""
         wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text)
 
-    def newest_becomes(self, text, seconds=15):
+    def newest_becomes(self, text, seconds=60):
         """Waits until `text` is the newest entry on the disk."""
         wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text, seconds)
 

@@ -15,7 +15,7 @@ HELD = {"ctrl": "Control_L", "alt": "Alt_L", "shift": "Shift_L"}
 RECEIVER = os.environ.get("QUILLBOX_KEY_RECEIVER", "")
 
 
-def wait_for(what, condition, seconds=15.0, pause=0.01):
+def wait_for(what, condition, seconds=60.0, pause=0.01):
     """Waits until `condition()` is true and returns its value; AssertionError after `seconds`."""
     end = time.monotonic() + seconds
     while True:
