@@ -18,83 +18,66 @@ NAMED = re.compile(r"&(?!amp;|lt;|gt;)\w+;")  # characters that only HTML has a 
 faults = []
 
 
-def fault(path, text):
-    faults.append(f"{path.name}: {text}")
+def expect(is_so, path, fault):
+    if not is_so:
+        faults.append(f"{path.name}: {fault}")
 
 
 def check_templates(folder, version):
     lists = {}
     for name in "Pad", "Clip", "ToDo":
         path = folder / f"{name}Data.qbx"
-        lists[name], content = datafiles.entries(path) or [], path.read_bytes()
+        lists[name], content = datafiles.entries(path) or [""], path.read_bytes()
         # A file of 90 bytes or less counts as empty, and 50 entries are read by default.
-        if not 1 <= len(lists[name]) <= 50 or len(content) <= 90:
-            fault(path, f"no whole file, or {len(lists[name])} entries in {len(content)} bytes")
-        if f" {'.'.join(version.split('.')[:2])}, DO NOT EDIT".encode() not in content:
-            fault(path, "of another version")
-        if re.search(rb"\r(?!\n)", content) or any(datafiles.M in entry for entry in lists[name]):
-            fault(path, "a carriage return or a mark within an entry")
-    if faults:
-        return
+        expect(all(lists[name]) and len(lists[name]) <= 50 and len(content) > 90, path, "empty, broken or too long")
+        expect(f" {'.'.join(version.split('.')[:2])}, DO NOT EDIT".encode() in content, path, "of another version")
+        expect(not re.search(rb"\r(?!\n)", content) and not any(datafiles.M in entry for entry in lists[name]), path,
+               "a carriage return or a mark within an entry")
     pads = [entry.partition("\r\n")[::2] for entry in lists["Pad"]]
-    if not all(name and text for name, text in pads) or any(len(set(column)) != len(pads) for column in zip(*pads)):
-        fault(folder, "a Pad entry without a name or a text, or one that stands twice")
+    expect(all(name and text for name, text in pads) and all(len(set(column)) == len(pads) for column in zip(*pads)),
+           folder, "a Pad entry without a name or a text, or one that stands twice")
     # The first clip goes to the clipboard at a first start.
-    if not re.fullmatch(r"[^\r\n]{1,40}", lists["Clip"][0]):
-        fault(folder, "the first Clip entry is no short line")
+    expect(re.fullmatch(r"[^\r\n]{1,40}", lists["Clip"][0]), folder, "the first Clip entry is no short line")
     for entry in lists["ToDo"]:
-        if not re.fullmatch(r"(True|False)\r\n[^\r\n]+", entry):
-            fault(folder, f"bad ToDo entry {entry!r}")
+        expect(re.fullmatch(r"(True|False)\r\n[^\r\n]+", entry), folder, f"bad ToDo entry {entry!r}")
 
 
-def page_of(path):
-    """A page's elements; its elements are closed in order."""
+def elements_of(path):
+    """Of a page, which are closed in order."""
     text = NAMED.sub(lambda name: html.unescape(name[0]), VOID.sub(r"<\1/>", path.read_text("utf-8")))
-    try:
-        return [*xml.fromstring(text).iter()]
-    except xml.ParseError as error:
-        fault(path, error)
-        return []
+    return [*xml.fromstring(text).iter()]
 
 
 def check_help(folder):
-    pages = {path.name: page_of(path) for path in folder.glob("*.html")}
+    pages = {path.name: elements_of(path) for path in folder.glob("*.html")}
     ids = {name: [element.get("id") for element in page if element.get("id")] for name, page in pages.items()}
     reached = ["index.html"]  # grows as it is read
     for name in reached:
-        for element in pages[name]:
-            for link in filter(None, map(element.get, ("href", "src"))):
-                target, _, anchor = link.partition("#")
-                target = target or name
-                if "://" in link or not (folder / target).is_file() or (anchor and anchor not in ids[target]):
-                    fault(folder / name, f"link to {link} leads nowhere")
-                elif target in pages and target not in reached:
-                    reached.append(target)
+        for link in (element.get(kind) for element in pages[name] for kind in ("href", "src") if element.get(kind)):
+            target, _, anchor = link.partition("#")
+            target = target or name
+            expect((folder / target).is_file() and (not anchor or anchor in ids[target]), folder / name,
+                   f"link to {link} leads nowhere")
+            if target in pages and target not in reached:
+                reached.append(target)
     for name, page in pages.items():
-        if name not in reached:
-            fault(folder / name, "cannot be reached from index.html")
-        if len(set(ids[name])) != len(ids[name]):
-            fault(folder / name, "an id stands twice")
-        if not any(element.tag == "title" and "Quillbox" in element.text for element in page):
-            fault(folder / name, "no title")
+        expect(name in reached, folder / name, "cannot be reached from index.html")
+        expect(len(set(ids[name])) == len(ids[name]), folder / name, "an id stands twice")
+        titles = [element.text for element in page if element.tag == "title"]
+        expect(any("Quillbox" in title for title in titles), folder / name, "no title")
 
 
 def check_packaging(folder, version):
-    entry = configparser.ConfigParser(interpolation=None, delimiters="=")
-    entry.read(folder / "quillbox.desktop", encoding="utf-8")
-    entry = entry["Desktop Entry"]
-    metadata = xml.parse(folder / "quillbox.metainfo.xml").getroot()
+    parser = configparser.ConfigParser(interpolation=None, delimiters="=")
+    parser.read(folder / "quillbox.desktop", encoding="utf-8")
+    entry, metadata = parser["Desktop Entry"], xml.parse(folder / "quillbox.metainfo.xml").getroot()
     told = [metadata.findtext(path) for path in ("launchable", "icon", "provides/binary")]
-    if told != ["quillbox.desktop", entry["Icon"], entry["Exec"]]:
-        fault(folder, "desktop entry and metadata differ")
-    if metadata.find("releases/release").get("version") != version:
-        fault(folder, "the newest release in the metadata is not this version")
+    expect(told == ["quillbox.desktop", entry["Icon"], entry["Exec"]], folder, "desktop entry and metadata differ")
+    expect(metadata.find("releases/release").get("version") == version, folder, "the newest release is another version")
     for path in folder.glob("icons/**/*.svg"):
-        _, _, width, height = map(float, xml.parse(path).getroot().get("viewBox").split())
-        if width != height:
-            fault(path, "not square")
-    if not (folder / "icons" / f"{entry['Icon']}.svg").is_file():
-        fault(folder, f"no drawing of the icon {entry['Icon']}")
+        _, _, width, height = xml.parse(path).getroot().get("viewBox").split()
+        expect(float(width) == float(height), path, "not square")
+    expect((folder / "icons" / f"{entry['Icon']}.svg").is_file(), folder, "no drawing of the icon")
 
 
 source, version = pathlib.Path(sys.argv[1]), sys.argv[2]
