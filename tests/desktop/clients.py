@@ -1,16 +1,16 @@
 """Clients of the clipboard: owners that behave well or badly, and readers. Each has a connection of its own."""
 import array
 import contextlib
-import select
 import socket
 import struct
 import threading
-import time
 
 import Xlib.display
 import Xlib.error
 from Xlib import X, Xatom
 from Xlib.protocol import event, request
+
+from screen import wait_for
 
 CHUNK = 200_000  # bytes
 
@@ -176,15 +176,16 @@ class Reader:
         self.window.convert_selection(self.selection, self.display.intern_atom(target), self.slot, time)
         self.display.flush()
 
-    def _next(self, kind, end, **wanted):
+    def _next(self, kind, seconds, **wanted):
         """The next event of that kind and with these values."""
-        while time.monotonic() < end:
+        def found():
             while self.display.pending_events():
                 message = self.display.next_event()
                 if message.type == kind and all(getattr(message, name) == value for name, value in wanted.items()):
                     return message
-            select.select([self.display.fileno()], [], [], max(0.0, min(0.2, end - time.monotonic())))
-        raise TimeoutError("no answer to a paste")
+            return None
+
+        return wait_for("an answer to a paste", found, seconds, 0.001)
 
     def _take_slot(self, delete=True):
         """What lies in the slot; deleting it asks for the next part."""
@@ -197,15 +198,14 @@ class Reader:
     def take(self, seconds=10, parts=None):
         """The answer: type name, width and value; (None, 0, None) for a refusal. With `parts` it stops reading
         after so many parts and returns what it has."""
-        end = time.monotonic() + seconds
-        if self._next(X.SelectionNotify, end).property == X.NONE:
+        if self._next(X.SelectionNotify, seconds).property == X.NONE:
             return None, 0, None
         answer = self._take_slot()
         if answer[0] != "INCR":
             return answer
         kind, self.pieces = None, []
         while len(self.pieces) != parts:
-            self._next(X.PropertyNotify, end, atom=self.slot, state=X.PropertyNewValue)
+            self._next(X.PropertyNotify, seconds, atom=self.slot, state=X.PropertyNewValue)
             kind, _, piece = self._take_slot(len(self.pieces) + 1 != parts)
             if not piece:
                 break
@@ -218,17 +218,17 @@ class Reader:
 
 
 class DragSource(Owner):
-    """Drags what it offers, to be moved; `told` are the names of what the windows answered, `taken` of what they do."""
+    """Drags what it offers, to be moved; `told` is what the windows answered, each time what they will do or that the
+    drag has ended."""
 
     def __init__(self, name, offers):
-        self.told, self.taken = [], set()
+        self.told = []
         super().__init__(name, offers, selection="XdndSelection")
 
     def _handle(self, message):
         if message.type == X.ClientMessage:
-            self.told.append(self.display.get_atom_name(message.client_type))
-            if self.told[-1] == "XdndStatus":
-                self.taken.add(self.display.get_atom_name(message.data[1][4]))
+            ends = message.client_type == self.atom("XdndFinished")
+            self.told.append("ended" if ends else self.display.get_atom_name(message.data[1][4]))
         else:
             super()._handle(message)
 
