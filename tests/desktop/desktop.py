@@ -37,7 +37,8 @@ background_color = #dddddd 100
 """
 
 # Of the services that this machine has only the screen readers' are started by those who call them.
-BUS = """<busconfig><type>session</type><listen>unix:dir={folder}/runtime</listen><servicedir>{folder}/services</servicedir>
+BUS = """<busconfig><type>session</type>
+<listen>unix:dir={folder}/runtime</listen><servicedir>{folder}/services</servicedir>
 <policy context="default"><allow send_destination="*"/><allow eavesdrop="true"/><allow own="*"/></policy></busconfig>"""
 SERVICES = pathlib.Path("/usr/share/dbus-1/services")
 
@@ -80,9 +81,8 @@ class Desktop(Screen):
     def _start(self, window_manager, panel, bus, accessibility, screen):
         # Without a screen reader the program has nothing to tell one.
         self._make_home(**({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"}))
-        self.server, number = self._start_telling(
-            "Xvfb", "-displayfd", "{}", "-screen", "0", screen, "-nolisten", "tcp", "-noreset")
-        self.environment["DISPLAY"] = self.name = ":" + number
+        self.server = self.start("Xvfb", "-displayfd", 1, "-screen", 0, screen, "-nolisten", "tcp", "-noreset")
+        self.environment["DISPLAY"] = self.name = ":" + self._told("Xvfb", r"\d+")
         if bus:
             self._start_bus()
         self.display = Xlib.display.Display(self.name)
@@ -99,27 +99,20 @@ class Desktop(Screen):
         for service in SERVICES.glob("org.a11y.*"):
             shutil.copy(service, self.folder / "services")
         (self.folder / "bus.conf").write_text(BUS.format(folder=self.folder))
-        _, self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
-            "dbus-daemon", f"--config-file={self.folder / 'bus.conf'}", "--nofork", "--print-address={}")
+        self.start("dbus-daemon", f"--config-file={self.folder / 'bus.conf'}", "--nofork", "--print-address=1")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._told("dbus-daemon", "unix:.+")
 
-    def _start_telling(self, program, *arguments):
-        """Starts a server, and what it says about itself through the descriptor that {} stands for."""
-        read, write = os.pipe()
-        process = self.start(program, *(argument.replace("{}", str(write)) for argument in arguments), keep=(write,))
-        os.close(write)
-        with os.fdopen(read) as ready:
-            told = ready.readline().strip()
-        if not told:
-            raise AssertionError(f"{program} did not start:\n{self.log(program)}")
-        return process, told
+    def _told(self, server, line):
+        """Waits for the line in which a server that was started tells how it is reached."""
+        return wait_for(server, lambda: re.search(f"^({line})\n", self.log(server), re.MULTILINE), 60)[1]
 
     # --- processes
 
-    def start(self, program, *arguments, keep=(), environment=None):
+    def start(self, program, *arguments, environment=None):
         """Starts a process that ends with the desktop; what it says goes into a log."""
         with open(self.folder / f"{pathlib.Path(program).name}.log", "ab") as log:
             process = subprocess.Popen(
-                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=keep,
+                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
                 preexec_fn=_dies_with_its_test, start_new_session=True, env={**self.environment, **(environment or {})})
         self.processes.append(process)
         return process
@@ -143,14 +136,14 @@ class Desktop(Screen):
         """The panel with task bar and tray; returns when the tray is there."""
         (self.folder / "panel.conf").write_text(PANEL)
         self.panel = self.start("tint2", "-c", self.folder / "panel.conf")
-        wait_for("the tray", self.has_tray)
+        wait_for("the tray", lambda: self.owner("_NET_SYSTEM_TRAY_S0"))
 
     def stop_panel(self):
         self.end(self.panel)
-        wait_for("the tray's end", lambda: not self.has_tray())
+        wait_for("the tray's end", lambda: not self.owner("_NET_SYSTEM_TRAY_S0"))
 
-    def has_tray(self):
-        return self.display.get_selection_owner(self.atom("_NET_SYSTEM_TRAY_S0")) != 0
+    def owner(self, selection):
+        return self.display.get_selection_owner(self.atom(selection))
 
     def kill_server(self):
         """The X server goes away, without a word to anybody."""
