@@ -1,10 +1,7 @@
 """What the tests on a desktop have in common: the program's windows, lists and files as a person sees them."""
 import contextlib
-import pathlib
 import subprocess
-import sys
 import time
-import traceback
 import unittest
 
 import datafiles
@@ -12,9 +9,10 @@ from desktop import Desktop, wait_for
 from screenreader import ScreenReader, nodes
 from statusnotifier import StatusNotifierHost
 
-TEMPLATES = pathlib.Path(__file__).parents[2] / "templates"
 PAGES = ("Clip", "Pad", "Calc", "Timer", "ToDo")
 SETTINGS, INFO, HELP = "Quillbox Settings", "Quillbox 4.31 Info", "General Starting Information on Quillbox"
+MESSAGE = "Quillbox Timer Message"
+__unittest = True  # the trace of a failure begins in the test
 
 
 class DesktopCase(unittest.TestCase):
@@ -32,13 +30,11 @@ class DesktopCase(unittest.TestCase):
 
     def _callTestMethod(self, method):
         try:
-            return super()._callTestMethod(method)
-        except AssertionError:
-            traceback.print_exc()  # the runner leaves out what lies below this frame
-            if self.desktop.display:
-                with contextlib.suppress(subprocess.SubprocessError):
-                    print("picture:", self.desktop.picture(f"failed-{self.id()}"), file=sys.stderr)
-            print("quillbox said:", self.desktop.log("quillbox"), file=sys.stderr)
+            super()._callTestMethod(method)
+        except AssertionError as error:
+            with contextlib.suppress(subprocess.SubprocessError):
+                error.add_note(f"picture: {self.desktop.picture(f'failed-{self.id()}')}")
+            error.add_note(f"quillbox said: {self.desktop.log('quillbox')}")
             raise
 
     def start_reading(self, page=None):
@@ -48,7 +44,7 @@ class DesktopCase(unittest.TestCase):
         self.addCleanup(self.reader.close)
         if page:
             self.window = self.to_front(self.desktop.show_window())
-            self.desktop.key(*["ctrl+Tab"] * PAGES.index(page))
+            self.turn_to(page)
 
     def host(self, *names):
         host = StatusNotifierHost(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], *names)
@@ -64,7 +60,7 @@ class DesktopCase(unittest.TestCase):
 
     # --- windows
 
-    def titled(self, title):
+    def titled(self, title="Quillbox"):
         return wait_for(f"the window {title}", lambda: self.desktop.shown(title))
 
     def gone(self, title="Quillbox"):
@@ -83,6 +79,16 @@ class DesktopCase(unittest.TestCase):
     def state(self, window, name):
         """Whether the window's state has _NET_WM_STATE_`name`."""
         return self.desktop.atom(f"_NET_WM_STATE_{name}") in self.desktop.property(window, "_NET_WM_STATE")
+
+    def turn_to(self, page):
+        """From the first page."""
+        self.desktop.key(*["ctrl+Tab"] * PAGES.index(page))
+
+    def count_down(self, seconds):
+        self.reader.tab_to("Seconds")
+        self.desktop.key("ctrl+a", str(seconds))
+        self.reader.tab_to("Activate Countdown")
+        self.desktop.key("Return")
 
     def open_from_menu(self, key):
         self.desktop.open_menu()
@@ -123,6 +129,5 @@ class DesktopCase(unittest.TestCase):
         self.copy(f"normal copy {time.monotonic_ns()}")
 
     def file(self, name):
-        """The entries of a list; those that every user begins with while nothing has been saved."""
-        saved = self.desktop.data / f"{name}Data.qbx"
-        return datafiles.entries(saved if saved.exists() else TEMPLATES / saved.name)
+        """The entries of a list."""
+        return datafiles.entries(self.desktop.data / f"{name}Data.qbx")

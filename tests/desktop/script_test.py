@@ -1,7 +1,6 @@
 """Keys. Scripts: entries of the Pad-List that are typed into the window that had the focus; and the one key that opens
 the window."""
 import signal
-import subprocess
 
 import datafiles
 from case import DesktopCase
@@ -29,8 +28,7 @@ class Script(DesktopCase):
 
     def test_a_start_after_a_kill_puts_the_keyboard_right(self):
         def keyboard():
-            command = ["xkbcomp", "-w0", self.desktop.name, "-"]  # the whole map
-            return subprocess.run(command, capture_output=True, check=True).stdout
+            return self.desktop.run("xkbcomp", "-w0", self.desktop.name, "-", capture_output=True).stdout
 
         self.start("+({é 32767}{漢 32767}{é 32767}{漢 32767})")
         before = keyboard()
@@ -52,9 +50,8 @@ class OneKey(DesktopCase):
         wait_for("the find field", self.reader.focused)  # the window knows that it is in front
 
     def test_one_of_a_hundred_is_found_and_pasted_without_the_mouse(self):
-        entries = [f"{number} bottles of beer on the wall" for number in range(100)]
-        entries[57] = "an old Needle"
-        datafiles.write(self.desktop.data / "ClipData.qbx", entries)
+        entries = [f"{number} bottles of beer on the wall" for number in range(99)]
+        datafiles.write(self.desktop.data / "ClipData.qbx", [*entries, "an old Needle"])
         self.start_reading()
         typed = self.desktop.key_receiver()
         self.desktop.key("Num_Lock", "Caps_Lock")  # with both locks on until the end

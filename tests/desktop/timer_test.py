@@ -3,25 +3,18 @@ import os
 import shutil
 import wave
 
-from case import DesktopCase
+from case import MESSAGE, DesktopCase
 from desktop import PROGRAM, wait_for
 from screenreader import nodes
 
 RECORDER = os.environ.get("QUILLBOX_SOUND_RECORDER", "")
-TITLE = "Quillbox Timer Message"
 
 
 class Timer(DesktopCase):
     DESKTOP = {"accessibility": True}
 
-    def count_down(self, seconds):
-        self.reader.tab_to("Seconds")
-        self.desktop.key("ctrl+a", str(seconds))
-        self.reader.tab_to("Activate Countdown")
-        self.desktop.key("Return")
-
     def buttons(self):
-        return {node.name for node in nodes(self.reader.window(TITLE)) if node.role == "push button"}
+        return {node.name for node in nodes(self.reader.window(MESSAGE)) if node.role == "push button"}
 
     def test_over_another_program_with_the_main_window_hidden(self):
         self.start_reading("Timer")
@@ -30,7 +23,7 @@ class Timer(DesktopCase):
         self.gone()
         typed = self.desktop.key_receiver()
         other = self.desktop.active()
-        message = self.titled(TITLE)
+        message = self.titled(MESSAGE)
         count = 0
         # From the moment it comes until its buttons are there nothing that is typed reaches it.
         while self.buttons() != {"OK", "Show again in 2 minutes"}:
@@ -40,7 +33,7 @@ class Timer(DesktopCase):
         wait_for("all that was typed", lambda: typed.read_text().count("x") == count)
         stacking = self.desktop.stacking()
         self.assertGreater(stacking.index(message.id), stacking.index(other))
-        self.leave(TITLE, "Escape")
+        self.leave(MESSAGE, "Escape")
 
     def test_the_chosen_sound_is_played_once_and_a_missing_one_not(self):
         # The program with a sound module beside it that notes what it is to play.
@@ -54,7 +47,7 @@ class Timer(DesktopCase):
         for _ in range(2):
             self.count_down(1)
             wait_for("the buttons", self.buttons)
-            self.leave(TITLE)
+            self.leave(MESSAGE)
             self.to_front(self.window)
             with wave.open(str(tone), "wb") as file:
                 file.setparams((1, 2, 8000, 0, "NONE", "not compressed"))
