@@ -146,7 +146,7 @@ class Compositors(OnWayland):
         self.reads("first", {UTF8: b"first"})
         self.compositor.finish()
         wait_for("its end", lambda: self.read() is None, PATIENCE)
-        self.assertEqual(BUSY, self.ask("put", "00"))
+        self.assertEqual(BUSY, self.ask("put", "text"))
         self.becomes("first")
         self.ask("news")
         self.reads("second", {UTF8: b"second"})
@@ -160,7 +160,7 @@ class Compositors(OnWayland):
         self.compositor = Compositor(self.socket, seat="none")
         wait_for("a connection", lambda: self.compositor.clients, PATIENCE)
         time.sleep(0.2)
-        self.assertEqual(BUSY, self.ask("put", "00"))
+        self.assertEqual(BUSY, self.ask("put", "text"))
 
     def test_a_text_outlives_the_compositor_that_comes_back(self):
         for take in (lambda: self.put("kept"), lambda: self.reads("kept", {UTF8: b"kept"})):

@@ -226,7 +226,7 @@ class Server(OnX11):
         wait_for("the loss", lambda: self.ask("lost") == "1 0", PATIENCE)
         time.sleep(0.05)
         self.assertEqual(["1 0", BUSY, BUSY, "0"],
-                         [self.ask("lost"), self.ask("read"), self.ask("put", "00"), self.ask("hand-over", 1000)])
+                         [self.ask("lost"), self.ask("read"), self.ask("put", "text"), self.ask("hand-over", 1000)])
 
 
 class Strangers(OnX11):
@@ -307,7 +307,7 @@ class Managed(OnX11):
     def test_what_it_refuses_cannot_be_opened(self):
         refusal = dict.fromkeys(("TARGETS", UTF8, LATIN))
         manager = self.reads(None, refusal, WindowManager)
-        self.assertEqual([BUSY, BUSY], [self.ask("put", "00"), self.ask("clear")])
+        self.assertEqual([BUSY, BUSY], [self.ask("put", "text"), self.ask("clear")])
         self.assertEqual(manager.window.id, self.owner_id())
         # It shows the clipboard when one of X11's windows has the focus again, and says nothing of that.
         manager.offers = {UTF8: b"copied meanwhile"}
