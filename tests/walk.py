@@ -184,7 +184,6 @@ class Program(Hand):
         self.obstructed, self.behind = set(), {}  # files that can't be written; that may hold something else by now
         self.leftovers = False  # a lowered maximum leaves old texts in the slots behind the last row
         self.armed = self.number = 0  # requests that wait for a box or for keys; steps
-        self.compared = {}
         largest = self.chance(10)
         for key in MAXIMA:
             self.do(f"{SET} {key} {99 if largest else 7}")
@@ -317,11 +316,8 @@ class Program(Hand):
         return now
 
     def is_saved(self, file, now):
-        entries = list(zip(*{"P": (now.names, now.pads), "C": (now.clips,), "T": (now.marks, now.tasks)}[file[0]]))
-        state = self.writes[file], entries
-        if self.compared.get(file) != state and self.holds(file, entries):  # written since, or changed in memory
-            self.compared[file] = state
-        return self.compared.get(file) == state
+        columns = {"P": (now.names, now.pads), "C": (now.clips,), "T": (now.marks, now.tasks)}[file[0]]
+        return self.holds(file, zip(*columns))
 
     def check_top(self):
         """With the clipboard free and a tick gone the top row is what stands on it."""
