@@ -5,7 +5,7 @@ import time
 import Xlib.X
 
 import datafiles
-from case import SETTINGS, DesktopCase
+from case import HELP, SETTINGS, DesktopCase
 from desktop import wait_for
 
 MAXIMIZE = 0x10  # of the functions in _MOTIF_WM_HINTS
@@ -73,8 +73,13 @@ class WithoutTray(DesktopCase):
         return self.desktop.window("Quillbox")
 
     def test_a_tray_that_is_missing_comes_goes_and_comes_back(self):
-        """Without one the menu is at the window's right press."""
+        """Without one the window comes up at the start, behind the start help; its menu is at a right press."""
+        self.desktop.settings(StartHelp="Yes")
         self.desktop.start_program()
+        self.next_copy_is_taken()
+        self.assertEqual(self.titled(HELP).id, self.desktop.active())
+        self.assertEqual(self.titled(HELP).id, self.desktop.stacking()[-1])
+        self.leave(HELP, "Escape")
         x, y, width, _ = self.desktop.place(self.titled())
         self.desktop.click(x + width - 5, y + 5, 3)
         wait_for("the menu", self.desktop.menu_has_keyboard)

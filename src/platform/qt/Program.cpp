@@ -82,9 +82,14 @@ bool Program::Start() {
   if (!frmTray_->Running()) return false;
   views_.Begin();
   keySender_->Recover();
-  // Nobody is locked out: without a tray the start shows the window.
-  if (!trayIcon_.Reachable()) dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
+  if (!trayIcon_.Reachable()) ShowWithoutTray();
   return true;
+}
+
+// Nobody is locked out: the start shows the window, behind the start help if that is there.
+void Program::ShowWithoutTray() {
+  dispatcher_.Dispatch([this] { frmTray_->form.Show(); });
+  if (frmTray_->startHelp.Get()) dispatcher_.Dispatch([this] { frmTray_->startHelp.Show(); });
 }
 
 const char* Program::HelpPage(const Form& form) const {

@@ -42,6 +42,7 @@ class Program {
   void SaveAfterLoss();
 
  private:
+  void ShowWithoutTray();
   void FillHostMenu();
   // The page of the manual about what a form has in front.
   const char* HelpPage(const Form& form) const;
