@@ -7,6 +7,7 @@
 #include "platform/ports/Clipboard.h"
 #include "platform/ports/GlobalKey.h"
 #include "platform/ports/PixelSize.h"
+#include "platform/ports/TipSurface.h"
 #include "platform/ports/TrayIcon.h"
 #include "platform/ports/WindowManager.h"
 
@@ -24,13 +25,10 @@ class MemoryClipboard : public Clipboard {
     ++ownWrites;
   }
 
-  void OtherSets(const Text& text) { Change(text, ClipboardNews::Text); }
+  void OtherSets(const Text& text) { Change(text, ClipboardNews::Text, false); }
   // Also for a picture, or whatever else isn't text.
-  void OtherClears() { Change({}, ClipboardNews::Other); }
-  void OtherSetsSecret() {
-    OtherClears();
-    secret_ = true;
-  }
+  void OtherClears() { Change({}, ClipboardNews::Other, false); }
+  void OtherSetsSecret() { Change({}, ClipboardNews::Other, true); }
   // What stands on it, whoever holds it; empty for a picture.
   const Text& Content() const { return text_; }
 
@@ -41,9 +39,9 @@ class MemoryClipboard : public Clipboard {
   Text& Opened() {
     return !locked ? text_ : throw RuntimeError(errors::kClipboardBusy, "Can't open Clipboard");
   }
-  void Change(const Text& text, ClipboardNews news) {
+  void Change(const Text& text, ClipboardNews news, bool secret) {
     text_ = text;
-    secret_ = false;
+    secret_ = secret;
     Tell(news);
   }
 
@@ -86,11 +84,10 @@ class MemoryWindows : public WindowManager {
   // The root of the menu that stands open, or null.
   MenuItem* OpenMenu() const { return openMenu_; }
   void CloseMenu() { SetMenu(nullptr); }
-  // The menu has opened or closed.
+  // The menu has opened or closed. Whoever listens lets go before it goes.
   std::function<void()> MenuChanged;
   // The program's windows and menus are gone.
   void Forget() {
-    MenuChanged = nullptr;
     openMenu_ = nullptr;
     left_ = 0;
   }
@@ -103,6 +100,16 @@ class MemoryWindows : public WindowManager {
 
   MenuItem* openMenu_ = nullptr;
   unsigned left_ = 0;
+};
+
+// A font whose characters are all of one size.
+class MemoryTips : public TipSurface {
+ public:
+  static constexpr int kCharacterWidth = 7;
+
+  int LineHeight() override { return 14; }
+  int TextWidth(TextView text) override { return kCharacterWidth * static_cast<int>(text.size()); }
+  PixelSize Border() override { return {1, 1}; }
 };
 
 // Binds keys with the answer that it was told to give.

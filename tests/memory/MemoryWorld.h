@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Utf8.h"
 #include "memory/MemoryClock.h"
 #include "memory/MemoryDesktop.h"
 #include "memory/MemoryRecords.h"
 #include "memory/MemoryRegistry.h"
 #include "memory/MemorySystem.h"
-#include "memory/MemoryTips.h"
 #include "memory/ScratchFolder.h"
 #include "memory/VirtualTimers.h"
 #include "platform/ports/Platform.h"
@@ -15,7 +15,7 @@ namespace quillbox {
 // Everything outside the program, without a screen. It outlives the program and its restarts. The program
 // folder is a scratch folder until another one is given. A dispatcher must be told of `timers`.
 struct MemoryWorld {
-  MemoryWorld() { system.folder = scratch.PathText(); }
+  MemoryWorld() { system.folder = FromUtf8(scratch.Path()); }
   MemoryWorld(const MemoryWorld&) = delete;
   MemoryWorld& operator=(const MemoryWorld&) = delete;
 

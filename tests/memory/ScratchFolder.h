@@ -7,8 +7,6 @@
 #include <string>
 #include <system_error>
 
-#include "base/Utf8.h"
-
 namespace quillbox {
 
 // A new, empty folder that goes away, with all that is in it, with this object.
@@ -26,7 +24,6 @@ class ScratchFolder {
 
   // Its own path, or that of `name` in it.
   std::string Path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
-  Text PathText() const { return FromUtf8(path_); }
 
  private:
   std::string path_;

@@ -17,8 +17,7 @@ class VirtualTimers : public TimerHost {
 
   void Started(Timer& timer) override {
     Stopped(timer);
-    // An interval of 0 never ends.
-    if (timer.GetInterval() > 0) running_.push_back({&timer, now_ + timer.GetInterval()});
+    running_.push_back({&timer, now_ + timer.GetInterval()});
   }
   void Stopped(Timer& timer) override {
     std::erase_if(running_, [&](const Running& running) { return running.timer == &timer; });
