@@ -16,16 +16,10 @@
 
 namespace quillbox {
 
-// The exit code of a child process that runs `body`: what it returns, -1 if it was killed, 99 if it threw.
+// The exit code of a child process that runs `body`: what it returns, -1 if it was killed or threw.
 inline int InChild(const std::function<int()>& body) {
   const pid_t child = ::fork();
-  if (child == 0) {
-    try {
-      ::_exit(body());
-    } catch (...) {
-      ::_exit(99);
-    }
-  }
+  if (child == 0) [&body]() noexcept { ::_exit(body()); }();
   int status = 0;
   ::waitpid(child, &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -28,7 +28,7 @@ class Forms : public testing::Test {
       control->GotFocus = Note("to " + control->Name());
       control->LostFocus = Note("from " + control->Name());
     }
-    for (const char16_t* text : {u"a", u"b", u"c", u"d", u"e", u"f"}) list.AddItem(text);
+    for (const char16_t* text : {u"a", u"b"}) list.AddItem(text);
   }
   std::function<void()> Note(const std::string& what) {
     return [this, what] { log += (log.empty() ? "" : ", ") + what; };
@@ -52,16 +52,19 @@ class Forms : public testing::Test {
 TEST_F(Forms, RowsThatAreNotThereFail) {
   ComboBox box(form, "box", {u"a", u"b"});
   TabControl tabs(form, "tabs", {u"A", u"B"});
-  const std::function<void()> failing[] = {
-      [&] { list.SetListIndex(6); },       [&] { list.SetListIndex(-2); }, [&] { list.GetList(-1); },
-      [&] { list.GetSelected(6); },        [&] { list.RemoveItem(6); },    [&] { list.AddItem(u"x", 7); },
-      [&] { list.SetSelected(6, false); }, [&] { box.SetListIndex(2); },   [&] { tabs.SetTab(2); },
-  };
-  for (const auto& statement : failing) EXPECT_THROW(statement(), RuntimeError) << &statement - failing;
+  EXPECT_THROW(list.SetListIndex(2), RuntimeError);
+  EXPECT_THROW(list.SetListIndex(-2), RuntimeError);
+  EXPECT_THROW(list.GetList(-1), RuntimeError);
+  EXPECT_THROW(list.GetSelected(2), RuntimeError);
+  EXPECT_THROW(list.SetSelected(2, false), RuntimeError);
+  EXPECT_THROW(list.RemoveItem(2), RuntimeError);
+  EXPECT_THROW(list.AddItem(u"x", 3), RuntimeError);
+  EXPECT_THROW(box.SetListIndex(2), RuntimeError);
+  EXPECT_THROW(tabs.SetTab(2), RuntimeError);
   // The focus handlers may take rows away before a click arrives.
   Instead(list.GotFocus, [this] { list.Clear(); });
   list.Click = Note("click");
-  list.PersonDoubleClick(5);
+  list.PersonDoubleClick(1);
   EXPECT_EQ(TakeLog(), "");
 }
 
@@ -97,20 +100,17 @@ TEST_F(Forms, WhatCodeDoesRaisesEventsWhereSomethingChanges) {
   EXPECT_EQ(TakeLog(), "load, resize, click");
 }
 
-TEST_F(Forms, AnEnterThatAHandlerTakesAwayReachesNobody) {
+TEST_F(Forms, WhatAHandlerTakesAwayOrFailsIn) {
+  // An Enter that a handler takes away reaches nobody.
   button.Click = Note("click");
   form.SetDefaultButton(&button);
   line.KeyPress = [](char16_t& character) { character = 0; };
   line.PersonFocus();
   line.PersonCharacter(u'\r');
   EXPECT_EQ(TakeLog(), "to line");
-}
-
-TEST_F(Forms, AFailureEndsItsHandlerAlone) {
-  line.PersonFocus();
+  // A failure ends its handler alone.
   for (Event<>* event : {&line.LostFocus, &block.GotFocus})
     Instead(*event, [] { throw RuntimeError(errors::kBadIndex, "no row"); });
-  TakeLog();
   block.Click = Note("click");
   block.DblClick = Note("double click");
   block.PersonDoubleClick();

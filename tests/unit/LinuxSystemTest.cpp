@@ -1,12 +1,15 @@
 #include <pwd.h>
+#include <signal.h>
 #include <sys/utsname.h>
 
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/linux/registry/FileRegistry.h"
+#include "platform/linux/system/InstanceLock.h"
 #include "platform/linux/system/LinuxClock.h"
 #include "platform/linux/system/LinuxSystem.h"
 #include "unit/FolderTest.h"
@@ -62,13 +65,12 @@ TEST_F(LinuxSystemTest, UserAndSystemAreTold) {
   LinuxSystem first(places_);
   EXPECT_FALSE(first.AnotherInstanceRuns());
   Apart([&] { EXPECT_TRUE(LinuxSystem(places_).AnotherInstanceRuns()); });
-
-  const std::pair<std::string, std::string> names[] = {
-      {"NAME=x\nPRETTY_NAME=\"A \\\"B\\\" 1\"\nID=y\n", "A \"B\" 1"},
-      {"PRETTY_NAME='one'", "one"},
-      {"PRETTY_NAME=plain\n", "plain"},
-      {"OLD_PRETTY_NAME=no\n", ""}};
-  for (const auto& [release, pretty] : names) EXPECT_EQ(PrettyName(release), pretty);
+  for (const auto& [release, pretty] :
+       {std::pair("NAME=x\nPRETTY_NAME=\"A \\\"B\\\" 1\"\nID=y\n", "A \"B\" 1"),
+        {"PRETTY_NAME='one'", "one"},
+        {"PRETTY_NAME=plain\n", "plain"},
+        {"OLD_PRETTY_NAME=no\n", ""}})
+    EXPECT_EQ(PrettyName(release), pretty);
 }
 
 TEST(LinuxSystem, FoldersComeFromTheEnvironment) {
@@ -77,15 +79,15 @@ TEST(LinuxSystem, FoldersComeFromTheEnvironment) {
     ::setenv("HOME", "/home/ann", 1);
     ::setenv("XDG_CONFIG_HOME", "relative", 1);
     ::setenv("XDG_CONFIG_DIRS", "/a::rel:/b", 1);
-    ::unsetenv("XDG_DATA_HOME");
+    ::setenv("XDG_DATA_HOME", "/data", 1);
     const RegistryPlaces places = RegistryPlaces::FromEnvironment();
     EXPECT_EQ(places.configHome, "/home/ann/.config");
     EXPECT_EQ(places.autostart, "/home/ann/.config/autostart");
     EXPECT_EQ(places.configDirs, (Paths{"/a", "/b"}));
     EXPECT_EQ(places.systemAutostart, (Paths{"/a/autostart", "/b/autostart"}));
-    EXPECT_EQ(SystemPlaces::FromEnvironment().dataHome, "/home/ann/.local/share");
-    ::setenv("XDG_DATA_HOME", "/data", 1);
     EXPECT_EQ(SystemPlaces::FromEnvironment().dataHome, "/data");
+    ::unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(SystemPlaces::FromEnvironment().dataHome, "/home/ann/.local/share");
   });
 }
 
@@ -103,6 +105,54 @@ TEST(LinuxClock, TellsLocalTimeAndSeesAnotherZone) {
       EXPECT_EQ(clock.TimeText().size() + clock.DateText().size(), 16U);
     }
   });
+}
+
+namespace fs = std::filesystem;
+
+class InstanceLockTest : public FolderTest {
+ protected:
+  // Whether a new process finds another one running; -1 if it is killed then.
+  int AnotherProcessFinds(const std::string& runtime, bool killed = false) {
+    return InChild([&] {
+      InstanceLock lock(runtime, Path());
+      const int found = lock.AnotherRuns() ? 1 : 0;
+      return killed ? ::raise(SIGKILL) : found;
+    });
+  }
+
+  const std::string name_ = "quillbox-" + std::to_string(::geteuid()) + ".lock";
+};
+
+TEST_F(InstanceLockTest, HoldsFromTheQuestionToTheEnd) {
+  // Without a runtime folder the temporary one serves.
+  for (const std::string& runtime : {Path(), std::string(), Path("missing")}) {
+    std::optional<InstanceLock> first(std::in_place, runtime, Path());
+    EXPECT_EQ(AnotherProcessFinds(runtime), 0) << "nobody has asked yet";
+    EXPECT_EQ(AnotherProcessFinds(runtime, true), -1);
+    const mode_t before = ::umask(0);
+    EXPECT_FALSE(first->AnotherRuns() || first->AnotherRuns());
+    ::umask(before);
+    EXPECT_EQ(AnotherProcessFinds(runtime), 1);
+    EXPECT_EQ(Mode(runtime == Path() ? "quillbox.lock" : name_), 01600U)
+        << "and kept from those who clear out old files";
+    first.reset();
+    EXPECT_EQ(AnotherProcessFinds(runtime), 0);
+  }
+}
+
+TEST_F(InstanceLockTest, WhatOthersPlantedIsLeftAlone) {
+  const std::string victim = Path("victim"), lock = Path(name_);
+  Put("victim", "x");
+  ChangeMode("victim", 0700);
+  const std::function<void()> plants[] = {[&] { fs::create_symlink(victim, lock); },
+                                          [&] { fs::create_hard_link(victim, lock); },
+                                          [&] { ASSERT_EQ(::mkfifo(lock.c_str(), 0600), 0); }};
+  for (const auto& plant : plants) {
+    plant();
+    EXPECT_FALSE(InstanceLock("", Path()).AnotherRuns());
+    EXPECT_EQ(Mode("victim"), 0700U);
+    fs::remove(lock);
+  }
 }
 
 }  // namespace

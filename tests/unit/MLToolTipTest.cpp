@@ -1,4 +1,4 @@
-// What no console can show of the tips: what is underlined.
+// What no console can show of the tips: what is underlined, and other widths than the program's own.
 #include <gtest/gtest.h>
 
 #include "base/Utf8.h"
@@ -23,7 +23,7 @@ std::string Lines(const MLToolTip& tips, const Text& tip) {
   return ToUtf8(lines);
 }
 
-TEST(MLToolTip, UnderlinesBehindMarks) {
+TEST(MLToolTip, UnderlinesAndNarrowWidths) {
   MLToolTip tips;
   const std::tuple<int, Text, std::string> cases[] = {
       {45, u"&File and &Edit", "[F]ile and [E]dit"},
@@ -36,6 +36,12 @@ TEST(MLToolTip, UnderlinesBehindMarks) {
   for (const auto& [characters, tip, lines] : cases) {
     tips.MLToolTipSetMaxWidth(characters * MemoryTips::kCharacterWidth);
     EXPECT_EQ(Lines(tips, tip), lines) << ToUtf8(tip);
+  }
+  // The first installation takes the limit away, a second one nothing.
+  for (const std::string lines : {"long", "l|o|n|g"}) {
+    tips.MLToolTipInstall();
+    EXPECT_EQ(Lines(tips, u"long"), lines);
+    tips.MLToolTipSetMaxWidth(1);
   }
 }
 

@@ -10,31 +10,29 @@
 namespace quillbox {
 namespace {
 
-class TimerSleep : public testing::Test {
+class TimerSleep : public testing::Test, protected TimerHost {
  protected:
-  struct WakeRecorder : TimerHost {
-    void Started(Timer&) override {}
-    void Stopped(Timer&) override {}
-    void Woken(Timer& timer, bool) override { woken += timer.Name(); }
-    std::string woken;
-  };
-
   TimerSleep() {
-    dispatcher_.UseTimerHost(&host_);
+    dispatcher_.UseTimerHost(this);
     form_.Load();
     form_.SetVisible(true);
     tray_.window.SSTab1.SetTab(static_cast<int>(Page::Timer));
   }
+  void Started(Timer&) override {}
+  void Stopped(Timer&) override {}
+  void Woken(Timer& timer, bool) override { woken_ = timer.Name(); }
   bool Sleeps() { return tray_.window.Timer2.IsIdle(); }
-  void TickUnlessIdle(int hour, int minute, int second) {
+  // The time that is shown and the minutes and seconds that are left.
+  std::string ShownAt(int hour, int minute, int second) {
     world_.clock.Set({2024, 5, 17, hour, minute, second});
     if (!Sleeps()) tray_.window.Timer2.Fire();
+    const auto& fields = page_.fields;
+    return ToUtf8(page_.labels.Label5.GetCaption() + u" " + fields.Text17.GetText() + u":" +
+                  fields.Text14.GetText());
   }
-  std::string Time() { return ToUtf8(page_.labels.Label5.GetCaption()); }
-  std::string Left() { return ToUtf8(page_.fields.Text17.GetText() + u":" + page_.fields.Text14.GetText()); }
 
   MemoryWorld world_;
-  WakeRecorder host_;
+  std::string woken_;
   Dispatcher dispatcher_;
   frmTray tray_{dispatcher_, world_.platform};
   Form& form_ = tray_.form;
@@ -56,24 +54,20 @@ TEST_F(TimerSleep, OnlyWhileNothingRunsAndNobodyLooks) {
 }
 
 TEST_F(TimerSleep, WhoeverLooksOrStartsACountdownFindsTheTimeOfNow) {
-  TickUnlessIdle(10, 0, 0);
+  EXPECT_EQ(ShownAt(10, 0, 0), "10:00:00 0:0");
   form_.Hide();
-  TickUnlessIdle(11, 30, 0);
-  EXPECT_EQ(Time(), "10:00:00");
+  EXPECT_EQ(ShownAt(11, 30, 0), "10:00:00 0:0");
   page_.CatchUp();
-  EXPECT_EQ(Time(), "11:30:00");
-  TickUnlessIdle(11, 40, 0);
-  host_.woken.clear();
+  EXPECT_EQ(ShownAt(11, 40, 0), "11:30:00 0:0");
+  woken_.clear();
   page_.ShowAgainInTwoMinutes();
-  EXPECT_EQ(host_.woken, "Timer2");
-  TickUnlessIdle(11, 40, 0);
-  EXPECT_EQ(Left(), "2:0");
-  TickUnlessIdle(11, 40, 1);
-  EXPECT_EQ(Left(), "1:59");
+  EXPECT_EQ(woken_, "Timer2");
+  EXPECT_EQ(ShownAt(11, 40, 0), "11:40:00 2:0");
+  EXPECT_EQ(ShownAt(11, 40, 1), "11:40:01 1:59");
   // With no tick left out there is nothing to catch up with.
   world_.clock.Set({2024, 5, 17, 11, 40, 2});
   page_.CatchUp();
-  EXPECT_EQ(Left(), "1:59");
+  EXPECT_EQ(ToUtf8(page_.fields.Text14.GetText()), "59");
 }
 
 }  // namespace
