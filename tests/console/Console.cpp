@@ -16,7 +16,7 @@ class Scene {
     AddWorldVerbs(verbs_, session_);
     AddPersonVerbs(verbs_, session_);
     AddStateVerbs(verbs_, session_);
-    verbs_.Add("during", 0, VerbTable::kAnyNumber, [this](In in, Out out) { Wait(in, out); });
+    verbs_.Add("during", [this](const Rest<>& request) { return Wait(request); });
     // The world goes when its own verb is done with.
     verbs_.Add("anew", [this] {
       if (depth_ > 1) throw ConsoleError("not within another request");
@@ -49,25 +49,25 @@ class Scene {
   using Lines = std::vector<std::string>;
 
   // A request that waits for its moment; without one, the answers of those that have been carried out.
-  void Wait(In in, Out out) {
-    if (in.Count() == 0) {
-      for (const std::string& line : std::exchange(answers_, {})) out.Add(FromUtf8(line));
-      return;
-    }
-    if (in.Count() == 1) throw ConsoleError("no request");
-    if (in[0] != u"box" && in[0] != u"keys") throw ConsoleError("neither box nor keys");
-    std::string line = Escape(in[1]);
-    for (std::size_t i = 2; i < in.Count(); ++i) line += '\t' + Escape(in[i]);
-    (in[0] == u"box" ? forBox_ : forKeys_).push_back(line);
+  std::vector<Text> Wait(const std::vector<Argument>& request) {
+    if (request.empty()) return std::exchange(answers_, {});
+    if (request.size() == 1) throw ConsoleError("no request");
+    const Text& moment = request[0].text;
+    if (moment != u"box" && moment != u"keys") throw ConsoleError("neither box nor keys");
+    std::string line = Escape(request[1].text);
+    for (std::size_t i = 2; i < request.size(); ++i) line += '\t' + Escape(request[i].text);
+    (moment == u"box" ? forBox_ : forKeys_).push_back(line);
+    return {};
   }
   // All that wait for this moment, in their order; a moment within it has none of them.
   void CarryOut(Lines& requests) {
-    for (const std::string& line : std::exchange(requests, {})) answers_.push_back(Answer(line));
+    for (const std::string& line : std::exchange(requests, {})) answers_.push_back(FromUtf8(Answer(line)));
   }
 
   Session session_;
   VerbTable verbs_{session_};
-  Lines forBox_, forKeys_, answers_;
+  Lines forBox_, forKeys_;
+  std::vector<Text> answers_;
   int depth_ = 0;  // of requests within one another
   bool isOver_ = false;
 };

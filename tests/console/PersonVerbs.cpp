@@ -4,21 +4,21 @@ namespace quillbox {
 
 namespace {
 
-KeyEvent ReadKey(In in) {
+KeyEvent ReadKey(const Text& name, const std::vector<Argument>& modifiers) {
   static const std::map<Text, int> kCodes{
       {u"Delete", keys::kDelete},     {u"Enter", keys::kEnter}, {u"Home", keys::kHome},
       {u"End", keys::kEnd},           {u"Up", keys::kUp},       {u"Down", keys::kDown},
       {u"Left", keys::kLeft},         {u"Right", keys::kRight}, {u"PageUp", keys::kPageUp},
       {u"PageDown", keys::kPageDown}, {u"Space", keys::kSpace}, {u"Escape", keys::kEscape}};
-  const auto code = kCodes.find(in[1]);
+  const auto code = kCodes.find(name);
   if (code == kCodes.end()) throw ConsoleError("no such key");
   KeyEvent key{code->second};
-  for (std::size_t i = 2; i < in.Count(); ++i) {
-    if (in[i].empty() && i + 1 == in.Count()) break;
-    bool& modifier = in[i] == u"ctrl"    ? key.ctrl
-                     : in[i] == u"shift" ? key.shift
-                     : in[i] == u"alt"   ? key.alt
-                                         : throw ConsoleError("no such modifier");
+  for (const auto& [held, number] : modifiers) {
+    if (held.empty() && &held == &modifiers.back().text) break;
+    bool& modifier = held == u"ctrl"    ? key.ctrl
+                     : held == u"shift" ? key.shift
+                     : held == u"alt"   ? key.alt
+                                        : throw ConsoleError("no such modifier");
     modifier = true;
   }
   return key;
@@ -30,7 +30,7 @@ Control& Focusable(Control& control) {
 
 Form& Visible(Form& form) { return form.GetVisible() ? form : throw ConsoleError("the form is hidden"); }
 
-int Row(const ListBox& list, Argument argument) {
+int Row(const ListBox& list, const Argument& argument) {
   const int row = argument.Index(static_cast<std::size_t>(list.GetListCount()));
   return list.IsRowShown(row) ? row : throw ConsoleError("the row is hidden");
 }
@@ -46,10 +46,10 @@ void AddControls(VerbTable& table, const Session& session) {
     if (!TakesCharacters(control)) throw ConsoleError("nothing can be typed there");
     person.Type(control, text);
   });
-  table.Add("key", 2, 5, [&](In in, Out) {
-    const KeyEvent key = ReadKey(in);
-    Control& control = Focusable(session.Reachable(ToUtf8(in[0])));
-    session.Alive().person->Key(control, key);
+  table.Add("key", [&](const std::string& name, const Text& key, const Rest<3>& modifiers) {
+    const KeyEvent event = ReadKey(key, modifiers);
+    Control& control = Focusable(session.Reachable(name));
+    session.Alive().person->Key(control, event);
   });
   table.Add("combination", [](Person& person, KeyBox& box, const Text& text) {
     const auto key = ParseCombination(text);
@@ -71,15 +71,13 @@ void AddControls(VerbTable& table, const Session& session) {
     auto& moved = session.Reachable<ScrollBar>(bar);
     session.Alive().person->Scroll(moved, value);
   });
-}
-
-void AddLists(VerbTable& table, const Session& session) {
-  table.Add("select", 1, VerbTable::kAnyNumber, [&](In in, Out) {
-    auto& list = session.Reachable<ListBox>(ToUtf8(in[0]));
+  table.Add("select", [](Person& person, ListBox& list, const Rest<>& numbers) {
     std::vector<int> rows;
-    const bool none = in.Count() == 2 && in[1].empty();
-    for (std::size_t i = 1; i < in.Count() && !none; ++i) rows.push_back(Row(list, {in, i}));
-    session.Alive().person->Select(list, rows);
+    const bool none = numbers.size() == 1 && numbers[0].text.empty();
+    for (const Argument& number : numbers) {
+      if (!none) rows.push_back(Row(list, number));
+    }
+    person.Select(list, rows);
   });
   table.Add("dblrow",
             [](Person& person, ListBox& list, Argument row) { person.DoubleClickRow(list, Row(list, row)); });
@@ -95,7 +93,6 @@ void AddLists(VerbTable& table, const Session& session) {
 
 void AddPersonVerbs(VerbTable& table, Session& session) {
   AddControls(table, session);
-  AddLists(table, session);
   MemoryWorld& world = session.world;
   table.Add("tray.mouse", [&](QuillboxProgram& program, int message) {
     if (!world.trayIcon.icon) throw ConsoleError("there is no icon");

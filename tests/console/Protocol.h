@@ -89,48 +89,45 @@ inline Text Unescape(std::string_view bytes) {
   return result;
 }
 
-class Request {
- public:
+// A text behind a verb.
+struct Argument {
+  const Text& text;
+  std::size_t number;  // counted from 1
+
+  // ConsoleError if it isn't a whole number in plain decimal within the bounds.
+  long long Number(long long least, long long most) const {
+    const auto value = ReadNumber<long long>(text);
+    if (!value || *value < least || *value > most)
+      throw ConsoleError("argument " + std::to_string(number) + " isn't a number that fits here");
+    return *value;
+  }
+  int Int() const {
+    return static_cast<int>(Number(std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+  }
+  // One of `count` things, counted from 0.
+  int Index(std::size_t count) const {
+    return static_cast<int>(Number(0, static_cast<long long>(count) - 1));
+  }
+};
+
+struct Request {
   // Reads a line without its line feed; a carriage return at its end is ignored. ConsoleError if it can't be
   // read.
   explicit Request(std::string_view line) {
     constexpr std::size_t kMostArguments = 1000;  // more than any request has a use for
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     std::size_t end = line.find('\t');
-    verb_ = std::string(line.substr(0, end));
+    verb = line.substr(0, end);
     while (end != std::string_view::npos) {
       line.remove_prefix(end + 1);
       end = line.find('\t');
-      if (values_.size() == kMostArguments) throw ConsoleError("too many arguments");
-      values_.push_back(Unescape(line.substr(0, end)));
+      if (arguments.size() == kMostArguments) throw ConsoleError("too many arguments");
+      arguments.push_back(Unescape(line.substr(0, end)));
     }
   }
 
-  const std::string& Verb() const { return verb_; }
-  std::size_t Count() const { return values_.size(); }
-  // An argument, counted from 0; a missing one is empty.
-  const Text& operator[](std::size_t i) const {
-    static const Text missing;
-    return i < values_.size() ? values_[i] : missing;
-  }
-  // ConsoleError if the argument isn't a whole number in plain decimal within the bounds.
-  long long Number(std::size_t i, long long least, long long most) const {
-    const auto number = ReadNumber<long long>((*this)[i]);
-    if (!number || *number < least || *number > most)
-      throw ConsoleError("argument " + std::to_string(i + 1) + " isn't a number that fits here");
-    return *number;
-  }
-  int Int(std::size_t i) const {
-    return static_cast<int>(Number(i, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-  }
-  // One of `count` things, counted from 0.
-  int Index(std::size_t i, std::size_t count) const {
-    return static_cast<int>(Number(i, 0, static_cast<long long>(count) - 1));
-  }
-
- private:
-  std::string verb_;
-  std::vector<Text> values_;
+  std::string verb;
+  std::vector<Text> arguments;
 };
 
 // The values of an answer, in their order.

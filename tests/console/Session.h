@@ -62,18 +62,17 @@ class Session {
   // The screen comes to rest: see Person.
   std::string Rest() { return program_ ? program_->person->Rest() : std::string(); }
 
-  // `frmTray`; null for a form that isn't loaded.
+  // Null for a form that isn't loaded; the main window's is always there.
   Form* FindForm(std::string_view name) const {
-    static constexpr std::string_view kDialogs[] = {"frmSettings", "frmAbout", "frmStartHelp", "frmMessage"};
-    QuillboxProgram& program = Started();
-    if (program.tray->form.Name() == name) return &program.tray->form;
-    bool known = std::find(std::begin(kDialogs), std::end(kDialogs), name) != std::end(kDialogs);
+    static constexpr std::string_view kForms[] = {"frmTray", "frmSettings", "frmAbout", "frmStartHelp",
+                                                  "frmMessage"};
+    const QuillboxProgram& program = Started();
+    if (std::find(std::begin(kForms), std::end(kForms), name) == std::end(kForms))
+      throw ConsoleError("no such form");
     for (Form* form : program.dispatcher.Forms()) {
-      if (form->Name() != name) continue;
-      if (form->GetLoaded()) return form;
-      known = true;
+      if (form->Name() == name && (form->GetLoaded() || form == &program.tray->form)) return form;
     }
-    return known ? nullptr : throw ConsoleError("no such form");
+    return nullptr;
   }
   Form& LoadedForm(std::string_view name) const {
     Form* const form = FindForm(name);

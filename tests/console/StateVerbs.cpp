@@ -20,27 +20,20 @@ struct Property {
   std::function<bool(const Object&, Out)> read;
 };
 
+// What is read of an object of that kind: any control, or a form or a menu item as such.
+template <class Kind>
+using Root = std::conditional_t<std::is_base_of_v<Control, Kind>, Control, Kind>;
+
 // Of objects of these kinds.
-template <class... Kinds, class Reader>
-Property<Control> Of(const char* name, Reader reader) {
-  return {name, [=](const Control& control, Out out) {
+template <class Kind, class... Others, class Reader>
+Property<Root<Kind>> Of(const char* name, Reader reader) {
+  return {name, [=](const Root<Kind>& whole, Out out) {
             const auto readAs = [&](const auto* object) {
               if (object) out.Add(std::invoke(reader, *object));
               return object != nullptr;
             };
-            return (readAs(dynamic_cast<const Kinds*>(&control)) || ...);
-          }};
-}
-
-// Of all objects, but for timers, which have nothing of what all controls have.
-template <class Object = Control, class Reader>
-Property<Object> OfAll(const char* name, Reader reader) {
-  return {name, [=](const Object& object, Out out) {
-            if constexpr (std::is_same_v<Object, Control>) {
-              if (dynamic_cast<const Timer*>(&object)) return false;
-            }
-            out.Add(std::invoke(reader, object));
-            return true;
+            return (readAs(dynamic_cast<const Kind*>(&whole)) || ... ||
+                    readAs(dynamic_cast<const Others*>(&whole)));
           }};
 }
 
@@ -78,22 +71,25 @@ const std::vector<Property<Control>> kOfControls{
     Of<ScrollBar>("Min", &ScrollBar::GetMin), Of<ScrollBar>("Max", &ScrollBar::GetMax),
     Of<TabControl>("Tab", &TabControl::GetTab),
     Of<TabControl>("Caption", [](const TabControl& tabs) { return tabs.Captions()[tabs.GetTab()]; }),
-    Of<Timer>("Interval", &Timer::GetInterval), Of<Timer>("Enabled", &Timer::GetEnabled),
-    OfAll("Visible", &Control::GetVisible), OfAll("Enabled", &Control::GetEnabled),
-    OfAll("ToolTipText", &Control::GetToolTipText),
+    Of<Control>("Visible", &Control::GetVisible), Of<Control>("Enabled", &Control::GetEnabled),
+    Of<Control>("ToolTipText", &Control::GetToolTipText),
     // Of all controls whose colours nobody changes.
-    OfAll("ForeColor", [](const Control&) { return Color::Default; }),
-    OfAll("BackColor", [](const Control&) { return Color::Default; })};
+    Of<Control>("ForeColor", [](const Control&) { return Color::Default; }),
+    Of<Control>("BackColor", [](const Control&) { return Color::Default; })};
 
-const std::vector<Property<MenuItem>> kOfMenuItems{OfAll<MenuItem>("Caption", &MenuItem::GetCaption),
-                                                   OfAll<MenuItem>("Visible", &MenuItem::GetVisible),
-                                                   OfAll<MenuItem>("Checked", &MenuItem::GetChecked)};
+// A timer has nothing of what all other controls have.
+const std::vector<Property<Control>> kOfTimers{Of<Timer>("Interval", &Timer::GetInterval),
+                                               Of<Timer>("Enabled", &Timer::GetEnabled)};
+
+const std::vector<Property<MenuItem>> kOfMenuItems{Of<MenuItem>("Caption", &MenuItem::GetCaption),
+                                                   Of<MenuItem>("Visible", &MenuItem::GetVisible),
+                                                   Of<MenuItem>("Checked", &MenuItem::GetChecked)};
 
 const std::vector<Property<Form>> kOfForms{
-    OfAll<Form>("Loaded", &Form::GetLoaded),   OfAll<Form>("Visible", &Form::GetVisible),
-    OfAll<Form>("Topmost", &Form::GetTopmost), OfAll<Form>("WindowState", &Form::GetWindowState),
-    OfAll<Form>("Left", &Form::GetLeft),       OfAll<Form>("Top", &Form::GetTop),
-    OfAll<Form>("Caption", &Form::GetCaption)};
+    Of<Form>("Loaded", &Form::GetLoaded),   Of<Form>("Visible", &Form::GetVisible),
+    Of<Form>("Topmost", &Form::GetTopmost), Of<Form>("WindowState", &Form::GetWindowState),
+    Of<Form>("Left", &Form::GetLeft),       Of<Form>("Top", &Form::GetTop),
+    Of<Form>("Caption", &Form::GetCaption)};
 
 template <class Object>
 bool Read(const std::vector<Property<Object>>& properties, const Object& object, const std::string& name,
@@ -120,12 +116,12 @@ void Get(const Session& session, const std::string& name, const std::string& pro
 
 // What the program has shown, sent, played and written so far, and the answers to its boxes.
 void AddRecords(VerbTable& table, MemoryWorld& world) {
-  table.Add("answer", 1, VerbTable::kAnyNumber, [&](In in, Out) {
-    std::vector<BoxAnswer> buttons;
-    for (std::size_t i = 0; i < in.Count(); ++i) buttons.push_back(static_cast<BoxAnswer>(in.Int(i)));
+  table.Add("answer", [&](int first, const Rest<>& others) {
+    std::vector<BoxAnswer> buttons{static_cast<BoxAnswer>(first)};
+    for (const Argument& each : others) buttons.push_back(static_cast<BoxAnswer>(each.Int()));
     world.messageBoxes.answers.insert(world.messageBoxes.answers.end(), buttons.begin(), buttons.end());
   });
-  table.Add("boxes", 0, 0, [&](In, Out out) {
+  table.Add("boxes", [&](Out out) {
     for (const auto& [text, code, title] : std::exchange(world.messageBoxes.shown, {}))
       out.Add(code, title, text);
   });
@@ -136,46 +132,46 @@ void AddRecords(VerbTable& table, MemoryWorld& world) {
   table.Add("writes", [&](const Text& file) { return world.files.writes[file]; });
 }
 
-void AddTips(VerbTable& table, Session& session) {
-  table.Add("settip", [&](QuillboxProgram& program, const std::string& name, const Last& text) {
-    Control& control = session.GetControl(name);
-    program.dispatcher.Dispatch([&] { control.SetToolTipText(text); });
-  });
-  table.Add("tip", 2, 2, [&](In in, Out out) {
-    const frmTray& tray = *session.Alive().tray;
-    const Control& control = session.GetControl(ToUtf8(in[0]));
-    const TipLayout tip = tray.toolTips.Layout(control.GetToolTipText(), in.Int(1),
-                                               session.world.windows.ScreenSize().width, session.world.tips);
-    Text text;
-    for (const TipLine& line : tip.lines) (text += &line == &tip.lines.front() ? u"" : u"\n") += line.text;
-    out.Add(tip.left, tip.width, tip.height, tip.alignment, text);
-  });
-}
-
 }  // namespace
 
 bool ReadProperty(const Control& control, const std::string& name, Answer& answer) {
-  return Read(kOfControls, control, name, answer);
+  const bool isTimer = dynamic_cast<const Timer*>(&control) != nullptr;
+  return Read(isTimer ? kOfTimers : kOfControls, control, name, answer);
 }
 
 void AddStateVerbs(VerbTable& table, Session& session) {
   AddRecords(table, session.world);
-  AddTips(table, session);
-  table.Add("get", 2, 2, [&](In in, Out out) { Get(session, ToUtf8(in[0]), ToUtf8(in[1]), out); });
-  table.Add("slots", 1, 1, [&](In in, Out out) {
-    const frmTray& tray = *session.Started().tray;
-    if (in[0] != u"ClipEntries" && in[0] != u"PadEntries") throw ConsoleError("no such array");
-    const EntrySlots& slots = in[0] == u"ClipEntries" ? tray.clip.ClipEntries : tray.pad.PadEntries;
-    for (int i = 0; i < EntrySlots::kCount; ++i) out.Add(slots(i).Get());
+  table.Add("get", [&](const std::string& name, const std::string& property, Out out) {
+    Get(session, name, property, out);
   });
-  table.Add("tray", 0, 0, [&](In, Out out) {
+  table.Add("slots", [&](const Text& array) {
+    const frmTray& tray = *session.Started().tray;
+    if (array != u"ClipEntries" && array != u"PadEntries") throw ConsoleError("no such array");
+    const EntrySlots& slots = array == u"ClipEntries" ? tray.clip.ClipEntries : tray.pad.PadEntries;
+    std::vector<Text> texts;
+    for (int i = 0; i < EntrySlots::kCount; ++i) texts.emplace_back(slots(i).Get());
+    return texts;
+  });
+  table.Add("tray", [&](Out out) {
     const auto& icon = session.world.trayIcon.icon;
     const auto& [image, tip] = icon.value_or(MemoryTrayIcon::Icon());
     out.Add(icon.has_value(), image == TrayImage::Window ? "window" : "Picture1", tip);
   });
-  table.Add("menu", 0, 0, [&](In, Out out) {
+  table.Add("menu", [&](Out out) {
     const MenuItem* const open = session.world.windows.OpenMenu();
     if (session.Running() && open) session.Alive().person->Look(*open, out);
+  });
+  table.Add("settip", [&](QuillboxProgram& program, const std::string& name, const Last& text) {
+    Control& control = session.GetControl(name);
+    program.dispatcher.Dispatch([&] { control.SetToolTipText(text); });
+  });
+  table.Add("tip", [&](QuillboxProgram& program, const std::string& name, const Argument& x, Out out) {
+    const Text& tipText = session.GetControl(name).GetToolTipText();
+    const TipLayout tip = program.tray->toolTips.Layout(
+        tipText, x.Int(), session.world.windows.ScreenSize().width, session.world.tips);
+    Text text;
+    for (const TipLine& line : tip.lines) (text += &line == &tip.lines.front() ? u"" : u"\n") += line.text;
+    out.Add(tip.left, tip.width, tip.height, tip.alignment, text);
   });
 }
 

@@ -42,17 +42,18 @@ void AddSystem(VerbTable& table, MemoryWorld& world) {
     const auto side = [](Argument of) { return static_cast<int>(of.Number(1, kLargestScreen)); };
     world.windows.screen = {side(width), side(height)};
   });
-  table.Add("clock", 1, 2, [&](In in, Out) {
+  table.Add("clock", [&](const Text& date, const Rest<1>& time) {
     // Both in one argument, with a blank between.
-    const bool both = in.Count() == 1 && in[0].size() > 11 && in[0][10] == u' ';
-    const LocalTime time = both ? ReadTime(in[0].substr(0, 10), in[0].substr(11)) : ReadTime(in[0], in[1]);
-    if (!world.clock.Set(time)) throw ConsoleError("no such time");
+    const bool both = time.empty() && date.size() > 11 && date[10] == u' ';
+    const LocalTime now = both ? ReadTime(date.substr(0, 10), date.substr(11))
+                               : ReadTime(date, time.empty() ? TextView() : time[0].text);
+    if (!world.clock.Set(now)) throw ConsoleError("no such time");
   });
   table.Add("advance", [&](Argument time) { world.timers.Advance(time.Number(0, kLongestAdvance)); });
 }
 
-// What other programs do with the clipboard.
-void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
+// What other programs do with the clipboard and with the key that opens the window.
+void AddDesktop(VerbTable& table, MemoryClipboard& clipboard, MemoryGlobalKey& key) {
   table.Add("clip.set", [&](const Last& text) { clipboard.OtherSets(text); });
   table.Add("clip.clear", [&] { clipboard.OtherClears(); });
   table.Add("clip.picture", [&] { clipboard.OtherClears(); });
@@ -60,10 +61,7 @@ void AddClipboard(VerbTable& table, MemoryClipboard& clipboard) {
   table.Add("clip.lock", [&](bool locked) { clipboard.locked = locked; });
   table.Add("clip.get", [&] { return clipboard.Content(); });
   table.Add("clip.writes", [&] { return clipboard.ownWrites; });
-}
-
-// The key that is asked for, and what the desktop makes of it.
-void AddGlobalKey(VerbTable& table, MemoryGlobalKey& key) {
+  // The key that is asked for, and what the desktop makes of it.
   table.Add("globalkey", [&] { return key.Asked(); });
   table.Add("globalkey.answer", [&](const Text& name) {
     static const std::map<Text, KeyBinding> kAnswers{
@@ -120,8 +118,7 @@ void AddRegistry(VerbTable& table, MemoryRegistry& store) {
 
 void AddWorldVerbs(VerbTable& table, Session& session) {
   AddSystem(table, session.world);
-  AddClipboard(table, session.world.clipboard);
-  AddGlobalKey(table, session.world.globalKey);
+  AddDesktop(table, session.world.clipboard, session.world.globalKey);
   AddRegistry(table, session.world.registry);
   table.Add("start", [&] { session.Start(); });
   table.Add("running", [&] { return session.Running(); });

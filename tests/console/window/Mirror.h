@@ -25,17 +25,17 @@ struct Differs {
   std::string answer;
 };
 
+inline QString Written(const QVariant& value) {
+  return value.typeId() == QMetaType::Bool ? QString::number(value.toInt()) : value.toString();
+}
 [[noreturn]] inline void Differ(const std::string& of, const char* property, const QString& is,
                                 const QString& shouldBe) {
   Answer answer("error\tmirror");
   answer.Add(of, property, FromQt(is), FromQt(shouldBe));
   throw Differs{answer.Line()};
 }
-inline void Same(const std::string& of, const char* property, const QString& is, const QString& shouldBe) {
-  if (is != shouldBe) Differ(of, property, is, shouldBe);
-}
-inline void Same(const std::string& of, const char* property, int is, int shouldBe) {
-  Same(of, property, QString::number(is), QString::number(shouldBe));
+inline void Same(const std::string& of, const char* property, const QVariant& is, const QVariant& shouldBe) {
+  if (Written(is) != Written(shouldBe)) Differ(of, property, Written(is), Written(shouldBe));
 }
 
 // Compares one control with its widget.
@@ -61,9 +61,7 @@ class Glass {
     for (const auto& [widget, its, property] : kAlike) {
       Answer should("");
       if (!widget_.inherits(widget) || !ReadProperty(control_, property, should)) continue;
-      const QVariant value = widget_.property(its);
-      const QString is =
-          value.typeId() == QMetaType::Bool ? QString::number(value.toInt()) : value.toString();
+      const QString is = Written(widget_.property(its));
       const QString shouldBe = ToQt(Unescape(should.Line().substr(1)));
       // A caption that is too long for a button has its line ends made blanks.
       Same(property, is, is == shouldBe.simplified() ? is : shouldBe);
@@ -80,8 +78,7 @@ class Glass {
                 {"QAbstractSlider", "minimum", "Min"},  {"QAbstractSlider", "maximum", "Max"},
                 {"QTabBar", "currentIndex", "Tab"}};
 
-  template <class Value>
-  void Same(const char* property, const Value& is, const Value& shouldBe) const {
+  void Same(const char* property, const QVariant& is, const QVariant& shouldBe) const {
     mirror::Same(of_, property, is, shouldBe);
   }
   template <class Kind>
@@ -204,10 +201,9 @@ inline void Compare(const Dispatcher& dispatcher, const ProgramViews& views) {
   const Control* const focused = dispatcher.Focused();
   const FormView* const view = focused && focused->IsReachable() ? views.Of(focused->Owner()) : nullptr;
   const QWidget* const widget = view ? view->focusWidget() : nullptr;
-  if (view && (!widget || widget != view->WidgetOf(*focused))) {
+  if (view && (!widget || widget != view->WidgetOf(*focused)))
     Differ(focused->Owner().Name(), "Focus", widget ? widget->objectName() : QString(),
            QString::fromStdString(focused->Name()));
-  }
 }
 
 }  // namespace quillbox::mirror

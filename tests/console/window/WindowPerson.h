@@ -39,22 +39,6 @@ inline void ListActions(const QMenu& menu, Answer& shown) {
   }
 }
 
-// By its name, in the menu or one below it. False if there is none.
-inline bool PickFrom(QMenu& menu, const QString& name) {
-  for (QAction* action : menu.actions()) {
-    if (action->menu() && PickFrom(*action->menu(), name)) return true;
-    if (action->objectName() != name) continue;
-    if (menu.isVisible() && action->isVisible()) {
-      menu.setActiveAction(action);
-      hand::Key(menu, KeyEvent{keys::kEnter});
-    } else {
-      action->trigger();
-    }
-    return true;
-  }
-  return false;
-}
-
 // Has the program's real windows on a screen that nobody sees, and works on them with mouse, keys and drops
 // as Qt gets them from a window system; never on the forms.
 //
@@ -275,9 +259,16 @@ class WindowPerson : public QObject, public Person {
   void Pick(MenuItem& item) override {
     // Before it was picked the menu stood open, or opens for this.
     if (item.GetVisible()) menu_.OpenAt({});
-    const bool there = PickFrom(*menu_.Menu(), QString::fromStdString(item.Name()));
-    menu_.Menu()->close();
-    if (!there) throw ConsoleError("the menu has no such action");
+    QMenu& menu = *menu_.Menu();
+    auto* const action = menu.findChild<QAction*>(QString::fromStdString(item.Name()));
+    if (action && menu.isVisible() && action->isVisible() && menu.actions().contains(action)) {
+      menu.setActiveAction(action);
+      hand::Key(menu, KeyEvent{keys::kEnter});
+    } else if (action) {
+      action->trigger();
+    }
+    menu.close();
+    if (!action) throw ConsoleError("the menu has no such action");
   }
 
   void Look(const MenuItem&, Answer& shown) override {
