@@ -1,7 +1,10 @@
-"""Starts and ends: nobody is left without a word, and nothing is lost by any end."""
+"""Starts and ends: nobody is left without a word, and nothing is lost by any end, nor by a full disk."""
+import contextlib
+import os
 import signal
+import subprocess
 
-from case import HELP, DesktopCase
+from case import DesktopCase
 from desktop import wait_for
 
 LISTS = ("Clip", "Pad", "ToDo")
@@ -49,17 +52,22 @@ class Endings(DesktopCase):
         self.assertEqual(1, len(self.desktop.icons()))
         self.next_copy_is_taken()
 
-
-class FirstStart(DesktopCase):
-    SETTINGS = None
-
-    def test_help_before_the_window_and_nothing_lost_by_a_kill(self):
+    def test_full_disk(self):
+        self.desktop.data.mkdir(parents=True)
+        mount = ["mount", "-t", "tmpfs", "-o", "size=64k,mode=700", "tmpfs", self.desktop.data]
+        if os.getuid() != 0 or subprocess.run(mount, capture_output=True).returncode != 0:
+            self.skipTest("no right to mount a small disk")
+        self.addCleanup(subprocess.run, ["umount", "--lazy", self.desktop.data], check=True)
         self.desktop.start_program()
-        order = [self.titled(title).id for title in ("Quillbox", HELP)]
-        wait_for("the help in front", lambda: order == [each for each in self.desktop.stacking() if each in order])
-        self.copy("Grüße aus Köln", "Καλημέρα κόσμε")
-        before = self.file("Clip")
-        self.desktop.stop_program(signal.SIGKILL)
-        self.desktop.start_program()
-        self.next_copy_is_taken()
-        self.assertEqual(before, self.file("Clip")[1:])
+        self.copy("one", "two")
+        ballast = self.desktop.data / "ballast"
+        with contextlib.suppress(OSError), open(ballast, "wb", buffering=0) as file:
+            while True:
+                file.write(b"x" * 512)
+        self.desktop.copy("while it is full")
+        self.leave("Quillbox Message")
+        self.pastes("while it is full")
+        self.assertEqual(["two", "one"], self.file("Clip")[:2], "the old file is whole")
+        ballast.unlink()
+        self.copy("after it")
+        self.assertEqual(["after it", "while it is full", "two", "one"], self.file("Clip")[:4])

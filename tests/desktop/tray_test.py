@@ -20,8 +20,6 @@ class Icon(DesktopCase):
     def test_presses(self):
         self.desktop.start_program()
         self.assertFalse(self.desktop.shown())
-        (x, y, width, height), = self.desktop.icons()
-        self.desktop.hover(x + width // 2, y + height // 2)
         self.desktop.click_icon()
         for away in (self.desktop.close_box, lambda window: self.desktop.xdotool("windowminimize", window.id)):
             window = self.in_front()
@@ -42,9 +40,6 @@ class Icon(DesktopCase):
         self.menu_goes("s")
         self.in_front(SETTINGS)
         self.leave(SETTINGS, "Escape")
-        self.copy("older", "newer")
-        self.open_from_menu("2")
-        self.pastes("older")
         self.desktop.stop_program()
         self.desktop.settings(ClicksToShow="2")
         self.desktop.start_program()
