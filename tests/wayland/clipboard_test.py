@@ -47,13 +47,17 @@ class Sessions:
     def pastes(self, text):
         wait_for(f"{text!r} to be pasted", lambda: self.paste() == text.encode(), PATIENCE, 0.1)
 
+    def entries(self):
+        return datafiles.entries(self.desktop.data / "ClipData.qbx")
+
     def test_copies_picks_and_dead_owners(self):
         self.turn_to_a_native_window()
-        for number in range(10):
+        for number in range(60):
             self.copy(f"copy {number}")
-        self.desktop.tray.pick_entry("copy 7")
-        self.pastes("copy 7")
-        self.newest_becomes("copy 7")
+        self.assertEqual([f"copy {number}" for number in range(59, 9, -1)], self.entries())
+        self.desktop.tray.pick_entry("copy 57")
+        self.pastes("copy 57")
+        self.newest_becomes("copy 57")
         owner = self.copy("outlives its program")
         self.desktop.end(owner, signal.SIGKILL)
         self.pastes("outlives its program")
@@ -66,8 +70,8 @@ class Sessions:
         time.sleep(1)
         self.assertEqual((b"", []), (self.paste(), self.desktop.traces(secret)))
         self.copy("after the secret")
-        self.assertEqual(["after the secret", "outlives its program", "copy 7", "copy 9", "copy 8", "copy 6"],
-                         datafiles.entries(self.desktop.data / "ClipData.qbx")[:6])
+        self.assertEqual(["after the secret", "outlives its program", "copy 57", "copy 59", "copy 58", "copy 56"],
+                         self.entries()[:6])
 
     def turn_to_a_native_window(self):
         """Where the compositor can have one in front without a person."""
