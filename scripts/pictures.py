@@ -7,8 +7,7 @@ import time
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
 
-import desktop  # noqa: E402
-import themes
+import themes  # noqa: E402
 from desktop import Desktop, wait_for
 from screenreader import ScreenReader
 
@@ -80,7 +79,7 @@ class Album:
 
 
 def main(program, folder):
-    desktop.PROGRAM = str(pathlib.Path(program).resolve())
+    Desktop.program_file = str(pathlib.Path(program).resolve())
     with Desktop(accessibility=True) as screen:
         screen.settings()
         themes.choose(screen)

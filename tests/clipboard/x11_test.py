@@ -222,7 +222,7 @@ class Takeover(OnX11):
 class Server(OnX11):
     def test_its_end_is_reported_once(self):
         self.put("text")
-        self.desktop.kill_server()
+        self.desktop.end(self.desktop.server)
         wait_for("the loss", lambda: self.ask("lost") == "1 0", PATIENCE)
         time.sleep(0.05)
         self.assertEqual(["1 0", BUSY, BUSY, "0"],

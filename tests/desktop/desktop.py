@@ -18,13 +18,13 @@ import Xlib.error
 from Xlib import X
 
 import datafiles
-from screen import PICTURES, Screen, wait_for  # noqa: F401
+from screen import Screen, wait_for
 
 USER = pwd.getpwuid(os.getuid()).pw_name
-PROGRAM = os.environ.get("QUILLBOX", "")
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 libc = ctypes.CDLL(None)
+HOME = {"XDG_CONFIG_HOME": "config", "XDG_DATA_HOME": "data", "XDG_CACHE_HOME": "cache", "XDG_RUNTIME_DIR": "runtime"}
 
 PANEL = """
 panel_items = TS
@@ -43,29 +43,23 @@ BUS = """<busconfig><type>session</type>
 SERVICES = pathlib.Path("/usr/share/dbus-1/services")
 
 
-def _dies_with_its_test():
-    libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
-
-
-class Desktop(Screen):
+class Desktop(Screen, contextlib.AbstractContextManager):
     """Starts the parts that it is asked for; `with Desktop() as desktop:`."""
 
-    def __init__(self, window_manager=True, panel=True, bus=True, accessibility=False, screen="1280x1024x24"):
+    program_file = os.environ.get("QUILLBOX", "")
+    program_environment = {}  # besides the desktop's
+    program = display = None
+
+    def __init__(self, **parts):
         # What the started processes leave behind becomes ours, and is ended with the rest.
         libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-desktop-"))
         self.processes = []
-        self.program = None
-        self.program_file = PROGRAM
-        self.display = None
         try:
-            self._start(window_manager, panel, bus, accessibility, screen)
+            self._start(**parts)
         except BaseException:
             self.close()
             raise
-
-    def __enter__(self):
-        return self
 
     def __exit__(self, *_):
         self.close()
@@ -73,12 +67,11 @@ class Desktop(Screen):
     def _make_home(self, **environment):
         """A user's folders, which nothing else is in."""
         self.environment = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "HOME": str(self.folder), **environment}
-        for name in ("config", "data", "cache", "runtime"):
+        for key, name in HOME.items():
             (self.folder / name).mkdir(mode=0o700)
-            key = "XDG_RUNTIME_DIR" if name == "runtime" else f"XDG_{name.upper()}_HOME"
             self.environment[key] = str(self.folder / name)
 
-    def _start(self, window_manager, panel, bus, accessibility, screen):
+    def _start(self, window_manager=True, panel=True, bus=True, accessibility=False, screen="1280x1024x24"):
         # Without a screen reader the program has nothing to tell one.
         self._make_home(**({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"}))
         self.server = self.start("Xvfb", "-displayfd", 1, "-screen", 0, screen, "-nolisten", "tcp", "-noreset")
@@ -113,7 +106,8 @@ class Desktop(Screen):
         with open(self.folder / f"{pathlib.Path(program).name}.log", "ab") as log:
             process = subprocess.Popen(
                 [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-                preexec_fn=_dies_with_its_test, start_new_session=True, env={**self.environment, **(environment or {})})
+                start_new_session=True, env={**self.environment, **(environment or {})},
+                preexec_fn=lambda: libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL))
         self.processes.append(process)
         return process
 
@@ -145,12 +139,6 @@ class Desktop(Screen):
     def owner(self, selection):
         return self.display.get_selection_owner(self.atom(selection))
 
-    def kill_server(self):
-        """The X server goes away, without a word to anybody."""
-        self.display.close()
-        self.display = None
-        self.end(self.server)
-
     def close(self):
         if self.display:
             with contextlib.suppress(Xlib.error.ConnectionClosedError):
@@ -158,18 +146,14 @@ class Desktop(Screen):
         # Clients before the server, so that each ends in its own way.
         for process in reversed(self.processes):
             self.end(process, seconds=3)
-        self._end_leftovers()
-        shutil.rmtree(self.folder, ignore_errors=True)
-
-    @staticmethod
-    def _end_leftovers():
-        """Ends what our processes started and left to us: clients in the background, services of the bus."""
+        # What they started and left to us: clients in the background, services of the bus.
         children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children")
         while found := children.read_text().split():
             for child in map(int, found):
                 with contextlib.suppress(ProcessLookupError, ChildProcessError):
                     os.kill(child, signal.SIGKILL)
                     os.waitpid(child, 0)
+        shutil.rmtree(self.folder, ignore_errors=True)
 
     # --- the program
 
@@ -197,21 +181,10 @@ class Desktop(Screen):
 
     def start_program(self, wait=True):
         """Starts Quillbox; with `wait` returns when a person can reach it."""
-        return self._started(self.start(self.program_file), wait)
-
-    @staticmethod
-    def as_user(user, *paths):
-        """What a command begins with to be run as a user, whose the paths become."""
-        for path in paths:
-            os.chown(path, user, user, follow_symlinks=False)
-        # Another user's process forgets whose end it was to end with.
-        return ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", "--pdeathsig=KILL"]
-
-    def _started(self, process, wait):
-        self.program = process
+        self.program = self.start(self.program_file, environment=self.program_environment)
         if wait:
             wait_for("Quillbox in reach", self.reach, 30)
-        return process
+        return self.program
 
     def stop_program(self, how=signal.SIGTERM):
         """Ends Quillbox and returns its exit code, None if it had to be killed."""

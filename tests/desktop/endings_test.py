@@ -18,7 +18,7 @@ class Endings(DesktopCase):
 
         def by_the_server():
             self.desktop.show_window()
-            self.desktop.kill_server()
+            self.desktop.end(self.desktop.server)
 
         signals = {number.name: lambda number=number: self.desktop.program.send_signal(number)
                    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)}

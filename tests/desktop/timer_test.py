@@ -4,7 +4,7 @@ import shutil
 import wave
 
 from case import MESSAGE, DesktopCase
-from desktop import PROGRAM, wait_for
+from desktop import wait_for
 from screenreader import nodes
 
 RECORDER = os.environ.get("QUILLBOX_SOUND_RECORDER", "")
@@ -40,7 +40,7 @@ class Timer(DesktopCase):
         place, tone, played = (self.desktop.folder / name for name in ("bin", "tone.wav", "played"))
         place.mkdir()
         self.desktop.environment["PLAYED"] = str(played)
-        self.desktop.program_file = shutil.copy(PROGRAM, place)
+        self.desktop.program_file = shutil.copy(self.desktop.program_file, place)
         shutil.copy(RECORDER, place)
         self.desktop.settings({"PlayWave": 1, "WavePath": tone})
         self.start_reading("Timer")
