@@ -1,5 +1,4 @@
 """Scripts under sway: typed into the native window that had the focus, with XWayland and without."""
-import random
 import re
 import signal
 import sys
@@ -9,6 +8,7 @@ import unittest
 import datafiles
 from portal import Portal
 from sway import Sway, wait_for
+from x11.receiver import KEYS, MODIFIER, PATIENCE, mixed_text, quoted, stroke
 
 # Notes each byte that the terminal sends.
 RECORDER = """
@@ -20,11 +20,8 @@ with open(sys.argv[1], "ab", buffering=0) as file:
 """
 
 
-def long_text():
-    """5000 characters, more of them different than a keyboard has keys, with a tab and a line break."""
-    some = "abc XYZ½€ßé漢😀12!@" + "".join(map(chr, range(0x4E00, 0x4E00 + 200)))
-    text = "".join(random.Random(1).choices(some, k=5000))
-    return text[:2500] + "\t\n" + text[2502:]
+# More different characters than the keys that X11 knows have room for.
+MANY = "".join(map(chr, range(0x4E00, 0x4E00 + 1000)))
 
 
 class Scripts(unittest.TestCase):
@@ -53,27 +50,34 @@ class Scripts(unittest.TestCase):
         return self.typed.read_bytes().decode(errors="replace")
 
     def test_arrives_whole(self):
-        text = long_text()
-        self.start(text)
+        text = mixed_text(20) + MANY + "\t\n" + MANY
+        self.start(quoted(text))
         self.open_terminal()
         self.pick()
         wanted = text.replace("\n", "\r")
-        wait_for("the whole text", lambda: len(self.text()) >= len(wanted), 60)
+        wait_for("the whole text", lambda: len(self.text()) >= len(wanted), PATIENCE)
         self.assertEqual(wanted, self.text())
 
     def test_arrives_in_a_window_of_xwayland(self):
-        text = "".join(dict.fromkeys(long_text().replace("\t", "").replace("\n", "")))
-        self.start(text + "+é")
+        strings, names, _ = zip(*KEYS)
+        text = mixed_text(1).replace("\n", "") + MANY[:500]
+        self.start("".join(strings) + quoted(text))
         self.screen.start("xev", "-event", "keyboard")
         wait_for("the window in front", lambda: self.screen.focused().get("name") == "Event Tester")
         self.pick()
-        typed = re.compile(r"XmbLookupString gives \d+ bytes: \(([^)]*)\)")
 
-        def found():
-            presses = self.screen.log("xev").split("KeyPress")[1:]
-            return "".join(bytes.fromhex(match[1]).decode() for match in map(typed.search, presses) if match)
+        def strokes():
+            """Each as a name and its bytes in hexadecimal digits."""
+            presses = re.findall(r"KeyPress.*?state (\w+),.*?keysym \w+, (\w+)\).*?Xmb\w+ gives \d+ bytes: (?:\((.*?)\))?",
+                                 self.screen.log("xev"), re.DOTALL)
+            return [(stroke(int(state, 16), keysym), typed) for state, keysym, typed in presses
+                    if not re.fullmatch(MODIFIER, keysym)]
 
-        wait_for("the whole text", lambda: found() == text + "É", 30)
+        # These have each a key of their own.
+        wanted = " ".join(names).replace("ISO_Left_Tab", "Tab").replace("C-Break", "Break").split()
+        wait_for("the whole text", lambda: len(strokes()) >= len(wanted) + len(text), PATIENCE)
+        found, typed = zip(*strokes())
+        self.assertEqual((wanted, text), ([*found[:len(wanted)]], bytes.fromhex("".join(typed[len(wanted):])).decode()))
 
     def test_killed_in_the_middle_nothing_stays_pressed(self):
         self.start("+^%({é 32767})")

@@ -2,7 +2,6 @@
 import contextlib
 import ctypes
 import os
-import re
 import signal
 import threading
 import time
@@ -13,62 +12,16 @@ from Xlib.ext import xtest
 
 from body import Body, escape
 from desktop import Desktop, wait_for
-from screen import RECEIVER
+from x11.receiver import KEYS, PATIENCE, Receiver, mixed_text, quoted
 
 BODY = os.environ.get("QUILLBOX_SESSION", "")
-PATIENCE = 60  # seconds; what is waited for comes at once on a machine that isn't busy
 CAPS, NUM = 2, 16  # real modifiers
 SHIFT, CONTROL, ALT, SUPER, PAUSE, F12, ONE, Y, Z, V = 50, 37, 64, 133, 127, 96, 10, 29, 52, 55  # key codes
-LETTERS = {1: "S-", 4: "C-", 8: "A-"}
 FAILED = "error 57"
 BOUND, TAKEN, NO_SUCH_KEY, IMPOSSIBLE = "1356"  # as in KeyBinding
 CORE_KEYBOARD = 0x100
 X11 = ctypes.CDLL("libX11.so.6")
 X11.XOpenDisplay.restype = ctypes.c_void_p
-
-
-def mixed_text(rounds):
-    """Every character of a keyboard and some that few have, again and again."""
-    return ("".join(map(chr, range(32, 127))) + "½€ßé漢\tÄöЖжαΩ\n^´`«~é€A€b€") * rounds
-
-
-def quoted(text):
-    """The script that types it."""
-    return re.sub(r"[+^%~(){}[\]]", r"{\g<0>}", text)
-
-
-class Receiver:
-    """A window of another program; see key-receiver."""
-
-    def __init__(self, desktop, *how):
-        folder = desktop.folder / f"receiver {len(desktop.processes)}"
-        folder.mkdir()
-        self.text_file, self.events_file = folder / "text", folder / "events"
-        self.process = desktop.start(RECEIVER, self.text_file, self.events_file, *how)
-        wait_for("the receiver", self.text_file.exists, PATIENCE)
-        self.window, self.focused = (desktop.display.create_resource_object("window", int(number))
-                                     for number in self.events_file.read_text().split())
-
-    def text(self):
-        return self.text_file.read_text("utf-8")
-
-    def gets(self, text):
-        wait_for(f"{text[:40]!r}", lambda: len(self.text()) >= len(text), PATIENCE)
-        time.sleep(0.03)  # for what must not come
-        assert self.text() == text, f"{self.text()[-40:]!r} at the end"
-
-    def presses(self):
-        """The keysyms that came, "S-A C-b", and how often a modifier was pressed; each key goes up once."""
-        down, names, modifiers = set(), [], 0
-        for line in self.events_file.read_text().splitlines()[1:]:
-            press, code, *what = line.split()
-            assert (press == "+") != (code in down), "pressed twice, or released"
-            down ^= {code}
-            if what and re.fullmatch(r"(Shift|Control|Alt|Meta|Super)_[LR]|ISO_Level\d_Shift", what[1]):
-                modifiers += 1
-            elif what:
-                names.append("".join(name for bit, name in LETTERS.items() if int(what[0]) & bit) + what[1])
-        return (" ".join(names), modifiers) if not down else None
 
 
 class KeysCase(unittest.TestCase):
@@ -205,19 +158,7 @@ class Keys(KeysCase):
     def test_modifiers_repeats_and_special_keys(self):
         receiver = self.receiver()
         wanted, pressed = [], 0
-        # The keysyms, and how often a modifier goes down: groups keep theirs.
-        for keys, names, modifiers in (
-                ("+a^b%c", "S-A C-b A-c", 3), ("^%+x", "S-C-A-X", 3), ("^A^@", "S-C-A S-C-at", 4),
-                ("^(ab)c", "C-a C-b c", 1), ("+(1)", "S-exclam", 1), ("+é^é", "S-Eacute C-eacute", 2),
-                ("ABC", "S-A S-B S-C", 1), ("%{TAB}%{TAB}", "A-Tab A-Tab", 2), ("%({TAB}{TAB})", "A-Tab A-Tab", 1),
-                ("%{TAB 3}", "A-Tab A-Tab A-Tab", 1), ("^(a+(bc)d)", "C-a S-C-B S-C-C C-d", 2),
-                ("{LEFT 3}{h 2}", "Left Left Left h h", 0), ("~\r\n\t+{TAB}", "Return Return Tab S-ISO_Left_Tab", 1),
-                ("{{}{}}{+}", "S-braceleft S-braceright S-plus", 1),
-                ("{BS}{DEL}{ESC}{HOME}{END}{PGUP}{PGDN}{INS}", "BackSpace Delete Escape Home End Prior Next Insert", 0),
-                ("{UP}{DOWN}{RIGHT}{F1}{F12}{F16}", "Up Down Right F1 F12 F16", 0),
-                ("{ADD}{SUBTRACT}{MULTIPLY}{DIVIDE}{PRTSC}{HELP}{CLEAR}",
-                 "KP_Add KP_Subtract KP_Multiply KP_Divide Print Help Clear", 0),
-                ("%{F4}{BREAK}", "A-F4 C-Break", 2)):
+        for keys, names, modifiers in KEYS:
             self.send(keys)
             wanted.append(names)
             pressed += modifiers
