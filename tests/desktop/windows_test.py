@@ -153,13 +153,14 @@ class Places(DesktopCase):
 class Tips(DesktopCase):
     """On two monitors, the second one lower than the first: a tip stays on its own and beside what it is about."""
 
-    DESKTOP = {"accessibility": True}
+    DESKTOP = {"accessibility": True, "panel": False}
     FIRST, SECOND = (0, 0, 640, 1024), (640, 124, 640, 900)
 
     def test_settings_at_the_edges(self):
         for (left, top, width, height), output in ((self.FIRST, "screen"), (self.SECOND, "none")):
             size = f"{width}/{width // 4}x{height}/{height // 4}"
             self.desktop.run("xrandr", "--setmonitor", f"of-{output}", f"{size}+{left}+{top}", output)
+        self.desktop.start_panel()  # which would begin anew with the monitors
         self.start_reading("Clip")
         self.open_from_menu("s")
         window = self.titled(SETTINGS)

@@ -274,7 +274,7 @@ class Recovery(KeysCase):
         self.receiver()
         for pauses in 1, 2, 5, 10:  # until the program's own events fail
             self.ask("fail", pauses)
-            self.assertEqual("failed", self.send("+({é 1000})"))
+            self.assertEqual("failed", self.send("+({é 32767})"))
             self.assertEqual((CAPS, 0, [], []), self.state())
             self.assertTrue(before == self.map())
 
