@@ -9,9 +9,7 @@ BUS = "org.freedesktop.DBus"
 
 def connect(address):
     flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
-    bus.set_exit_on_close(False)
-    return bus
+    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
 
 
 def call(bus, name, path, method, *arguments):
@@ -61,7 +59,7 @@ class BusService:
         self.bus.send_message(refusal, Gio.DBusSendMessageFlags.NONE)
 
     def ask_bus(self, method, kind, *arguments):
-        call(self.bus, BUS, "/org/freedesktop/DBus", f"{BUS}.{method}", kind, arguments)
+        return call(self.bus, BUS, "/org/freedesktop/DBus", f"{BUS}.{method}", kind, arguments)
 
     def close(self):
         if not self.bus.is_closed():

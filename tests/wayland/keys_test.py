@@ -102,7 +102,7 @@ class Scripts(unittest.TestCase):
     def test_a_native_window_comes_to_the_front_by_the_trays_token_and_gives_the_focus_back(self):
         self.start("a½漢", xwayland=False, environment={"WAYLAND_DEBUG": "1"})
         # Waybar makes its menu as large as it is before it opens.
-        wait_for("the captions", lambda: "_Settings..." in [of.get("label") for _, of in self.screen.tray.menu(False)])
+        wait_for("the captions", lambda: "Settings..." in self.screen.tray.menu(opens=False))
         self.open_terminal()
         self.screen.tray.activate()
         wait_for("the window in front", lambda: self.screen.focused().get("app_id") == "quillbox")
