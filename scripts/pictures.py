@@ -39,8 +39,8 @@ class Album:
     def take(self):
         screen = self.screen
         subprocess.run(["xsetroot", "-solid", "#6d8a96"], env=screen.environment, check=True)
-        screen.start_program()
         reader = ScreenReader(screen)
+        screen.start_program()
         for text in TEXTS:
             screen.copy(text)
             time.sleep(0.5)
@@ -80,7 +80,7 @@ class Album:
 
 def main(program, folder):
     Desktop.program_file = str(pathlib.Path(program).resolve())
-    with Desktop(accessibility=True) as screen:
+    with Desktop() as screen:
         screen.settings()
         themes.choose(screen)
         Album(screen, folder).take()

@@ -39,9 +39,9 @@ class DesktopCase(unittest.TestCase):
 
     def start_reading(self, page=None):
         """Starts the program with a screen reader beside it; with `page` its window stands open there."""
-        self.desktop.start_program()
         self.reader = ScreenReader(self.desktop)
         self.addCleanup(self.reader.close)
+        self.desktop.start_program()
         if page:
             self.window = self.to_front(self.desktop.show_window())
             self.turn_to(page)

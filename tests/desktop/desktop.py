@@ -71,9 +71,8 @@ class Desktop(Screen, contextlib.AbstractContextManager):
             (self.folder / name).mkdir(mode=0o700)
             self.environment[key] = str(self.folder / name)
 
-    def _start(self, window_manager=True, panel=True, bus=True, accessibility=False, screen="1280x1024x24"):
-        # Without a screen reader the program has nothing to tell one.
-        self._make_home(**({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if accessibility else {"NO_AT_BRIDGE": "1"}))
+    def _start(self, window_manager=True, panel=True, bus=True, screen="1280x1024x24"):
+        self._make_home(NO_AT_BRIDGE="1")  # without a screen reader the program has nothing to tell one
         self.server = self.start("Xvfb", "-displayfd", 1, "-screen", 0, screen, "-nolisten", "tcp", "-noreset")
         self.environment["DISPLAY"] = self.name = ":" + self._told("Xvfb", r"\d+")
         if bus:

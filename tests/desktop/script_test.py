@@ -41,7 +41,6 @@ class Script(DesktopCase):
 
 
 class OneKey(DesktopCase):
-    DESKTOP = {"accessibility": True}
     SETTINGS = {"ShowKey": "Ctrl+Alt+V", "PastePick": "1", "ClipEntriesMax": "99"}
 
     def come(self):

@@ -11,8 +11,6 @@ RECORDER = os.environ.get("QUILLBOX_SOUND_RECORDER", "")
 
 
 class Timer(DesktopCase):
-    DESKTOP = {"accessibility": True}
-
     def buttons(self):
         return {node.name for node in nodes(self.reader.window(MESSAGE)) if node.role == "push button"}
 

@@ -53,7 +53,6 @@ def faults(window, picture, scale):
 class Look(DesktopCase):
     """The default look; the others below."""
 
-    DESKTOP = {"accessibility": True}
     LOOK = {}
 
     def see(self, title, name):
@@ -99,18 +98,16 @@ class Look(DesktopCase):
 
 
 class DarkFractionalScale(Look):
-    DESKTOP = {"accessibility": True, "screen": "1920x1536x24"}
+    DESKTOP = {"screen": "1920x1536x24"}
     LOOK = {"dark": True, "scale": 1.5}
 
 
 class LargeFont(Look):
-    DESKTOP = {"accessibility": True, "screen": "1920x1080x24"}
+    DESKTOP = {"screen": "1920x1080x24"}
     LOOK = {"points": 20}
 
 
 class Places(DesktopCase):
-    DESKTOP = {"accessibility": True}
-
     def test_a_place_lasts(self):
         """Only the button keeps it; a page that needs more room leaves it; "Always on Top" is switched in the menu."""
         themes.choose(self.desktop, points=6)
@@ -153,7 +150,7 @@ class Places(DesktopCase):
 class Tips(DesktopCase):
     """On two monitors, the second one lower than the first: a tip stays on its own and beside what it is about."""
 
-    DESKTOP = {"accessibility": True, "panel": False}
+    DESKTOP = {"panel": False}
     FIRST, SECOND = (0, 0, 640, 1024), (640, 124, 640, 900)
 
     def test_settings_at_the_edges(self):
