@@ -8,14 +8,14 @@ import threading
 import Xlib.display
 import Xlib.error
 from Xlib import X, Xatom
-from Xlib.protocol import event, request
+from Xlib.protocol import event
 
 from screen import wait_for
 
 CHUNK = 200_000  # bytes
 
 
-class Owner:
+class Owner(contextlib.AbstractContextManager):
     """Owns a selection, CLIPBOARD unless told otherwise, and serves `offers`, target name -> what is given:
 
     bytes, of the target's own type; (type name, width, bytes); a list or a generator of either, given part by part;
@@ -34,9 +34,6 @@ class Owner:
         self.thread = threading.Thread(target=self._run, daemon=True)
         self.own()
         self.thread.start()
-
-    def __enter__(self):
-        return self
 
     def __exit__(self, *_):
         self.close()
@@ -57,8 +54,8 @@ class Owner:
     def clear(self):
         """Gives the clipboard up: it is empty then, on purpose."""
         display = Xlib.display.Display(self.display_name)  # of its own: the thread has the other one
-        request.SetSelectionOwner(display=display.display, window=X.NONE, time=X.CurrentTime,
-                                  selection=display.intern_atom(self.selection))
+        nobody = display.create_resource_object("window", X.NONE)
+        nobody.set_selection_owner(display.intern_atom(self.selection), X.CurrentTime)
         display.sync()  # a request that comes with the connection's end may be left out
         display.close()
 
@@ -69,11 +66,10 @@ class Owner:
         self.thread.join(10)
 
     def _run(self):
-        with contextlib.suppress(Xlib.error.ConnectionClosedError, OSError):
+        ends = contextlib.suppress(Xlib.error.ConnectionClosedError, OSError)
+        with ends, contextlib.closing(self.display):
             while True:
                 self._handle(self.display.next_event())
-        with contextlib.suppress(Xlib.error.ConnectionClosedError, OSError):
-            self.display.close()
 
     def _handle(self, message):
         if message.type == X.SelectionRequest:
@@ -252,7 +248,7 @@ class Manager(Owner):
     """A clipboard manager: saves the clipboard's text when its owner asks for that, and says so if it `answers`."""
 
     def __init__(self, name, answers=True):
-        self.answers, self.asked_to_save, self.saved = answers, threading.Event(), None
+        self.answers, self.saved = answers, None
         super().__init__(name, {"SAVE_TARGETS": Manager.save}, selection="CLIPBOARD_MANAGER")
 
     def save(self, question):
@@ -262,4 +258,3 @@ class Manager(Owner):
         reader.close()
         if self.answers:
             self.put(question, "NULL", 32, b"")
-        self.asked_to_save.set()
