@@ -1,9 +1,7 @@
 """The clipboard of Wayland sessions, with real clients and real compositors."""
 import os
 import signal
-import sys
 import time
-import unittest
 
 from kwin import KWin
 from sway import Sway, wait_for
@@ -21,45 +19,22 @@ class Sessions:
     COMPOSITOR = None
     XWAYLAND = False
 
-    newest_becomes = DesktopCase.newest_becomes
-
     def setUp(self):
         self.desktop = self.COMPOSITOR(xwayland=self.XWAYLAND)
         self.addCleanup(self.desktop.close)
         self.desktop.settings()
-        self.desktop.program_environment = {"QUILLBOX_LOG": "1"}
         self.desktop.start_program()
-
-    def tearDown(self):
-        if sys.exc_info()[0] or any(error for _, error in self._outcome.result.failures):
-            print("quillbox said:", self.desktop.log("quillbox")[-2000:], file=sys.stderr)
-
-    def copy(self, text):
-        """Copies as any native program does; the owner lives on until the next copy."""
-        owner = self.desktop.start("wl-copy", "--foreground", text)
-        self.newest_becomes(text, PATIENCE)
-        return owner
-
-    def paste(self):
-        """What a native program pastes. KWin lets one of an empty clipboard wait for ever."""
-        return self.desktop.run("timeout", PATIENCE, "wl-paste", "--no-newline", check=False, capture_output=True).stdout
-
-    def pastes(self, text):
-        wait_for(f"{text!r} to be pasted", lambda: self.paste() == text.encode(), PATIENCE, 0.1)
-
-    def entries(self):
-        return datafiles.entries(self.desktop.data / "ClipData.qbx")
 
     def test_copies_picks_and_dead_owners(self):
         self.turn_to_a_native_window()
         for number in range(60):
             self.copy(f"copy {number}")
-        self.assertEqual([f"copy {number}" for number in range(59, 9, -1)], self.entries())
+        self.assertEqual([f"copy {number}" for number in range(59, 9, -1)], self.file("Clip"))
         self.desktop.tray.pick_entry("copy 57")
         self.pastes("copy 57")
         self.newest_becomes("copy 57")
-        owner = self.copy("outlives its program")
-        self.desktop.end(owner, signal.SIGKILL)
+        self.copy("outlives its program")
+        self.desktop.end(self.desktop.copier, signal.SIGKILL)
         self.pastes("outlives its program")
         secret = "correct horse battery staple"
         for mark in ("x-kde-passwordManagerHint", "Secret"), ():
@@ -68,16 +43,15 @@ class Sessions:
             time.sleep(1)  # for what must not come
             self.desktop.end(owner, signal.SIGKILL)
         time.sleep(1)
-        self.assertEqual((b"", []), (self.paste(), self.desktop.traces(secret)))
+        self.assertEqual(("", []), (self.desktop.paste(), self.desktop.traces(secret)))
         self.copy("after the secret")
-        self.assertEqual(["after the secret", "outlives its program", "copy 57", "copy 59", "copy 58", "copy 56"],
-                         self.entries()[:6])
+        self.assertEqual(["after the secret", "outlives its program", "copy 57", "copy 59"], self.file("Clip")[:4])
 
     def turn_to_a_native_window(self):
         """Where the compositor can have one in front without a person."""
 
 
-class OnSway(Sessions, unittest.TestCase):
+class OnSway(Sessions, DesktopCase):
     COMPOSITOR = Sway
     XWAYLAND = True
 
@@ -97,7 +71,7 @@ class OnSwayAlone(OnSway):
         self.assertEqual("written at the end", datafiles.newest(self.desktop))
 
 
-class OnKWin(Sessions, unittest.TestCase):
+class OnKWin(Sessions, DesktopCase):
     COMPOSITOR = KWin
     XWAYLAND = True
 

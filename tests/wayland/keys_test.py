@@ -32,7 +32,7 @@ class Scripts(unittest.TestCase):
         self.addCleanup(self.screen.close)
         self.screen.settings(**settings)
         self.screen.script(script)
-        self.screen.program_environment = {"QUILLBOX_LOG": "1", **dict(environment)}
+        self.screen.program_environment.update(environment)
         self.screen.start_program()
         self.typed = self.screen.folder / "typed"
 
@@ -68,9 +68,9 @@ class Scripts(unittest.TestCase):
 
         def strokes():
             """Each as a name and its bytes in hexadecimal digits."""
-            presses = re.findall(r"KeyPress.*?state (\w+),.*?keysym \w+, (\w+)\).*?Xmb\w+ gives \d+ bytes: (?:\((.*?)\))?",
-                                 self.screen.log("xev"), re.DOTALL)
-            return [(stroke(int(state, 16), keysym), typed) for state, keysym, typed in presses
+            press = r"KeyPress.*?state (\w+),.*?keysym \w+, (\w+)\).*?Xmb\w+ gives \d+ bytes: (?:\((.*?)\))?"
+            return [(stroke(int(state, 16), keysym), typed)
+                    for state, keysym, typed in re.findall(press, self.screen.log("xev"), re.DOTALL)
                     if not re.fullmatch(MODIFIER, keysym)]
 
         # These have each a key of their own.
@@ -82,8 +82,8 @@ class Scripts(unittest.TestCase):
     def test_killed_in_the_middle_nothing_stays_pressed(self):
         self.start("+^%({é 32767})")
         self.open_terminal()
-        # A keyboard from before, as a person's is. Of one that comes later sway 1.10 tells foot the modifiers while it has
-        # no map of its keys, and foot 1.21 passes over them.
+        # A keyboard from before, as a person's is. Of one that comes later sway 1.10 tells foot the modifiers while it
+        # has no map of its keys, and foot 1.21 passes over them.
         self.screen.start("sh", "-c", "(until [ -e $HOME/go ]; do sleep 0.1; done; printf x) | wtype -")
         self.pick()
         wait_for("the first keys", self.text)

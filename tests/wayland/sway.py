@@ -69,6 +69,14 @@ class Sway(Desktop):
         """A native window, which gets the focus; returns its process."""
         return self.start("foot", *command)
 
+    def copy(self, text):
+        """Copies in a native program (wl-copy), the `copier`, which lives on until the next copy."""
+        self.copier = self.start("wl-copy", "--foreground", text)
+
+    def paste(self):
+        """What a native program pastes. KWin lets one of an empty clipboard wait for ever."""
+        return self.run("timeout", 30, "wl-paste", "--no-newline", check=False, capture_output=True).stdout.decode()
+
     def sway(self, *arguments):
         """What the compositor answers."""
         return json.loads(subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20,
