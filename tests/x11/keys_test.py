@@ -1,6 +1,5 @@
 """Scripts and the one key on X11, with layouts, programs and persons that do as they like meanwhile."""
 import contextlib
-import ctypes
 import os
 import signal
 import threading
@@ -16,12 +15,11 @@ from x11.receiver import KEYS, PATIENCE, Receiver, mixed_text, quoted
 
 BODY = os.environ.get("QUILLBOX_SESSION", "")
 CAPS, NUM = 2, 16  # real modifiers
-SHIFT, CONTROL, ALT, SUPER, PAUSE, F12, ONE, Y, Z, V = 50, 37, 64, 133, 127, 96, 10, 29, 52, 55  # key codes
+SHIFT, CONTROL, ALT, SUPER, MENU, PAUSE, F12, ONE, Y, Z, V = 50, 37, 64, 133, 135, 127, 96, 10, 29, 52, 55  # key codes
+SWITCHES = "grp:menu_toggle"
+LOCK_KEYS = {CAPS: 66, NUM: 77}
 FAILED = "error 57"
 BOUND, TAKEN, NO_SUCH_KEY, IMPOSSIBLE = "1356"  # as in KeyBinding
-CORE_KEYBOARD = 0x100
-X11 = ctypes.CDLL("libX11.so.6")
-X11.XOpenDisplay.restype = ctypes.c_void_p
 
 
 class KeysCase(unittest.TestCase):
@@ -32,8 +30,6 @@ class KeysCase(unittest.TestCase):
     def setUp(self):
         self.desktop = Desktop(window_manager=False, panel=False, bus=False)
         self.addCleanup(self.desktop.close)
-        self.x11 = ctypes.c_void_p(X11.XOpenDisplay(self.desktop.name.encode()))
-        self.addCleanup(X11.XCloseDisplay, self.x11)
         self.use_layouts(self.LAYOUTS)
         self.body = self.start()
 
@@ -64,15 +60,16 @@ class KeysCase(unittest.TestCase):
     # --- the person
 
     def use_layouts(self, layouts):
-        self.desktop.run("setxkbmap", "-model", "pc105", "-layout", layouts)
+        self.desktop.run("setxkbmap", "-model", "pc105", "-layout", layouts, "-option", "", "-option", SWITCHES)
 
     def use_group(self, group):
-        X11.XkbLockGroup(self.x11, CORE_KEYBOARD, group)
-        X11.XSync(self.x11, False)
+        if self.state()[1] != group:
+            self.key(MENU)
 
     def use_locks(self, modifiers):
-        X11.XkbLockModifiers(self.x11, CORE_KEYBOARD, CAPS | NUM, modifiers)
-        X11.XSync(self.x11, False)
+        for lock, code in LOCK_KEYS.items():
+            if (self.state()[0] ^ modifiers) & lock:
+                self.key(code)
 
     def hold(self, *codes, down=True):
         for code in codes:
@@ -93,12 +90,11 @@ class KeysCase(unittest.TestCase):
         self.desktop.display.sync()
 
     def state(self):
-        """Locked modifiers, group, keys that are down, and what a sender has left at the root window."""
-        state = (ctypes.c_ubyte * 32)()
-        X11.XkbGetState(self.x11, CORE_KEYBOARD, state)
+        """Locks, group, keys that are down, and what a sender has left at the root window."""
+        state = self.desktop.root.query_pointer().mask
         keys = self.desktop.display.query_keymap()
         marks = map(self.desktop.display.get_atom_name, self.desktop.root.list_properties())
-        return (state[9], state[0], [code for code in range(256) if keys[code // 8] >> code % 8 & 1],
+        return (state & (CAPS | NUM), state >> 13 & 3, [code for code in range(256) if keys[code // 8] >> code % 8 & 1],
                 [mark for mark in marks if "QUILLBOX" in mark])
 
     def map(self):
