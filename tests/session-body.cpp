@@ -154,7 +154,7 @@ void Serve(PollEventLoop& loop, Side& side) {
     if (!ended) waiting.append(part, static_cast<std::size_t>(got));
     answerNext();
   });
-  while (!ended) loop.RunUntil([&] { return ended; }, 60'000);
+  while (!ended) loop.Turn();
   loop.Unwatch(STDIN_FILENO);
 }
 

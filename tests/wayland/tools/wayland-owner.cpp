@@ -12,16 +12,12 @@
 
 int main(int count, char** arguments) {
   using namespace quillbox;
-  constexpr int kPatience = 60000;  // milliseconds
-  std::map<std::string, std::string, std::less<>> texts;
   std::vector<std::string> types;
-  for (int i = 1; i + 1 < count; i += 2) {
-    types.emplace_back(arguments[i]);
-    texts[arguments[i]] = arguments[i + 1];
-  }
+  std::map<std::string, std::string, std::less<>> texts;
+  for (int i = 1; i + 1 < count; i += 2) texts[types.emplace_back(arguments[i])] = arguments[i + 1];
   test::PollEventLoop loop;
   WaylandConnection connection(loop, nullptr);
-  if (!loop.RunUntil([&] { return connection.GlobalsKnown(); }, kPatience)) return 1;
+  while (!connection.GlobalsKnown()) loop.Turn();
   DataDevice device(connection, {.selection = [](const auto&) {}, .finished = [] {}});
   bool cancelled = false;
   const auto send = [&](std::string_view type, int fd) {
@@ -32,5 +28,5 @@ int main(int count, char** arguments) {
   const auto source = device.MakeSource(types, {.send = send, .cancelled = [&] { cancelled = true; }});
   device.SetSelection(source.get());
   connection.Flush();
-  return loop.RunUntil([&] { return cancelled; }, kPatience) ? 0 : 1;
+  while (!cancelled) loop.Turn();
 }
