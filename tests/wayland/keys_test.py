@@ -32,7 +32,7 @@ class Scripts(unittest.TestCase):
         self.addCleanup(self.screen.close)
         self.screen.settings(**settings)
         self.screen.script(script)
-        self.screen.program_environment.update(environment)
+        self.screen.program_environment = {**self.screen.program_environment, **dict(environment)}
         self.screen.start_program()
         self.typed = self.screen.folder / "typed"
 

@@ -19,6 +19,8 @@ HEADLESS = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_
 class Sway(Desktop):
     """`with Sway() as screen:`; `screen.tray` is a StatusNotifier host."""
 
+    program_environment = {"QUILLBOX_LOG": "1"}
+
     def __init__(self, xwayland=False):
         self.xwayland = xwayland
         self.tray = None
