@@ -4,7 +4,7 @@ import signal
 import time
 
 from kwin import KWin
-from sway import Sway, wait_for
+from sway import Sway
 
 import datafiles
 from case import DesktopCase
@@ -57,7 +57,6 @@ class OnSway(Sessions, DesktopCase):
 
     def turn_to_a_native_window(self):
         self.desktop.terminal("sleep", "600")
-        wait_for("the terminal in front", lambda: self.desktop.focused().get("app_id") == "foot", PATIENCE)
 
 
 class OnSwayAlone(OnSway):

@@ -6,14 +6,15 @@ import subprocess
 from desktop import Desktop, wait_for
 from statusnotifier import StatusNotifierHost
 
-CONFIG = """
-xwayland {xwayland}
-default_border none
-exec xhost +local: && echo "$DISPLAY" >"{runtime}/display"
+# What a compositor starts tells of the environment, by which programs find compositor and X server.
+SESSION = """#!/bin/sh
+[ -z "$DISPLAY" ] || xhost +local:
+env >"$XDG_RUNTIME_DIR/said.new" && mv "$XDG_RUNTIME_DIR/said.new" "$XDG_RUNTIME_DIR/said"
 """
+FOLDERS = "XDG_RUNTIME_DIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"
 NOBODY = 65534
 # The outputs and the drawing need no device.
-HEADLESS = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
+HEADLESS = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1", "KWIN_COMPOSE": "Q"}
 
 
 class Sway(Desktop):
@@ -34,30 +35,35 @@ class Sway(Desktop):
 
     def start_compositor(self):
         """Sway refuses to run as root; it is another user's then, and its socket is used all the same."""
-        runtime = self.folder / "sway"
-        runtime.mkdir(mode=0o700, exist_ok=True)
-        xwayland = "enable" if self.xwayland else "disable"
-        (runtime / "config").write_text(CONFIG.format(xwayland=xwayland, runtime=runtime))
-        self.compositor = self.start(*self.as_nobody(runtime), "sway", "-c", runtime / "config",
-                                     environment={**HEADLESS, "XDG_RUNTIME_DIR": str(runtime)})
-        socket = wait_for("the compositor", lambda: [path for path in runtime.glob("wayland-*") if path.is_socket()])[0]
-        self.environment["WAYLAND_DISPLAY"] = str(socket)
-        self.environment["SWAYSOCK"] = str(wait_for("its control", lambda: list(runtime.glob("sway-ipc*")))[0])
-        if self.xwayland:
-            said = runtime / "display"
-            self.environment["DISPLAY"] = wait_for("the X server", lambda: said.exists() and said.read_text().strip())
+        runtime = self.folder / "compositor"
+        runtime.mkdir(mode=0o700)
+        session, said = runtime / "session", runtime / "said"
+        session.write_text(SESSION)
+        session.chmod(0o755)
+        command = self.command(runtime, session)
+        if os.getuid() == 0:
+            self.folder.chmod(0o711)
+            for path in runtime, *runtime.iterdir():
+                os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
+            # Another user's process forgets whose end it was to end with.
+            command = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", "--pdeathsig=KILL",
+                       *command]
+        self.compositor = self.start(*command, environment={**HEADLESS, **dict.fromkeys(FOLDERS, str(runtime))})
+        wait_for("the compositor", said.exists)
+        for name, _, value in (line.partition("=") for line in said.read_text().splitlines()):
+            if name in ("DISPLAY", "XAUTHORITY", "SWAYSOCK"):
+                self.environment[name] = value
+            elif name == "WAYLAND_DISPLAY":
+                self.environment[name] = str(runtime / value)
         # A session has a keyboard; without one programs hear of keys only when the first comes.
         self.start("wtype", "-s", "100000000", "x")
 
-    def as_nobody(self, *paths):
-        """What a compositor's command begins with where root runs the tests."""
-        if os.getuid() != 0:
-            return []
-        self.folder.chmod(0o711)
-        for path in paths:
-            os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
-        # Another user's process forgets whose end it was to end with.
-        return ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", "--pdeathsig=KILL"]
+    def command(self, runtime, session):
+        """The compositor's, which starts `session`; files that it needs are put into the folder `runtime`."""
+        config = runtime / "config"
+        xwayland = "enable" if self.xwayland else "disable"
+        config.write_text(f"xwayland {xwayland}\ndefault_border none\nexec {session}\n")
+        return ["sway", "-c", config]
 
     def close(self):
         if self.tray:
@@ -68,8 +74,9 @@ class Sway(Desktop):
         return "icon" if self.tray.items else ""
 
     def terminal(self, *command):
-        """A native window, which gets the focus; returns its process."""
-        return self.start("foot", *command)
+        """A native window, which gets the focus."""
+        self.start("foot", *command)
+        self.in_front("foot")
 
     def copy(self, text):
         """Copies in a native program (wl-copy), the `copier`, which lives on until the next copy."""
@@ -84,17 +91,15 @@ class Sway(Desktop):
         return json.loads(subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20,
                                          capture_output=True).stdout)
 
-    def focus(self, program):
-        """A person turns to the window of that program."""
-        self.sway(f"[app_id={program}] focus")
+    def in_front(self, window):
+        """Waits until the window of that program or title has the focus."""
+        wait_for(f"{window} in front", lambda: window in self.focused())
 
     def focused(self):
-        """What the compositor says of the window with the focus, {} if there is none."""
-        tree = self.sway("-t", "get_tree")
-
+        """Program and title of the window with the focus, as the compositor knows them."""
         def find(node):
             if node.get("focused") and node.get("pid"):
-                return node
-            return next(filter(None, map(find, node["nodes"] + node["floating_nodes"])), {})
+                return node["app_id"], node["name"]
+            return next(filter(None, map(find, node["nodes"] + node["floating_nodes"])), ())
 
-        return find(tree)
+        return find(self.sway("-t", "get_tree"))
