@@ -13,6 +13,7 @@ from Xlib.protocol import event
 from screen import wait_for
 
 CHUNK = 200_000  # bytes
+LONGEST = 1 << 24  # of a property, in words of four bytes
 
 
 class Owner(contextlib.AbstractContextManager):
@@ -26,8 +27,8 @@ class Owner(contextlib.AbstractContextManager):
         self.display_name, self.selection = name, selection
         self.display = Xlib.display.Display(name)
         self.display.set_error_handler(lambda *_: None)
-        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
-        self.window.change_attributes(event_mask=X.PropertyChangeMask)
+        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent,
+                                                               event_mask=X.PropertyChangeMask)
         self.offers = dict(offers)
         self.transfers = {}  # (requestor's id, property) -> iterator over the parts
         self.asked = []  # names of the targets that were asked for
@@ -157,11 +158,11 @@ def dies_in_the_middle(owner, question):
 class Reader:
     """Pastes: asks CLIPBOARD for a target and takes the answer, in parts too."""
 
-    def __init__(self, name, selection="CLIPBOARD"):
+    def __init__(self, name):
         self.display = Xlib.display.Display(name)
-        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
-        self.window.change_attributes(event_mask=X.PropertyChangeMask)
-        self.selection = self.display.intern_atom(selection)
+        self.window = self.display.screen().root.create_window(0, 0, 1, 1, 0, X.CopyFromParent,
+                                                               event_mask=X.PropertyChangeMask)
+        self.selection = self.display.intern_atom("CLIPBOARD")
         self.slot = self.display.intern_atom("READER_SLOT")
 
     def close(self):
@@ -185,10 +186,7 @@ class Reader:
 
     def _take_slot(self, delete=True):
         """What lies in the slot; deleting it asks for the next part."""
-        found = self.window.get_full_property(self.slot, X.AnyPropertyType)
-        if delete:
-            self.window.delete_property(self.slot)
-            self.display.flush()
+        found = self.window.get_property(self.slot, X.AnyPropertyType, 0, LONGEST, delete)
         return self.display.get_atom_name(found.property_type), found.format, found.value
 
     def take(self, seconds=10, parts=None):
