@@ -45,23 +45,21 @@ class Screen:
             found = None
         return list(found.value) if found else []
 
-    def windows(self, window=None, x=0, y=0, depth=0):
+    def windows(self, window=None, depth=0):
         """All windows of the program, each with its attributes, its place on the screen, its depth below the root."""
         window = window or self.root
         try:
-            attributes, geometry = window.get_attributes(), window.get_geometry()
-            x, y = x + geometry.x + geometry.border_width, y + geometry.y + geometry.border_width
             if depth and (window.get_wm_class() or [""])[0] == "quillbox":
-                yield window, attributes, (x, y, geometry.width, geometry.height), depth
+                yield window, window.get_attributes(), self.place(window), depth
             for child in window.query_tree().children:
-                yield from self.windows(child, x, y, depth + 1)
+                yield from self.windows(child, depth + 1)
         except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
             pass  # gone while we looked
 
     def window(self, title, seen=False):
         """The program's window of that title, if `seen` only one that a person sees; None if there is none."""
-        return next((window for window, attributes, geometry, _ in self.windows()
-                     if not attributes.override_redirect and geometry[2] >= 100
+        return next((window for window, attributes, place, _ in self.windows()
+                     if not attributes.override_redirect and place[2] >= 100
                      and bytes(self.property(window, "_NET_WM_NAME")).decode() == title
                      and (not seen or attributes.map_state == X.IsViewable)), None)
 
@@ -79,17 +77,17 @@ class Screen:
     def place(self, window):
         """Left, top, width and height of a window on the screen, in pixels."""
         geometry = window.get_geometry()
-        place = window.translate_coords(self.root, 0, 0)
-        return -place.x, -place.y, geometry.width, geometry.height
+        place = self.root.translate_coords(window, 0, 0)
+        return place.x, place.y, geometry.width, geometry.height
 
     def icons(self):
         """The places of the program's icons in XEmbed trays."""
-        return [geometry for _, attributes, geometry, depth in self.windows()
-                if depth > 1 and geometry[2] < 100 and attributes.map_state == X.IsViewable]
+        return [place for _, attributes, place, depth in self.windows()
+                if depth > 1 and place[2] < 100 and attributes.map_state == X.IsViewable]
 
     def popups(self):
         """The places of menus, submenus and tips: windows that no window manager frames."""
-        return [geometry for _, attributes, geometry, depth in self.windows()
+        return [place for _, attributes, place, depth in self.windows()
                 if depth == 1 and attributes.override_redirect and attributes.map_state == X.IsViewable]
 
     def menu(self):
@@ -156,8 +154,7 @@ class Screen:
 
     def show_window(self):
         """A click on the icon brings up the main window."""
-        if not self.shown():
-            self.click_icon(1)
+        self.click_icon()
         return wait_for("the main window", self.shown)
 
     def close_box(self, window):
