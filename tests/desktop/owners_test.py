@@ -5,12 +5,9 @@ from desktop import wait_for
 
 
 class Owners(DesktopCase):
-    def setUp(self):
-        super().setUp()
-        self.desktop.start_program()
-
     def test_drops_wait_for_nobody(self):
         """Many of a source that says nothing; then one of files, which are no text, and one of a text."""
+        self.desktop.start_program()
         window = self.desktop.show_window()
         left, top, width, height = self.desktop.place(window)
         on_list, on_field = ((window, left + width // 2, top + height * part // 4) for part in (1, 3))
@@ -37,6 +34,7 @@ class Owners(DesktopCase):
 
     def test_a_text_outlives_its_program_and_ours(self):
         """At our end it is handed over to a clipboard manager, of the tests' own."""
+        self.desktop.start_program()
         manager = Manager(self.desktop.name)
         self.addCleanup(manager.close)
         with Owner(self.desktop.name, {"UTF8_STRING": b"outlives its program"}):
@@ -47,6 +45,7 @@ class Owners(DesktopCase):
 
     def test_a_secret_is_kept_by_nobody(self):
         """Nor in any list, menu or tip, all of which are the program's memory; offered again unmarked, too."""
+        self.desktop.start_program()
         self.copy("before the secret")
         secret = "correct horse battery staple"
         for text, hint in ("STRING", {"x-kde-passwordManagerHint": b"Secret\n"}), ("UTF8_STRING", {}):
@@ -60,11 +59,8 @@ class Owners(DesktopCase):
         self.menu_goes("Escape")
         self.next_copy_is_taken()
 
-
-class Fields(DesktopCase):
-    """Our own fields, of one line and of several, and the calculator: copied and pasted by keys."""
-
-    def test_paste_and_copy(self):
+    def test_keys_copy_from_and_paste_into_our_own_fields(self):
+        """Those of one line and of several, and the calculator."""
         self.start_reading("Pad")
         self.copy("seed")
         for field, number, paste, copy in (("Name of the Pad entry", "1", "ctrl+v", "ctrl+c"),
