@@ -129,14 +129,7 @@ class Desktop(Screen, contextlib.AbstractContextManager):
         """The panel with task bar and tray; returns when the tray is there."""
         (self.folder / "panel.conf").write_text(PANEL)
         self.panel = self.start("tint2", "-c", self.folder / "panel.conf")
-        wait_for("the tray", lambda: self.owner("_NET_SYSTEM_TRAY_S0"))
-
-    def stop_panel(self):
-        self.end(self.panel)
-        wait_for("the tray's end", lambda: not self.owner("_NET_SYSTEM_TRAY_S0"))
-
-    def owner(self, selection):
-        return self.display.get_selection_owner(self.atom(selection))
+        wait_for("the tray", lambda: self.display.get_selection_owner(self.atom("_NET_SYSTEM_TRAY_S0")))
 
     def close(self):
         if self.display:

@@ -92,7 +92,7 @@ class WithoutTray(DesktopCase):
             wait_for("one icon", lambda: len(self.desktop.icons()) == 1)
             wait_for("the task bar's end", lambda: (window := self.desktop.window("Quillbox")) is None
                      or window.id not in self.desktop.stacking())
-            self.desktop.stop_panel()
+            self.desktop.end(self.desktop.panel)
         self.desktop.start_panel()
         self.desktop.show_window()
         self.assertEqual(0, self.desktop.stop_program())
