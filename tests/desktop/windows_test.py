@@ -56,14 +56,15 @@ class Look(DesktopCase):
     LOOK = {}
 
     def see(self, title, name):
-        """Saves the picture of a window and notes what is wrong with it."""
+        """Saves the picture of a window and says what is wrong with it."""
         window = self.to_front(self.titled(title))
         tree = wait_for(f"{title} at rest",
                         lambda: (seen := self.reader.window(title)) == self.reader.window(title) and seen)
         self.assertGreater(sum(node.role in CONTROLS for node in nodes(tree)), 1, name)
         picture = self.desktop.picture(f"window-{type(self).__name__}-{name}", window.id)
-        found = [*faults(tree, picture, self.LOOK.get("scale", 1)), *([] if self.LOOK else self.unreached(tree))]
-        self.found += [f"{name}: {fault}" for fault in found]
+        with self.subTest(name):
+            self.assertEqual([], [*faults(tree, picture, self.LOOK.get("scale", 1))])
+            self.assertEqual([], [] if self.LOOK else self.unreached(tree))
 
     def unreached(self, tree):
         """Tab goes to every control; of options to the chosen one, and from the tabs to none of them."""
@@ -74,7 +75,6 @@ class Look(DesktopCase):
 
     def test_windows(self):
         themes.choose(self.desktop, **self.LOOK)
-        self.found = []
         self.start_reading("Clip")
         self.copy("Meeting on Tuesday, 10 o'clock", "https://example.org/?a=1&b=2", "Grüße aus Köln")
         for page in PAGES:
@@ -94,7 +94,6 @@ class Look(DesktopCase):
                 self.desktop.key("ctrl+Tab")
             self.leave(title, "Escape")
             self.in_front()
-        self.assertEqual([], self.found)
 
 
 class DarkFractionalScale(Look):
