@@ -58,7 +58,7 @@ class Album(Desktop):
         self.picture_of("pad", "Quillbox")
         self.key("ctrl+Tab")
         reader.tab_to("Display")
-        self.key("1", "9", "9", "asterisk", "3", "Return")
+        self.key("1", "9", "9", "KP_Multiply", "3", "Return")
         self.picture_of("calc", "Quillbox")
         self.key("ctrl+Tab")
         reader.tab_to("Minutes")
