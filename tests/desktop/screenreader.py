@@ -13,10 +13,8 @@ PARTS = {"list item", "page tab", "filler"}  # of, or around, the control that h
 
 @dataclasses.dataclass
 class Node:
-    """A window or what is shown in it; `path` is what the bus calls it, `place` is left, top, width and height on the
-    screen."""
+    """A window or what is shown in it; `place` is left, top, width and height on the screen."""
 
-    path: tuple
     role: str
     name: str
     states: set
@@ -59,39 +57,42 @@ class ScreenReader:
         low, high = self._ask(node, "Accessible.GetState")
         return {name for name, bit in STATES.items() if (low | high << 32) >> bit & 1}
 
-    def _shown(self, path):
-        """The node with all below it that is shown; None if it isn't."""
-        states = self._states(path)
-        return Node(path, self._ask(path, "Accessible.GetRoleName"), self._name(path), states,
-                    self._ask(path, "Component.GetExtents", "(u)", (0,)),
-                    list(filter(None, map(self._shown, self._children(path))))) if "SHOWING" in states else None
+    def _windows(self):
+        programs = [each for each in self._children((f"{PREFIX}.Registry", ROOT)) if self._name(each) == "quillbox"]
+        return [window for program in programs for window in self._children(program)]
 
-    def windows(self, title=None):
-        """What is shown of the program's windows now, or of those with that title; none while they change."""
-        with contextlib.suppress(GLib.Error):
-            programs = [each for each in self._children((f"{PREFIX}.Registry", ROOT)) if self._name(each) == "quillbox"]
-            windows = [window for program in programs for window in self._children(program)
-                       if title in (None, self._name(window))]
-            return [*filter(None, map(self._shown, windows))]
-        return []
+    def _shown(self, node):
+        """The node with all below it that is shown, None if it isn't."""
+        states = self._states(node)
+        return Node(self._ask(node, "Accessible.GetRoleName"), self._name(node), states,
+                    self._ask(node, "Component.GetExtents", "(u)", (0,)),
+                    list(filter(None, map(self._shown, self._children(node))))) if "SHOWING" in states else None
 
     def window(self, title):
-        return next(iter(self.windows(title)), None)
+        """What is shown of that window now; None if there is none, or while it changes."""
+        with contextlib.suppress(GLib.Error):
+            return next((self._shown(window) for window in self._windows() if self._name(window) == title), None)
+
+    def _focused(self, node):
+        states = self._states(node)
+        if "FOCUSED" in states and self._ask(node, "Accessible.GetRoleName") not in PARTS:
+            return node
+        return next(filter(None, map(self._focused, self._children(node))), None) if "SHOWING" in states else None
 
     def focused(self):
-        """The control that has the keyboard; None if there is none."""
-        return next((node for window in self.windows() for node in nodes(window)
-                     if "FOCUSED" in node.states and node.role not in PARTS), None)
+        """The control that has the keyboard, by what the bus calls it; None if there is none."""
+        with contextlib.suppress(GLib.Error):
+            return next(filter(None, map(self._focused, self._windows())), None)
 
     def round(self):
         """The names of all controls that Tab reaches, as it is pressed."""
         seen, focused = [], wait_for("a control with the keyboard", self.focused)
-        while focused.path not in seen:
-            seen.append(focused.path)
+        while focused not in seen:
+            seen.append(focused)
             self.desktop.key("Tab")
-            wait_for(f"Tab leaves {focused.name}", lambda: "FOCUSED" not in self._states(focused.path), pause=0.02)
-            focused = wait_for(f"a control behind {focused.name}", self.focused)
-            yield focused.name
+            wait_for(f"Tab leaves {focused}", lambda: "FOCUSED" not in self._states(focused), pause=0.02)
+            focused = wait_for(f"a control behind {focused}", self.focused)
+            yield self._name(focused)
 
     def tab_to(self, name):
         """Presses Tab until the control of that name has the keyboard."""
