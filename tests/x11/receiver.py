@@ -6,7 +6,7 @@ from desktop import wait_for
 from screen import RECEIVER
 
 PATIENCE = 60  # seconds; what is waited for comes at once on a machine that isn't busy
-MODIFIER = r"(Shift|Control|Alt|Meta|Super)_[LR]|ISO_Level\d_Shift"
+LETTERS = {1: "S-", 4: "C-", 8: "A-"}
 FUNCTION_KEYS = range(1, 17)
 # Strings; the keysyms that come, and how often a modifier goes down on X11: groups keep theirs.
 KEYS = (
@@ -33,11 +33,6 @@ def mixed_text(rounds):
 def quoted(text):
     """The script that types it."""
     return re.sub(r"[+^%~(){}[\]]", r"{\g<0>}", text)
-
-
-def stroke(state, keysym):
-    """Its name, as "S-A"."""
-    return "".join(letter for bit, letter in {1: "S-", 4: "C-", 8: "A-"}.items() if state & bit) + keysym
 
 
 class Receiver:
@@ -67,8 +62,8 @@ class Receiver:
             press, code, *what = line.split()
             assert (press == "+") != (code in down), "pressed twice, or released"
             down ^= {code}
-            if what and re.fullmatch(MODIFIER, what[1]):
+            if what and re.fullmatch(r"(Shift|Control|Alt|Meta|Super)_[LR]|ISO_Level\d_Shift", what[1]):
                 modifiers += 1
             elif what:
-                names.append(stroke(int(what[0]), what[1]))
+                names.append("".join(letter for bit, letter in LETTERS.items() if int(what[0]) & bit) + what[1])
         return (" ".join(names), modifiers) if not down else None

@@ -68,12 +68,14 @@ constexpr std::array<std::uint8_t, 4> kExtraLevels{0, realmodifier::kMod5, realm
                                                    realmodifier::kMod3 | realmodifier::kMod5};
 
 // The rest is what every keyboard's map has: XWayland takes none without virtual modifiers, and was seen to
-// crash on Shift in one with nothing but what is needed here.
+// crash on Shift in one with nothing but what is needed here. It forgets the levels of a type that have no
+// names, and then Qt's programs can't read the map.
 constexpr std::string_view kTypes = R"(
 xkb_types "quillbox" {
   include "complete"
   type "EXTRA" {
     modifiers = Mod3+Mod5; map[Mod5] = Level2; map[Mod3] = Level3; map[Mod3+Mod5] = Level4;
+    level_name[Level1] = "1"; level_name[Level2] = "2"; level_name[Level3] = "3"; level_name[Level4] = "4";
   };
 };
 xkb_compatibility "quillbox" { include "complete" };
