@@ -221,10 +221,10 @@ class Compositor:
             return self.selection.types if isinstance(self.selection, Source) else []
 
     def paste(self, kind):
-        """The reading end of what the owner gives; None if it doesn't offer that type."""
+        """The file to read what the owner gives; None if it doesn't offer that type."""
         with self.turn:
             if not self.selection or kind not in self.selection.types:
                 return None
             reading, writing = os.pipe()
             self.selection.give(kind, writing)
-            return reading
+            return open(reading, "rb", buffering=0)

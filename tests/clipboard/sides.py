@@ -55,6 +55,10 @@ class Side:
         self.addCleanup(lambda: self.assertEqual(0, body.end(), "nothing is left of it"))
         return body
 
+    def has_no_clipboard(self, name):
+        body = Body(BODY, self.KIND, name)
+        self.assertEqual((b"error 57\n", 0), (body.process.communicate(timeout=PATIENCE)[0], body.process.returncode))
+
     def ask(self, *request):
         answer, = self.body.ask("\t".join(map(str, request)).encode())
         return answer.decode()
@@ -94,7 +98,8 @@ class Side:
 
 
 class Rules:
-    """What holds on both sides, beside `offers()` and `bad_offers()` of each and with a server that is `stopped()`."""
+    """What holds on both sides, beside `offers()` and `bad_offers()` of each and with a server that is `stopped()`, or
+    whose end is `end_server()`."""
 
     QUESTIONS = []  # what an owner of UTF8 is asked for
     NOWHERE = ""  # the name of no server
@@ -113,7 +118,6 @@ class Rules:
             ({UTF8: b"a\0b\r\nc\rd\n\0"}, "a\0b\r\nc\rd\n\0", LASTS),
             ({UTF8: b"bad \xff\xc3 end \xf0\x9f\x98\x80"}, "bad \ufffd\ufffd end 😀", LASTS),
             # In increments, through the middle of a character, too.
-            ({UTF8: in_pieces(b"letters" * 40_000, 5000)}, "letters" * 40_000, LASTS),
             ({UTF8: in_pieces("x€y".encode(), 1)}, "x€y", LASTS),
             # The same again is news again.
             ({UTF8: "x€y".encode()}, "x€y", LASTS),
@@ -291,6 +295,13 @@ class Rules:
         self.pastes(f"while it is stopped {number}")
         self.stays(f"while it is stopped {number}")
 
+    def test_the_end_of_the_server_is_reported_once(self):
+        self.put("text")
+        self.end_server()
+        wait_for("the loss", lambda: self.ask("lost") == "1 0", PATIENCE)
+        time.sleep(0.5)
+        self.assertEqual(["1 0", BUSY, BUSY, BUSY, "0"], [self.ask("lost"), self.ask("read"), self.ask("put", "text"),
+                                                          self.ask("clear"), self.ask("hand-over", 1000)])
+
     def test_without_a_server_there_is_no_clipboard(self):
-        body = Body(BODY, self.KIND, self.NOWHERE)
-        self.assertEqual((b"error 57\n", 0), (body.process.communicate(timeout=PATIENCE)[0], body.process.returncode))
+        self.has_no_clipboard(self.NOWHERE)
