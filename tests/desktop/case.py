@@ -120,14 +120,14 @@ class DesktopCase(unittest.TestCase):
         """Waits until another program pastes that; None if there is nothing to paste."""
         wait_for(f"{text!r} in another program", lambda: self.desktop.paste() == text)
 
-    def newest_becomes(self, text, seconds=60):
+    def newest_becomes(self, text):
         """Waits until `text` is the newest entry on the disk."""
-        wait_for(f"{text[:60]!r} as newest entry", lambda: datafiles.newest(self.desktop) == text, seconds)
+        wait_for(f"{text[:60]!r} as newest entry", lambda: (self.file("Clip") or [None])[0] == text)
 
     def next_copy_is_taken(self):
         """A normal copy, as by any program, reaches the list."""
         self.copy(f"normal copy {time.monotonic_ns()}")
 
     def file(self, name):
-        """The entries of a list."""
+        """The entries of a list; None while its file is broken."""
         return datafiles.entries(self.desktop.data / f"{name}Data.qbx")

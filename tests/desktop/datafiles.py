@@ -42,9 +42,3 @@ def entries(path):
         found.append(entry[1])
         rest = rest[entry.end():]
     return found if content(kind, found) == written else None
-
-
-def newest(desktop):
-    """The newest entry in the Clip file; None if the file is missing, broken or without entries."""
-    found = entries(desktop.data / "ClipData.qbx")
-    return found[0] if found else None

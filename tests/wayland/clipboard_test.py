@@ -6,7 +6,6 @@ import time
 from kwin import KWin
 from sway import Sway
 
-import datafiles
 from case import DesktopCase
 
 OWNER = os.environ.get("QUILLBOX_WAYLAND_OWNER", "")
@@ -67,7 +66,7 @@ class OnSwayAlone(OnSway):
         (self.desktop.data / "ClipData.qbx").unlink()
         self.desktop.end(self.desktop.compositor, signal.SIGKILL)
         self.desktop.program.wait(PATIENCE)
-        self.assertEqual("written at the end", datafiles.newest(self.desktop))
+        self.assertEqual("written at the end", self.file("Clip")[0])
 
 
 class OnKWin(Sessions, DesktopCase):
