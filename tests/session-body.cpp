@@ -4,8 +4,8 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <iterator>
 #include <memory>
@@ -137,13 +137,22 @@ void Tell(Side& side, const std::string& line) {
 
 // Answers until the input ends; a request may come in while the one before is carried out.
 void Serve(PollEventLoop& loop, Side& side) {
-  // No line is read before its turn: what waits makes the descriptor readable.
-  std::setvbuf(stdin, nullptr, _IONBF, 0);
+  std::string waiting;
   bool ended = false;
+  const std::function<void()> answerNext = [&] {
+    const std::size_t end = waiting.find('\n');
+    if (end == std::string::npos) return;
+    const std::string line = waiting.substr(0, end);
+    waiting.erase(0, end + 1);
+    if (waiting.find('\n') != std::string::npos) loop.StartTimer(0, answerNext);
+    Tell(side, line);
+  };
   loop.Watch(STDIN_FILENO, [&] {
-    std::string line;
-    ended = !std::getline(std::cin, line);
-    if (!ended) Tell(side, line);
+    static char part[1 << 16];
+    const ssize_t got = read(STDIN_FILENO, part, sizeof part);
+    ended = got <= 0;
+    if (!ended) waiting.append(part, static_cast<std::size_t>(got));
+    answerNext();
   });
   while (!ended) loop.Turn();
   loop.Unwatch(STDIN_FILENO);
