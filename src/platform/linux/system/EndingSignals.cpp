@@ -11,8 +11,9 @@ namespace quillbox {
 EndingSignals::EndingSignals() {
   sigset_t ending;
   sigemptyset(&ending);
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, signal);
+  for (const int each : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, each);
   pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  signal(SIGPIPE, SIG_IGN);
   descriptor_ = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
