@@ -21,7 +21,6 @@ import datafiles
 from screen import Screen, wait_for
 
 USER = pwd.getpwuid(os.getuid()).pw_name
-PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 libc = ctypes.CDLL(None)
 HOME = {"XDG_CONFIG_HOME": "config", "XDG_DATA_HOME": "data", "XDG_CACHE_HOME": "cache", "XDG_RUNTIME_DIR": "runtime"}
@@ -103,10 +102,10 @@ class Desktop(Screen, contextlib.AbstractContextManager):
     def start(self, program, *arguments, environment=None):
         """Starts a process that ends with the desktop; what it says goes into a log."""
         with open(self.folder / f"{pathlib.Path(program).name}.log", "ab") as log:
+            # Python of our own in the new process could hang there: this one has threads.
             process = subprocess.Popen(
-                [str(program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-                start_new_session=True, env={**self.environment, **(environment or {})},
-                preexec_fn=lambda: libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL))
+                ["setpriv", "--pdeathsig=KILL", str(program), *map(str, arguments)], stdin=subprocess.DEVNULL,
+                stdout=log, stderr=log, start_new_session=True, env={**self.environment, **(environment or {})})
         self.processes.append(process)
         return process
 
