@@ -165,6 +165,7 @@ void Serve(PollEventLoop& loop, Side& side) {
 int main(int count, char** arguments) {
   using namespace quillbox::test;
   if (count != 3) return 2;
+  std::signal(SIGPIPE, [](int) {});  // as EndingSignals has it
   const std::ptrdiff_t before = Descriptors();
   PollEventLoop loop;
   try {

@@ -13,7 +13,7 @@ EndingSignals::EndingSignals() {
   sigemptyset(&ending);
   for (const int each : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&ending, each);
   pthread_sigmask(SIG_BLOCK, &ending, nullptr);
-  signal(SIGPIPE, SIG_IGN);
+  signal(SIGPIPE, [](int) {});  // other than an ignored signal, one with a handler is not handed on
   descriptor_ = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 

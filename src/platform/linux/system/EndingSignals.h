@@ -3,9 +3,9 @@
 namespace quillbox {
 
 // The signals that ask the program to end (SIGTERM, SIGINT, SIGHUP), as a descriptor for the event loop. To
-// be made before the first thread: it is the whole process that must not take them in another way. SIGPIPE is
-// ignored from then on: a server that goes away is an error of the next call, after which all is saved, and
-// no end of the process in the middle of that call.
+// be made before the first thread: it is the whole process that must not take them in another way. SIGPIPE
+// does nothing from then on: a server or a reader that goes away is an error of the next call, and no end of
+// the process in the middle of that call. The programs that this one starts find it as it was.
 class EndingSignals {
  public:
   EndingSignals();

@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
-#include <ctime>
 #include <utility>
 
 #include "platform/ports/TextTypes.h"
@@ -20,32 +18,6 @@ namespace {
 constexpr std::size_t kPieceBytes = 4096;
 constexpr int kPiecesAtOnce = 64;  // one reader gives way to the rest of the program after so many
 constexpr std::size_t kLarge = 512 * 1024;
-
-// To write into a pipe that nobody reads any more must not end the program, and the programs that it starts
-// must find the signal as it was.
-class NoPipeSignal {
- public:
-  NoPipeSignal() {
-    sigemptyset(&pipe_);
-    sigaddset(&pipe_, SIGPIPE);
-    sigset_t pending;
-    sigpending(&pending);
-    ours_ = !sigismember(&pending, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
-  }
-  ~NoPipeSignal() {
-    const timespec now{};
-    if (ours_) sigtimedwait(&pipe_, nullptr, &now);
-    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-  }
-  NoPipeSignal(const NoPipeSignal&) = delete;
-  NoPipeSignal& operator=(const NoPipeSignal&) = delete;
-
- private:
-  sigset_t pipe_{};
-  sigset_t before_{};
-  bool ours_ = false;
-};
 
 }  // namespace
 
@@ -76,7 +48,6 @@ void TextWriters::Serve(int fd) {
 }
 
 bool TextWriters::WriteSome(Writer& writer) {
-  const NoPipeSignal noSignal;
   const std::string& bytes = *writer.bytes;
   for (int i = 0; i < kPiecesAtOnce && writer.offset < bytes.size(); ++i) {
     std::size_t end = std::min(bytes.size(), writer.offset + kPieceBytes);

@@ -14,7 +14,8 @@
 namespace quillbox {
 
 // Writes texts into the pipes of those who paste them. Any number at once; one that stops reading, or goes
-// away, loses its text and delays nobody. What a reader gets is always whole characters, however it ends.
+// away, loses its text and delays nobody; SIGPIPE has to be without effect. What a reader gets is always
+// whole characters, however it ends.
 class TextWriters {
  public:
   explicit TextWriters(EventLoop& loop) : loop_(loop) {}
