@@ -1,7 +1,6 @@
 """A Wayland desktop of its own for a test: sway without a screen, session bus, a tray, and Quillbox on it."""
 import json
 import os
-import subprocess
 
 from desktop import Desktop, wait_for
 from statusnotifier import StatusNotifierHost
@@ -88,8 +87,7 @@ class Sway(Desktop):
 
     def sway(self, *arguments):
         """What the compositor answers."""
-        return json.loads(subprocess.run(["swaymsg", *arguments], env=self.environment, check=True, timeout=20,
-                                         capture_output=True).stdout)
+        return json.loads(self.run("swaymsg", *arguments, capture_output=True).stdout)
 
     def in_front(self, window):
         """Waits until the window of that program or title has the focus."""
