@@ -10,6 +10,7 @@
 #include <functional>
 #include <iterator>
 #include <string>
+#include <thread>
 
 #include "base/Utf8.h"
 #include "memory/ScratchFolder.h"
@@ -18,6 +19,9 @@ namespace quillbox {
 
 // The exit code of a child process that runs `body`: what it returns, -1 if it was killed or threw.
 inline int InChild(const std::function<int()>& body) {
+  // A thread that is just ending may hold a lock of the allocator, which nobody would open in the child.
+  const auto threads = [] { return std::filesystem::directory_iterator("/proc/self/task"); };
+  while (std::distance(threads(), {}) > 1) std::this_thread::yield();
   const pid_t child = ::fork();
   if (child == 0) [&body]() noexcept { ::_exit(body()); }();
   int status = 0;
