@@ -106,6 +106,8 @@ ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
 void ListView::Draw() {
   drawing_ = true;
   rows_.Follow();
+  // The room to scroll in is that of these rows.
+  executeDelayedItemsLayout();
   const int current = list_.GetListIndex();
   const QModelIndex index = current < 0 ? QModelIndex() : rows_.index(list_.PositionOf(current));
   QItemSelection selection;
