@@ -17,8 +17,11 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/templates/ DESTINATION ${QUILLBOX_SHARE}
   FILES_MATCHING PATTERN "*.qbx")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${QUILLBOX_SHARE}/help
   FILES_MATCHING PATTERN "*.html" PATTERN "*.css" PATTERN "*.png")
-install(FILES ${PACKAGING_FOLDER}/quillbox.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${PACKAGING_FOLDER}/quillbox.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${PACKAGING_FOLDER}/quillbox.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications
+  RENAME ${QUILLBOX_APP_ID}.desktop)
+configure_file(${PACKAGING_FOLDER}/quillbox.metainfo.xml ${PROJECT_BINARY_DIR}/packaging/quillbox.metainfo.xml @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/packaging/quillbox.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
+  RENAME ${QUILLBOX_APP_ID}.metainfo.xml)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillbox RENAME copyright)
 
 set(QUILLBOX_MAINTAINER "The Quillbox authors <maintainers@quillbox.example>" CACHE STRING

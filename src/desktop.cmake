@@ -47,7 +47,7 @@ quillbox_embed_icons(quillbox_qt)
 quillbox_library(quillbox_portal platform/qt/portal)
 set_target_properties(quillbox_portal PROPERTIES AUTOMOC ON)
 target_link_libraries(quillbox_portal PUBLIC quillbox_linux quillbox_xkb Qt6::Core Qt6::DBus)
-target_compile_definitions(quillbox_portal PUBLIC QT_NO_KEYWORDS)
+target_compile_definitions(quillbox_portal PUBLIC QT_NO_KEYWORDS QUILLBOX_APP_ID="${QUILLBOX_APP_ID}")
 
 # The program itself.
 file(GLOB PROGRAM_SOURCES CONFIGURE_DEPENDS platform/qt/*.cpp)

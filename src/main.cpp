@@ -48,7 +48,7 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName(QStringLiteral("quillbox"));
   QApplication::setApplicationDisplayName(QString());
-  QApplication::setDesktopFileName(QStringLiteral("quillbox"));
+  QApplication::setDesktopFileName(QStringLiteral(QUILLBOX_APP_ID));
   try {
     std::optional<quillbox::DisplayChoice> display(std::in_place);
     // There is no command line, not even Qt's own.

@@ -72,7 +72,7 @@ def check_packaging(folder, version):
     parser.read(folder / "quillbox.desktop", encoding="utf-8")
     entry, metadata = parser["Desktop Entry"], xml.parse(folder / "quillbox.metainfo.xml").getroot()
     told = [metadata.findtext(path) for path in ("launchable", "icon", "provides/binary")]
-    expect(told == ["quillbox.desktop", entry["Icon"], entry["Exec"]], folder, "desktop entry and metadata differ")
+    expect(told == ["@QUILLBOX_APP_ID@.desktop", entry["Icon"], entry["Exec"]], folder, "desktop entry and metadata differ")
     expect(metadata.find("releases/release").get("version") == version, folder, "the newest release is another version")
     for path in folder.glob("icons/**/*.svg"):
         _, _, width, height = xml.parse(path).getroot().get("viewBox").split()

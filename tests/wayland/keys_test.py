@@ -103,7 +103,7 @@ class Scripts(unittest.TestCase):
         wait_for("the captions", lambda: "Settings..." in self.screen.tray.menu(opens=False))
         self.open_terminal()
         self.screen.tray.activate()
-        self.screen.in_front("quillbox")
+        self.screen.in_front("Quillbox")
         self.screen.sway("[app_id=foot] focus")
         time.sleep(1)  # two clicks, no double click
         self.screen.tray.provide_token("token of the tray")
@@ -124,11 +124,11 @@ class Scripts(unittest.TestCase):
         wait_for("the key", lambda: "key: bound" in self.screen.log("quillbox"))
         self.open_terminal()
         portal.press()
-        self.screen.in_front("quillbox")
+        self.screen.in_front("Quillbox")
         self.assertEqual(0, self.screen.start("wtype", "need", "-k", "Return").wait(60))
         wait_for("the text in the terminal", lambda: self.text() == "an old Needle")
         self.screen.in_front("foot")
         portal.press()
-        self.screen.in_front("quillbox")
+        self.screen.in_front("Quillbox")
         # A press before the window knows that it is in front brings it up once more.
         wait_for("foot in front", lambda: portal.press() or time.sleep(1) or "foot" in self.screen.focused(), 60)

@@ -17,10 +17,16 @@ void Pause(int milliseconds) { QtEventLoop::Pause(milliseconds); }
 
 bool FocusIsOurs() { return QGuiApplication::focusWindow() != nullptr; }
 
+// As the compositor has it of our windows.
+std::string OwnId() {
+  const bool x11 = QGuiApplication::platformName() == QLatin1String("xcb");
+  return (x11 ? QGuiApplication::applicationName() : QGuiApplication::desktopFileName()).toStdString();
+}
+
 }  // namespace
 
 SessionKeySender::SessionKeySender(const std::function<std::string()>& dataFolder)
-    : wayland_({.display = {}, .pause = Pause, .focusIsOurs = FocusIsOurs, .ownId = "quillbox"}),
+    : wayland_({.display = {}, .pause = Pause, .focusIsOurs = FocusIsOurs, .ownId = OwnId()}),
       portal_({.dataFolder = dataFolder, .pause = Pause, .focusIsOurs = FocusIsOurs}),
       x11_({.display = {}, .pause = Pause, .isOurs = [](xcb_window_t window) {
               return QWidget::find(window) != nullptr;
