@@ -4,6 +4,7 @@ from busservice import BusService, GLib
 
 PORTAL = "org.freedesktop.portal"
 PATH = "/org/freedesktop/portal/desktop"
+GRANTED, REFUSED, FAILED = range(3)  # responses
 
 
 class Portal(BusService):
@@ -13,12 +14,12 @@ class Portal(BusService):
         "RemoteDesktop.CreateSession": "a{sv}", "RemoteDesktop.SelectDevices": "oa{sv}",
         "RemoteDesktop.Start": "osa{sv}", "RemoteDesktop.NotifyKeyboardKeysym": "oa{sv}iu",
         "GlobalShortcuts.CreateSession": "a{sv}", "GlobalShortcuts.BindShortcuts": "oa(sa{sv})sa{sv}",
-        "Session.Close": ""}.items()}
+        "Session.Close": ""}.items()} | {"org.freedesktop.host.portal.Registry.Register": "sa{sv}"}
     PROPERTIES = {f"{PORTAL}.RemoteDesktop.AvailableDeviceTypes": GLib.Variant("u", 3)}
 
-    def __init__(self, address, allows=True, closes_after=None, plasma=None):
+    def __init__(self, address, allows=True, closes_after=None, like=None):
         self.allows = allows
-        self.plasma = plasma  # the version of Plasma, whose keys are taken in ways of its own
+        self.like = like  # a desktop that binds keys in a way of its own
         self.closes_after = closes_after  # so many keys, as when the person ends the session
         self.calls = []  # what was asked, in order, without the keys
         self.keys = []  # (keysym, pressed)
@@ -37,12 +38,12 @@ class Portal(BusService):
         asked = {key: value for key, value in options.items() if not key.endswith("handle_token")}
         self.calls.append((message.get_member(), asked))
 
-    def _respond(self, message, options, allowed=True, **results):
+    def _respond(self, message, options, code=GRANTED, **results):
         """Tells where the response will be, and gives it there."""
         self._note(message, options)
         request = f"{PATH}/request/{self._part(message)}/{options['handle_token']}"
         self.answer(message, "(o)", request)
-        self._signal(request, "Request", "Response", "(ua{sv})", int(not allowed), results if allowed else {})
+        self._signal(request, "Request", "Response", "(ua{sv})", code, results if code != REFUSED else {})
 
     def _part(self, message):
         """Of a path, which stands for who has asked."""
@@ -51,10 +52,18 @@ class Portal(BusService):
 
     # --- calls
 
+    def Register(self, message, name, _options):
+        self.calls.append(("Register", name))
+        self.answer(message)
+
+    def Get(self, message, *names):
+        self.calls.append(("Get", {}))
+        super().Get(message, *names)
+
     def CreateSession(self, message, options):
         self.session = f"{PATH}/session/{self._part(message)}/{options['session_handle_token']}"
         self.shortcuts = options.get("shortcuts", [])
-        taken = self._taken() if self.plasma == 5 else {}
+        taken = self._taken() if self.like == "Plasma 5" else {}
         self._respond(message, options, session_handle=GLib.Variant("s", self.session), **taken)
 
     def SelectDevices(self, message, _session, options):
@@ -62,12 +71,13 @@ class Portal(BusService):
 
     def Start(self, message, _session, _window, options):
         self.tokens += self.allows
-        self._respond(message, options, self.allows, devices=GLib.Variant("u", 1),
+        self._respond(message, options, GRANTED if self.allows else REFUSED, devices=GLib.Variant("u", 1),
                       restore_token=GLib.Variant("s", f"token {self.tokens}"))
 
     def BindShortcuts(self, message, _session, shortcuts, _window, options):
         self.shortcuts = shortcuts
-        self._respond(message, options, self.allows, **({} if self.plasma == 6 else self._taken()))
+        code = REFUSED if not self.allows else FAILED if self.like == "GNOME 48" else GRANTED
+        self._respond(message, options, code, **({} if self.like == "Plasma 6" else self._taken()))
 
     def _taken(self):
         return {"shortcuts": GLib.Variant("a(sa{sv})", [

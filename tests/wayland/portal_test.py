@@ -6,6 +6,8 @@ from desktop import wait_for
 from portal import Portal
 
 SHIFT, CONTROL, ENTER, TAB, LEFT = 0xFFE1, 0xFFE3, 0xFF0D, 0xFF09, 0xFF51
+# Who we are is the first that a portal hears: some serve only those that have a name with a dot.
+NAMED = "Register", "localhost.quillbox.Quillbox"
 UNICODE = 0x1000000  # added to a character without a keysym of its own
 
 
@@ -45,7 +47,7 @@ class Scripts(PortalCase):
                   + [(SHIFT, True)] + strokes(ord("c"), ord("d")) + [(SHIFT, False), (CONTROL, True)]
                   + strokes(ord("e")) + [(CONTROL, False)])
         devices = {"types": 1, "persist_mode": 2}
-        asked = [("CreateSession", {}), ("SelectDevices", devices), ("Start", {}), ("Close", {})]
+        asked = [NAMED, ("Get", {}), ("CreateSession", {}), ("SelectDevices", devices), ("Start", {}), ("Close", {})]
         for time in range(1, 4):
             portal.calls.clear()
             portal.keys.clear()
@@ -91,11 +93,12 @@ class ShowKey(PortalCase):
     def test_bound_whenever_a_portal_comes(self):
         self.start()
         self.says("key: This desktop gives programs no such keys.")
-        for time, plasma in enumerate((None, 5, 6), 1):
-            portal = self.portal(plasma=plasma)
+        for time, like in enumerate((None, "Plasma 5", "Plasma 6", "GNOME 48"), 1):
+            portal = self.portal(like=like)
             wait_for("the binding", lambda: self.desktop.log("quillbox").count("key: bound") == time)
+            self.assertEqual([NAMED, "CreateSession"], [portal.calls[0], portal.calls[1][0]])
             # Plasma 5 would only open its settings.
-            self.assertEqual(plasma != 5, "BindShortcuts" in dict(portal.calls))
+            self.assertEqual(like != "Plasma 5", "BindShortcuts" in dict(portal.calls))
             self.assertEqual([("find_CTRL_ALT_SHIFT_LOGO_v", {"description": "Find an entry in Quillbox",
                                                               "preferred_trigger": "CTRL+ALT+SHIFT+LOGO+v"})],
                              portal.shortcuts)
@@ -107,4 +110,4 @@ class ShowKey(PortalCase):
         portal = self.portal(allows=False)
         self.says("key: The desktop has refused this key.")
         wait_for("the session's end", lambda: [name for name, _ in portal.calls] ==
-                 ["CreateSession", "BindShortcuts", "Close"])
+                 ["Register", "CreateSession", "BindShortcuts", "Close"])

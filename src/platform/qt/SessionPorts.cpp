@@ -114,7 +114,7 @@ bool IsWayland() {
 }
 
 std::unique_ptr<GlobalKey> ChooseGlobalKey(EventLoop& loop) {
-  if (IsWayland()) return std::make_unique<PortalGlobalKey>(QDBusConnection::sessionBus());
+  if (IsWayland()) return std::make_unique<PortalGlobalKey>();
   return std::make_unique<XGlobalKey>(loop);
 }
 

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/Trace.h"
+#include "platform/qt/portal/PortalBus.h"
 #include "platform/xkb/Keysyms.h"
 
 namespace quillbox {
@@ -80,12 +81,11 @@ bool Lists(const QVariantMap& results, const QString& id) {
 
 }  // namespace
 
-PortalGlobalKey::PortalGlobalKey(const QDBusConnection& bus) : bus_(bus) {}
-
 PortalGlobalKey::~PortalGlobalKey() { CloseSession(); }
 
 KeyBinding PortalGlobalKey::Bind(const KeyCombination& key) {
   Release();
+  bus_ = portal::Bus();
   if (!bus_.isConnected()) return KeyBinding::Impossible;
   if (portal_.watchedServices().isEmpty()) {
     qDBusRegisterMetaType<PortalShortcut>();
@@ -110,12 +110,15 @@ void PortalGlobalKey::Start() {
   });
 }
 
-void PortalGlobalKey::AskBus(const char* method, const QVariantList& arguments,
-                             const std::function<void(const QDBusMessage&)>& answered) {
+void PortalGlobalKey::AskBus(const char* method, const QVariantList& arguments, const Replied& answered) {
   const QString bus = QStringLiteral("org.freedesktop.DBus");
   QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
                                                      QLatin1String(method));
   call.setArguments(arguments);
+  Call(call, answered);
+}
+
+void PortalGlobalKey::Call(const QDBusMessage& call, const Replied& answered) {
   starting_.reset(new QDBusPendingCallWatcher(bus_.asyncCall(call)));
   connect(starting_.get(), &QDBusPendingCallWatcher::finished, this,
           [answered](QDBusPendingCallWatcher* reply) { answered(reply->reply()); });
@@ -127,7 +130,8 @@ void PortalGlobalKey::Follow(const QString& owner) {
   starting_.reset();
   owner_ = owner;
   CloseSession();
-  owner.isEmpty() ? Settle(KeyBinding::Impossible) : Begin();
+  if (owner.isEmpty()) return Settle(KeyBinding::Impossible);
+  Call(portal::Introduction(), [this](const QDBusMessage&) { Begin(); });
 }
 
 void PortalGlobalKey::Release() {
@@ -169,9 +173,10 @@ void PortalGlobalKey::BindIn(const QVariantMap& created) {
   if (Lists(created, IdOf(*wanted_))) return Settle(KeyBinding::Bound);
   Ask("BindShortcuts", {QVariant::fromValue(session_), ShortcutsFor(*wanted_), QString()}, {},
       [this](std::optional<uint> code, const QVariantMap& results) {
-        // Plasma 6 lists nothing when the person has just agreed.
+        // GNOME 48 lists what it has bound and calls that a failure all the same. Plasma 6 lists nothing when
+        // the person has just agreed.
         const bool bound =
-            code == portal::kGranted && (!results.contains(kListed) || Lists(results, IdOf(*wanted_)));
+            results.contains(kListed) ? Lists(results, IdOf(*wanted_)) : code == portal::kGranted;
         if (!bound) CloseSession();
         Settle(bound ? KeyBinding::Bound : KeyBinding::Refused);
       });

@@ -20,14 +20,15 @@ namespace quillbox {
 // it wants to, and may give another key than was asked for. A portal that comes later than we do, or comes
 // back, is asked then.
 //
-//   Bind -> portal is started -> session is made -> key is bound -> Bound; each Activated is a press
-//             |  no portal        |  no        |  session closed, portal gone
-//          Impossible          Refused      Refused, Impossible       a portal comes: from the start
+//   Bind -> portal is started -> hears our name -> session is made -> key is bound -> Bound
+//             |  no portal                           |  no               |  session closed, portal gone
+//          Impossible                             Refused              Refused, Impossible
+//
+// Each Activated is a press. Where a portal comes later, all begins again.
 class PortalGlobalKey : public QObject, public GlobalKey {
   Q_OBJECT
 
  public:
-  explicit PortalGlobalKey(const QDBusConnection& bus);
   ~PortalGlobalKey() override;
 
   // Pending, or Impossible without a session bus.
@@ -53,8 +54,9 @@ class PortalGlobalKey : public QObject, public GlobalKey {
   };
 
   void Start();
-  void AskBus(const char* method, const QVariantList& arguments,
-              const std::function<void(const QDBusMessage&)>& answered);
+  using Replied = std::function<void(const QDBusMessage&)>;
+  void AskBus(const char* method, const QVariantList& arguments, const Replied& answered);
+  void Call(const QDBusMessage& call, const Replied& answered);
   void Follow(const QString& owner);
   void Begin();
   void BindIn(const QVariantMap& created);
@@ -64,7 +66,7 @@ class PortalGlobalKey : public QObject, public GlobalKey {
   void CloseSession();
   QString NewToken();
 
-  QDBusConnection bus_;
+  QDBusConnection bus_{QString()};  // connected with the first key
   QDBusServiceWatcher portal_;
   QString owner_;  // who has the portal's name, as far as we have followed
   std::optional<KeyCombination> wanted_;

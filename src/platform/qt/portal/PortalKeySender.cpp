@@ -32,7 +32,7 @@ constexpr ModifierKey kModifierKeys[] = {{modifier::kShift, XKB_KEY_Shift_L},
 }  // namespace
 
 PortalKeySender::PortalKeySender(Options options)
-    : options_(std::move(options)), session_(QDBusConnection::sessionBus()), token_(options_.dataFolder) {}
+    : options_(std::move(options)), token_(options_.dataFolder) {}
 
 void PortalKeySender::Send(const Text& keys) {
   std::vector<KeyStroke> strokes = ParseTypeableKeys(keys);

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/RuntimeError.h"
+#include "platform/qt/portal/PortalBus.h"
 #include "platform/qt/portal/PortalRequest.h"
 
 namespace quillbox {
@@ -29,8 +30,6 @@ constexpr const char* kWithdrawn = "The desktop has withdrawn the permission to 
 [[noreturn]] void Fail(const char* words) { throw RuntimeError(errors::kDeviceError, words); }
 
 }  // namespace
-
-PortalSession::PortalSession(const QDBusConnection& bus) : bus_(bus) {}
 
 PortalSession::~PortalSession() { Close(); }
 
@@ -65,11 +64,13 @@ QDBusMessage PortalSession::Call(const QDBusMessage& call, int milliseconds) {
 }
 
 bool PortalSession::Offered() {
+  bus_ = Bus();
   if (!bus_.isConnected()) return false;
   QDBusMessage get = QDBusMessage::createMethodCall(
       kService, kPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
   get << kRemoteDesktop << QStringLiteral("AvailableDeviceTypes");
   try {
+    Call(Introduction(), kLongestAnswer);
     const QDBusMessage answer = Call(get, kLongestAnswer);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return false;
     const QVariant types = answer.arguments().at(0).value<QDBusVariant>().variant();

@@ -18,7 +18,6 @@ class PortalSession : public QObject {
   Q_OBJECT
 
  public:
-  explicit PortalSession(const QDBusConnection& bus);
   ~PortalSession() override;
 
   // Whether the desktop has a portal that hands out keyboards. Waits at most 5 s.
@@ -46,9 +45,9 @@ class PortalSession : public QObject {
                       int milliseconds);
   void WaitFor(const std::function<bool()>& done, int milliseconds);
 
-  QDBusConnection bus_;
-  QDBusObjectPath handle_;  // empty while no session is open
-  bool wasClosed_ = false;  // by the desktop
+  QDBusConnection bus_{QString()};  // connected with the first question
+  QDBusObjectPath handle_;          // empty while no session is open
+  bool wasClosed_ = false;          // by the desktop
   std::function<void()> wake_;
   int requests_ = 0;
 };
