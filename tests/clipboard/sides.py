@@ -129,7 +129,7 @@ class Rules:
               for other in ("image/png", "text/uri-list", "x-special/gnome-copied-files", "text/html")),
             # Marks of secrets, if only by their presence.
             *secret({HINT: b"secret", UTF8: WORD}), *secret({HINT: b"\tSecret\r\n\0", UTF8: WORD}),
-            *secret({HINT: None, UTF8: WORD}), *secret({HINT: silent, UTF8: WORD}),
+            *secret({HINT: None, UTF8: WORD}), *secret({HINT: silent, UTF8: WORD}), *secret({HINT: b"", UTF8: WORD}),
             *secret({HINT: in_pieces(b"secret", 1), UTF8: "päss".encode()}, "päss".encode()),
             ({HINT: b"public", UTF8: b"open"}, "open", LASTS),
             ({HINT: b"secret", UTF8: None}, "", SECRET),

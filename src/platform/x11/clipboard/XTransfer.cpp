@@ -142,8 +142,9 @@ void XTransfer::WaitForHint(int milliseconds) {
 
 void XTransfer::OnHint() {
   if (const EventLoop::TimerId timer = std::exchange(hintDeadline_, 0)) loop_.CancelTimer(timer);
-  // No mark is so long that it comes in increments.
-  secret_ = value_->Valid() && !value_->Incremental() ? SaysSecret(value_->Bytes()) : hintListed_;
+  // Whoever offers the mark and then doesn't give it gets no benefit of the doubt; none comes in increments.
+  const bool given = value_->Valid() && !value_->Incremental() && !value_->Bytes().empty();
+  secret_ = given ? SaysSecret(value_->Bytes()) : hintListed_;
   AskNextText();
 }
 
