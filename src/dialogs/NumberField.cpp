@@ -18,6 +18,10 @@ NumberField::NumberField(const Place& place, const Names& names, const Text& cap
 
 long long NumberField::Number() const { return WholeNumber(field.GetText()); }
 
+int NumberField::NumberWithin() const {
+  return static_cast<int>(std::clamp<long long>(Number(), bounds_.lowest, bounds_.highest));
+}
+
 void NumberField::SetNumber(long long number) {
   const int within = static_cast<int>(std::clamp<long long>(number, bounds_.lowest, bounds_.highest));
   field.SetText(Decimal(within));
@@ -34,9 +38,7 @@ void NumberField::Scroll_Change() {
   if (Number() != -scroll.GetValue()) field.SetText(Decimal(-scroll.GetValue()));
 }
 
-void NumberField::Text_LostFocus() {
-  field.SetText(Decimal(std::clamp<long long>(Number(), bounds_.lowest, bounds_.highest)));
-}
+void NumberField::Text_LostFocus() { field.SetText(Decimal(NumberWithin())); }
 
 // A smaller list, or a longer menu, is still being typed and moves nothing else.
 void CoupleListAndMenu(NumberField& list, NumberField& menu) {

@@ -30,6 +30,8 @@ class NumberField {
 
   // The numeric prefix of the text; 0 if there is none.
   long long Number() const;
+  // Brought to the nearer bound: a text that is dropped on the field moves no focus, and is not corrected there.
+  int NumberWithin() const;
   // Field and scroll bar; a number out of bounds is brought to the nearer one.
   void SetNumber(long long number);
   // Before the scroll bar follows a change of the text: what depends on the number.

@@ -88,7 +88,7 @@ class SettingNumber : public NumberField, public SettingRow {
       : SettingNumber(at, names, caption, setting, description, 0) {}
   // A stored number that the field can't show is shown as the nearest one that it can.
   void Load(Norvane& settings) override { SetNumber(settings.ReadWhole(setting_) + shownAbove_); }
-  void Store(Norvane& settings) const override { settings.Write(setting_, Number() - shownAbove_); }
+  void Store(Norvane& settings) const override { settings.Write(setting_, NumberWithin() - shownAbove_); }
   void SetDefault(const Norvane&) override { SetNumber(setting_.byDefault + shownAbove_); }
 
  protected:
