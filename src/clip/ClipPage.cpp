@@ -110,10 +110,12 @@ void ClipPage::Label7_DblClick() {
 double ClipPage::CutUrlGrade() { return settings_.Read(setting::kCutURL); }
 
 void ClipPage::Pick() {
-  if (!HasCurrentRow(clip_.List2)) return;
+  if (!HasCurrentRow(clip_.List2)) return List2_DblClick();
   const SharedText text = clip_.ClipEntries(clip_.List2.GetListIndex());
+  bool goes = false;
+  Raise(Picking, goes);
   List2_DblClick();
-  Raise(Picked, text);
+  if (goes) Raise(PickedToGo, text);
 }
 
 void ClipPage::List2_DblClick() {

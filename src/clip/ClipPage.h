@@ -38,8 +38,11 @@ class ClipPage {
   // Opens find, empty and with the focus, on the page in front; closes it.
   void OpenFind() { find.Open(); }
   void CloseFind() { find.Close(); }
-  // The person has picked this entry in the list; it has been copied.
-  Event<const SharedText&> Picked;
+  // The person picks an entry in the list: whether the window is to go away behind that. Asked before, since
+  // the pick itself may send it away.
+  Event<bool&> Picking;
+  // The entry has been copied, and the window is to go away.
+  Event<const SharedText&> PickedToGo;
   // Clears clipboard, field and the entry at the top, and says so.
   void ClearBoard();
 

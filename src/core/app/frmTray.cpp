@@ -74,14 +74,15 @@ void frmTray::Wire() {
   files.RebuildPadMenu = [this] { menu.AktualisiereContextMnu2(); };
   clipPage.RebuildMenu = [this] { menu.AktualisiereContextMnu(); };
   showKey.Open = [this] { clipPage.OpenFind(); };
-  clipPage.Picked = [this](const SharedText& text) {
-    if (!showKey.HasOpened()) return;
+  clipPage.Picking = [this](bool& goes) { goes = showKey.HasOpened(); };
+  clipPage.PickedToGo = [this](const SharedText& text) {
     window.Minimize();
     pastePick.Picked(text);
   };
   window.RefreshToDo = [this] { toDoPage.Command5_Click(); };
   form.FindWanted = [this] { OpenFind(); };
   window.WentAway = [this] {
+    showKey.WentAway();
     clipPage.CloseFind();
     padPage.CloseFind();
   };

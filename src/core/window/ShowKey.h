@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "core/window/MainWindow.h"
 #include "platform/ports/GlobalKey.h"
 
@@ -23,8 +25,10 @@ class ShowKey {
 
   // Why the key doesn't work, in a sentence; empty while it does, or while there is none.
   Text Fault() const;
-  // Whether the window stands open because the key was pressed.
+  // Whether the window stands open because the key was pressed, and nothing else has brought it up since.
   bool HasOpened() const;
+  // The window has gone away, however.
+  void WentAway() { shows_.reset(); }
 
  private:
   void Bind(bool told);
@@ -38,7 +42,7 @@ class ShowKey {
   Text wanted_;  // what the settings have named, in their words
   KeyBinding binding_ = KeyBinding::None;
   bool told_ = false;   // a fault is still to be told
-  unsigned shows_ = 0;  // of the form, when the key had opened it
+  std::optional<unsigned> shows_;  // of the form, when the key had opened it
   Hook pressed_, changed_;
 };
 
