@@ -1,6 +1,7 @@
 #include "core/settings/Norvane.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "base/NumberText.h"
@@ -47,7 +48,8 @@ int Norvane::Read(const ListMaximum& setting) {
 std::optional<int> Norvane::Read(const EdgeSetting& setting) {
   const Text twips = ReadSetting(setting, {});
   if (twips.empty()) return std::nullopt;
-  return static_cast<int>(WholeNumber(twips));
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(std::clamp<long long>(WholeNumber(twips), Limits::min(), Limits::max()));
 }
 
 void Norvane::WriteClicksToShow(bool doubleClick) {

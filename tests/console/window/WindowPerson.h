@@ -189,6 +189,9 @@ class WindowPerson : public QObject, public Person {
   }
 
   void DoubleClickRow(ListBox& list, int row) override {
+    // The first press may scroll: with the sizes that are kept a form knows of fewer rows than the view shows.
+    Select(list, {row});
+    if (!list.IsReachable() || row >= list.GetListCount() || !list.IsRowShown(row)) return;
     QAbstractItemView& view = RowsInFront(list);
     hand::DoubleClick(*view.viewport(), hand::PlaceOfRow(view, list.PositionOf(row)));
   }

@@ -68,8 +68,7 @@ void FormView::Refresh() {
       for (std::size_t i = 0; i < joined_.size(); ++i) {
         if (joined_[i].control->TakeDirty()) Draw(joined_[i]);
       }
-      const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
-      if (pos() != place) move(place);
+      if (pos() != Place()) move(Place());
       if (windowTitle() != ToQt(form_.GetCaption())) setWindowTitle(ToQt(form_.GetCaption()));
     }
     FollowFocus();
@@ -92,7 +91,7 @@ void FormView::ShowWindow() {
   followed_ = nullptr;
   FollowFocus();
   FollowTopmost();
-  const QPoint place(form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel);
+  const QPoint place = Place();
   move(place);
   // The place is the frame's. A window that comes back has no frame yet, and Qt would put its content there.
   if (windowHandle()) windowHandle()->setFramePosition(place);
@@ -186,9 +185,16 @@ void FormView::moveEvent(QMoveEvent* event) {
   if (!drawing_ && event->spontaneous()) TellPlace();
 }
 
+QPoint FormView::Place() const {
+  return {form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel};
+}
+
 void FormView::TellPlace() {
   if (!WindowsHavePlaces()) return;
-  if (isVisible() && !isMinimized()) form_.PersonMove(pos().x() * kTwipsPerPixel, pos().y() * kTwipsPerPixel);
+  if (!isVisible() || isMinimized()) return;
+  // A place that is no whole number of pixels stays as it is until somebody moves the window.
+  if (pos() == Place()) return;
+  form_.PersonMove(pos().x() * kTwipsPerPixel, pos().y() * kTwipsPerPixel);
 }
 
 bool FormView::event(QEvent* event) {

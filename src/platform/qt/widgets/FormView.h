@@ -59,6 +59,8 @@ class FormView : public QWidget {
   };
   void Draw(const Joined& joined);
   void FollowFocus();
+  // The form's, in pixels.
+  QPoint Place() const;
   void TellPlace();
   const Joined* Of(const QObject* widget) const;
 
