@@ -74,7 +74,7 @@ class WithoutTray(DesktopCase):
         self.assertEqual(self.titled(HELP).id, self.desktop.active())
         self.assertEqual(self.titled(HELP).id, self.desktop.stacking()[-1])
         self.leave(HELP, "Escape")
-        x, y, width, _ = self.desktop.place(self.titled())
+        x, y, width, _ = self.desktop.place(self.in_front())
         self.desktop.click(x + width - 5, y + 5, 3)
         wait_for("the menu", self.desktop.menu_has_keyboard)
         self.menu_goes("Escape")

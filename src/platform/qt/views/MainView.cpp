@@ -147,6 +147,7 @@ void MainView::AppearOrGo() {
 void MainView::ShowWindow() {
   // It is reached through its icon; without one it must stand in the task bar.
   const bool skip = trayReachable_();
+  seen_ = false;
   FollowTopmost();
   SetSkipTaskbar(*this, skip);
   FormView::ShowWindow();
@@ -166,12 +167,19 @@ void MainView::changeEvent(QEvent* event) {
   if (event->type() != QEvent::WindowStateChange) return;
   Form& form = GetForm();
   if (isMinimized() && form.GetVisible()) {
+    // A window manager that lags behind may tell of what went before the window was to appear.
+    if (!seen_) return;
     // The minimise box is a way to the tray.
     form.GetDispatcher().Dispatch([&form] { form.SetWindowState(WindowState::Minimized); });
   } else if (!isMinimized() && inTaskbar_) {
     // Brought back from the task bar, unless this is only a step on the way there.
     QTimer::singleShot(kSettleMilliseconds, this, [this] { FollowReturn(); });
   }
+}
+
+void MainView::paintEvent(QPaintEvent* event) {
+  seen_ = true;
+  FormView::paintEvent(event);
 }
 
 void MainView::FollowReturn() {

@@ -30,6 +30,7 @@ class MainView : public FormView {
   void AppearOrGo() override;
   void ShowWindow() override;
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
@@ -49,6 +50,7 @@ class MainView : public FormView {
   std::array<QWidget*, 3> buttons_{};
   std::array<bool, 5> made_{};
   bool inTaskbar_ = false;
+  bool seen_ = false;  // it is on the screen since it last was to appear
 };
 
 }  // namespace quillbox
