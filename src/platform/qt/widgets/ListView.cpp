@@ -78,6 +78,8 @@ void ListRows::Follow() {
 
 ListView::ListView(QWidget* parent, ListBox& list, const QString& whenEmpty)
     : QListView(parent), list_(list), rows_(this, list), whenEmpty_(whenEmpty) {
+  // Plasma 6 draws none where it takes a list for a part of the window: our margin would show half a frame.
+  setProperty("_breeze_force_frame", true);
   setModel(&rows_);
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
