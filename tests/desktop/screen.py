@@ -1,4 +1,5 @@
 """What a person sees and does on a desktop: windows, icons and menus, keys and mouse, copying and pasting."""
+import contextlib
 import os
 import pathlib
 import subprocess
@@ -139,9 +140,14 @@ class Screen:
         self.last_click = time.monotonic()
 
     def hover(self, x, y):
-        """The mouse comes to rest there; the place of the tip that shows then."""
-        self.xdotool("mousemove", x + 2, y, "sleep", 0.1, "mousemove", x, y)
-        return wait_for("the tip", self.tip)
+        """The mouse comes to rest there, once more if nothing came of it; the place of the tip that shows then."""
+        def tip(seconds):
+            self.xdotool("mousemove", x + 2, y, "sleep", 0.1, "mousemove", x, y)
+            return wait_for("the tip", self.tip, seconds)
+
+        with contextlib.suppress(AssertionError):
+            return tip(10)
+        return tip(60)
 
     def menu_has_keyboard(self):
         """A menu takes it a moment after it has come up. Nobody else can then."""
