@@ -22,8 +22,8 @@ with open(sys.argv[1], "ab", buffering=0) as file:
 """
 
 
-# More different characters than the keys that X11 knows have room for.
-MANY = "".join(map(chr, range(0x4E00, 0x4E00 + 1000)))
+# More different characters than the keys that X11 knows have room for, and one beyond 16 bits.
+MANY = "😀" + "".join(map(chr, range(0x4E00, 0x4E00 + 1000)))
 
 
 class Scripts(unittest.TestCase):
@@ -60,8 +60,8 @@ class Scripts(unittest.TestCase):
 
     def test_arrives_in_a_window_of_xwayland(self):
         strings, names, _ = zip(*KEYS)
-        text = mixed_text(1).replace("\n", "") + MANY[:500]
-        self.start("".join(strings) + quoted(text))
+        text = mixed_text(1).replace("\n", "") + MANY[:500] + "Ü"
+        self.start("".join(strings) + quoted(text[:-1]) + "+ü")  # Shift on a higher level of an extra key
         self.screen.display = Display(self.screen.environment["DISPLAY"])
         receiver = Receiver(self.screen)
         # Sway shows what has been drawn, and gives the focus to who wants it.

@@ -7,7 +7,7 @@ from screen import RECEIVER
 
 PATIENCE = 60  # seconds; what is waited for comes at once on a machine that isn't busy
 LETTERS = {1: "S-", 4: "C-", 8: "A-"}
-FUNCTION_KEYS = range(1, 17)
+FUNCTION_KEYS = range(1, 25)
 # Strings; the keysyms that come, and how often a modifier goes down on X11: groups keep theirs.
 KEYS = (
     ("+a^b%c", "S-A C-b A-c", 3), ("^%+x", "S-C-A-X", 3), ("^A^@", "S-C-A S-C-at", 4),
