@@ -1,5 +1,6 @@
 """Keys in a session without a virtual keyboard: the portal types scripts, and binds the window's key."""
 import contextlib
+import os
 
 from case import DesktopCase
 from desktop import wait_for
@@ -7,7 +8,7 @@ from portal import Portal
 
 SHIFT, CONTROL, ENTER, TAB, LEFT = 0xFFE1, 0xFFE3, 0xFF0D, 0xFF09, 0xFF51
 # Who we are is the first that a portal hears: some serve only those that have a name with a dot.
-NAMED = "Register", "localhost.quillbox.Quillbox"
+NAMED = "Register", os.environ.get("QUILLBOX_APP_ID", "")
 UNICODE = 0x1000000  # added to a character without a keysym of its own
 
 
