@@ -30,7 +30,7 @@ class NumberField {
 
   // The numeric prefix of the text; 0 if there is none.
   long long Number() const;
-  // Brought to the nearer bound: a text that is dropped on the field moves no focus, and is not corrected there.
+  // Brought to the nearer bound. A drop on the field moves no focus, and nothing corrects it there.
   int NumberWithin() const;
   // Field and scroll bar; a number out of bounds is brought to the nearer one.
   void SetNumber(long long number);

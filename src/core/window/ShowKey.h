@@ -41,7 +41,7 @@ class ShowKey {
   GlobalKey& key_;
   Text wanted_;  // what the settings have named, in their words
   KeyBinding binding_ = KeyBinding::None;
-  bool told_ = false;   // a fault is still to be told
+  bool told_ = false;              // a fault is still to be told
   std::optional<unsigned> shows_;  // of the form, when the key had opened it
   Hook pressed_, changed_;
 };

@@ -189,7 +189,7 @@ class WindowPerson : public QObject, public Person {
   }
 
   void DoubleClickRow(ListBox& list, int row) override {
-    // The first press may scroll: with the sizes that are kept a form knows of fewer rows than the view shows.
+    // The first press may scroll: with the sizes that are kept a form knows of fewer rows than a view shows.
     Select(list, {row});
     if (!list.IsReachable() || row >= list.GetListCount() || !list.IsRowShown(row)) return;
     QAbstractItemView& view = RowsInFront(list);

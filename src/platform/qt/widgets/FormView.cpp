@@ -185,9 +185,7 @@ void FormView::moveEvent(QMoveEvent* event) {
   if (!drawing_ && event->spontaneous()) TellPlace();
 }
 
-QPoint FormView::Place() const {
-  return {form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel};
-}
+QPoint FormView::Place() const { return {form_.GetLeft() / kTwipsPerPixel, form_.GetTop() / kTwipsPerPixel}; }
 
 void FormView::TellPlace() {
   if (!WindowsHavePlaces()) return;
