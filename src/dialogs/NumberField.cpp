@@ -18,14 +18,15 @@ NumberField::NumberField(const Place& place, const Names& names, const Text& cap
 
 long long NumberField::Number() const { return WholeNumber(field.GetText()); }
 
-int NumberField::NumberWithin() const {
-  return static_cast<int>(std::clamp<long long>(Number(), bounds_.lowest, bounds_.highest));
+int NumberField::NumberWithin() const { return Within(Number()); }
+
+int NumberField::Within(long long number) const {
+  return static_cast<int>(std::clamp<long long>(number, bounds_.lowest, bounds_.highest));
 }
 
 void NumberField::SetNumber(long long number) {
-  const int within = static_cast<int>(std::clamp<long long>(number, bounds_.lowest, bounds_.highest));
-  field.SetText(Decimal(within));
-  scroll.SetValue(-within);
+  field.SetText(Decimal(Within(number)));
+  scroll.SetValue(-Within(number));
 }
 
 void NumberField::Text_Change() {

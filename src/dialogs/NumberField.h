@@ -38,6 +38,7 @@ class NumberField {
   std::function<void(long long)> Changing;
 
  private:
+  int Within(long long number) const;
   void Text_Change();
   void Scroll_Change();
   void Text_LostFocus();
