@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <concepts>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <optional>
