@@ -182,7 +182,7 @@ class WindowPerson : public QObject, public Person {
     if (rows.empty()) hand::Click(*view.viewport(), hand::PlaceBelowRows(view));
     Qt::KeyboardModifiers held;
     for (const int row : rows) {
-      if (!list.IsReachable() || row >= list.GetListCount() || !list.IsRowShown(row)) return;
+      if (!IsThere(list, row)) return;
       hand::Click(*view.viewport(), hand::PlaceOfRow(view, list.PositionOf(row)), held);
       held = Qt::ControlModifier;
     }
@@ -191,7 +191,7 @@ class WindowPerson : public QObject, public Person {
   void DoubleClickRow(ListBox& list, int row) override {
     // The first press may scroll: with the sizes that are kept a form knows of fewer rows than a view shows.
     Select(list, {row});
-    if (!list.IsReachable() || row >= list.GetListCount() || !list.IsRowShown(row)) return;
+    if (!IsThere(list, row)) return;
     QAbstractItemView& view = RowsInFront(list);
     hand::DoubleClick(*view.viewport(), hand::PlaceOfRow(view, list.PositionOf(row)));
   }
@@ -300,6 +300,11 @@ class WindowPerson : public QObject, public Person {
   }
 
  private:
+  // What went before may have taken the row away, or hidden it.
+  static bool IsThere(const ListBox& list, int row) {
+    return list.IsReachable() && row < list.GetListCount() && list.IsRowShown(row);
+  }
+
   FormView& ViewOf(const Form& form) const {
     FormView* const view = views_.Of(form);
     if (!view) throw ConsoleError("no window shows the form");
